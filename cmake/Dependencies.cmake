@@ -1,0 +1,101 @@
+# The only place that knows where a library comes from. One function a library: the installed one where find_package
+# finds it, else the API-compatible subset under embedded/ (for the libraries that have one). Each prints one line that
+# says which. The names of the targets are the same either way, so nothing else in the build asks.
+#
+# VANTREL_DEPENDENCIES forces the choice for all of them, VANTREL_CORRADE and VANTREL_MAGNUM for one:
+#   auto       installed if found, else embedded
+#   installed  installed, or stop
+#   embedded   never look
+
+set(VANTREL_DEPENDENCIES auto CACHE STRING "Where libraries with an embedded subset come from: auto, installed, embedded")
+set_property(CACHE VANTREL_DEPENDENCIES PROPERTY STRINGS auto installed embedded)
+foreach(library CORRADE MAGNUM)
+    set(VANTREL_${library} "" CACHE STRING "Overrides VANTREL_DEPENDENCIES for this library: auto, installed, embedded")
+    set_property(CACHE VANTREL_${library} PROPERTY STRINGS "" auto installed embedded)
+endforeach()
+
+function(_vantrel_origin library result)
+    set(origin ${VANTREL_DEPENDENCIES})
+    if(VANTREL_${library})
+        set(origin ${VANTREL_${library}})
+    endif()
+    if(NOT origin MATCHES "^(auto|installed|embedded)$")
+        message(FATAL_ERROR "Dependencies: '${origin}' for ${library} is none of auto, installed, embedded")
+    endif()
+    set(${result} ${origin} PARENT_SCOPE)
+endfunction()
+
+# Functions have a scope of their own, and find_package defines variables that corrade_add_resource and
+# corrade_add_plugin read later: hence macros for the two libraries that come with such functions.
+macro(vantrel_use_corrade)
+    _vantrel_origin(CORRADE _vantrel_corrade_origin)
+    set(VANTREL_CORRADE_EMBEDDED ON)
+    if(NOT _vantrel_corrade_origin STREQUAL embedded)
+        find_package(Corrade QUIET COMPONENTS Containers Main PluginManager Utility rc)
+        if(Corrade_FOUND)
+            set(VANTREL_CORRADE_EMBEDDED OFF)
+            message(STATUS "Corrade: installed")
+        elseif(_vantrel_corrade_origin STREQUAL installed)
+            message(FATAL_ERROR "Corrade: not installed, and the embedded subset was ruled out")
+        endif()
+    endif()
+    if(VANTREL_CORRADE_EMBEDDED)
+        message(STATUS "Corrade: embedded subset")
+        add_subdirectory(embedded/Corrade)
+        include(${PROJECT_SOURCE_DIR}/embedded/Corrade/cmake/UseCorrade.cmake)
+    endif()
+endmacro()
+
+macro(vantrel_use_magnum)
+    _vantrel_origin(MAGNUM _vantrel_magnum_origin)
+    set(VANTREL_MAGNUM_EMBEDDED ON)
+    if(NOT _vantrel_magnum_origin STREQUAL embedded)
+        # An installed Magnum is built on the installed Corrade and would bring a second copy into the process.
+        if(NOT VANTREL_CORRADE_EMBEDDED)
+            find_package(Magnum QUIET COMPONENTS EglContext GL GlfwApplication MeshTools Primitives Shaders Trade)
+        endif()
+        if(Magnum_FOUND)
+            set(VANTREL_MAGNUM_EMBEDDED OFF)
+            message(STATUS "Magnum: installed")
+        elseif(_vantrel_magnum_origin STREQUAL installed)
+            message(FATAL_ERROR "Magnum: not installed (or Corrade is embedded), and the embedded subset was ruled out")
+        endif()
+    endif()
+    if(VANTREL_MAGNUM_EMBEDDED)
+        message(STATUS "Magnum: embedded subset")
+        add_subdirectory(embedded/Magnum)
+    endif()
+endmacro()
+
+function(vantrel_use_threads)
+    set(THREADS_PREFER_PTHREAD_FLAG ON)
+    find_package(Threads REQUIRED GLOBAL)
+endfunction()
+
+function(vantrel_use_glfw)
+    find_package(glfw3 3.3 REQUIRED GLOBAL)
+    message(STATUS "GLFW: installed (${glfw3_VERSION})")
+endfunction()
+
+function(vantrel_use_epoxy)
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(Epoxy REQUIRED QUIET IMPORTED_TARGET GLOBAL epoxy)
+    add_library(Epoxy::Epoxy ALIAS PkgConfig::Epoxy)
+    message(STATUS "libepoxy: installed (${Epoxy_VERSION})")
+endfunction()
+
+function(vantrel_use_googletest)
+    if(VANTREL_BUILD_TESTS)
+        find_package(GTest REQUIRED GLOBAL)
+        message(STATUS "GoogleTest: installed (${GTest_VERSION})")
+    endif()
+endfunction()
+
+function(vantrel_use_egl)
+    find_package(PkgConfig REQUIRED)
+    pkg_check_modules(Egl REQUIRED QUIET IMPORTED_TARGET GLOBAL egl)
+    if(NOT TARGET Vantrel::Egl)
+        add_library(Vantrel::Egl ALIAS PkgConfig::Egl)
+    endif()
+    message(STATUS "EGL: installed (${Egl_VERSION})")
+endfunction()

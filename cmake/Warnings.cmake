@@ -1,0 +1,5 @@
+option(VANTREL_WERROR "Treat warnings as errors" ON)
+add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Wunused)
+if(VANTREL_WERROR)
+    add_compile_options(-Werror)
+endif()

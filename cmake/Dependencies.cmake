@@ -99,3 +99,8 @@ function(vantrel_use_egl)
     endif()
     message(STATUS "EGL: installed (${Egl_VERSION})")
 endfunction()
+
+function(vantrel_use_cli11)
+    find_package(CLI11 REQUIRED GLOBAL)
+    message(STATUS "CLI11: installed (${CLI11_VERSION})")
+endfunction()

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs the tests.
+set -euo pipefail
+cd "$(dirname "$0")"
+source tools/setup.sh
+
+usage() {
+    cat <<'EOM'
+./test.sh [OPTION...] [-- CTEST OPTION...]
+
+Installs the Debian packages that are missing, builds, and runs the tests. Ends with ctest's summary.
+
+  --jobs N       compile and test with N processes (default: one a core)
+  --no-install   do not look for missing packages
+  --help         show this text
+
+Everything behind -- goes to ctest: `./test.sh -- -R Utils` runs the tests whose name holds "Utils".
+EOM
+}
+
+jobs=$(nproc)
+install=yes
+while [ $# -gt 0 ]; do
+    case $1 in
+        --help|-h) usage; exit 0 ;;
+        --jobs) jobs=$(option_value "$@") || exit 2; shift ;;
+        --no-install) install=no ;;
+        --) shift; break ;;
+        *) unknown_option "$1" ;;
+    esac
+    shift
+done
+
+[ $install = no ] || install_packages
+build release "$jobs"
+exec ctest --preset release --parallel "$jobs" --no-tests=error "$@"

@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# run.sh and test.sh: options, and what happens when packages are missing. A folder of stand-ins in front of PATH plays
+# the package tools; nothing is installed and nothing is built.
+set -u
+project=$1
+failures=0
+stand_ins=$(mktemp -d)
+trap 'rm -rf "$stand_ins"' EXIT
+
+fail() {
+    echo "FAIL: $1"
+    sed 's/^/  | /' "$stand_ins/output"
+    failures=$((failures + 1))
+}
+
+# run STATUS COMMAND...: runs with the stand-ins and no terminal, output in $stand_ins/output.
+run() {
+    local expected=$1 status
+    shift
+    PATH="$stand_ins:$PATH" "$@" </dev/null >"$stand_ins/output" 2>&1
+    status=$?
+    [ $status -eq "$expected" ] || fail "$* ended with $status instead of $expected"
+}
+says() { grep -qF -- "$1" "$stand_ins/output" || fail "expected: $1"; }
+never_says() { ! grep -qF -- "$1" "$stand_ins/output" || fail "not expected: $1"; }
+lines() { [ "$(wc -l <"$stand_ins/output")" -eq "$1" ] || fail "expected $1 lines"; }
+stand_in() { printf '#!/bin/sh\n%s\n' "$2" >"$stand_ins/$1"; chmod +x "$stand_ins/$1"; }
+
+for command in run.sh test.sh; do
+    run 0 "$project/$command" --help
+    for option in $(grep -oE '^ +--[a-z-]+\)|--[a-z-]+\|-h\)' "$project/$command" | grep -oE -- '--[a-z-]+'); do
+        says "$option"
+    done
+    says --no-install
+
+    run 2 "$project/$command" --nonsense
+    lines 1
+    says "unknown option '--nonsense'"
+
+    run 2 "$project/$command" --jobs
+    lines 1
+    says "--jobs needs a value"
+
+    # No root and no sudo: the exact command, and nothing else happens.
+    stand_in id 'echo 1000'
+    stand_in sudo 'exit 1'
+    stand_in cmake 'echo CMAKE RAN'
+    stand_in ctest 'echo CTEST RAN'
+    stand_in apt-get 'echo "APT $*"'
+    stand_in dpkg-query 'case "$*" in *libepoxy-dev|*xauth) exit 1 ;; *) printf installed ;; esac'
+    run 1 "$project/$command"
+    says 'apt-get update && apt-get install -y --no-install-recommends libepoxy-dev xauth'
+    never_says RAN
+    never_says APT
+
+    # Root: says which, updates first, installs only what is missing.
+    stand_in id 'echo 0'
+    stand_in cmake 'echo CMAKE RAN; exit 3'
+    run 3 "$project/$command"
+    says 'Installing: libepoxy-dev xauth'
+    says 'APT update'
+    says 'APT install -q -y --no-install-recommends libepoxy-dev xauth'
+    [ "$(grep -n 'APT update' "$stand_ins/output" | cut -d: -f1)" -lt \
+        "$(grep -n 'APT install' "$stand_ins/output" | cut -d: -f1)" ] || fail 'update comes first'
+
+    # A half-removed package counts as missing.
+    stand_in dpkg-query 'case "$*" in *xvfb) printf config-files ;; *) printf installed ;; esac'
+    run 3 "$project/$command"
+    says 'Installing: xvfb'
+
+    # Everything there, or told not to look: the package tools are left alone.
+    run 3 "$project/$command" --no-install
+    never_says APT
+    stand_in dpkg-query 'printf installed'
+    run 3 "$project/$command"
+    never_says APT
+    says 'CMAKE RAN'
+done
+
+[ $failures -eq 0 ] && echo "run.sh and test.sh: all as expected"
+exit $failures

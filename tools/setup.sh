@@ -13,7 +13,7 @@ packages=(
 missing_packages() {
     local package
     for package in "${packages[@]}"; do
-            [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || echo "$package"
     done
 }
 

@@ -1,0 +1,13 @@
+#pragma once
+
+// Forward declarations of Magnum::Shaders.
+
+namespace Magnum::Shaders {
+
+struct GenericGL3D;
+class FlatGL3D;
+class MeshVisualizerGL3D;
+class PhongGL;
+class VertexColorGL3D;
+
+}

@@ -2,6 +2,7 @@
 #include <random>
 #include <vector>
 
+#include <Magnum/Magnum.h>
 #include <Magnum/Math/DualQuaternion.h>
 #include <Magnum/Math/Matrix4.h>
 

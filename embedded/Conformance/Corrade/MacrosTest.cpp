@@ -18,8 +18,11 @@ int initialized = 0;
 
 int initialize() { return initialized = 7; }
 
-int finalizeFirst() { return std::fputs("first\n", stderr); }
-int finalizeSecond() { return std::fputs("second\n", stderr); }
+bool announcesFinalizers = false;
+
+int announce(const char* name) { return announcesFinalizers ? std::fputs(name, stderr) : 0; }
+int finalizeFirst() { return announce("first\n"); }
+int finalizeSecond() { return announce("second\n"); }
 
 }
 
@@ -51,7 +54,12 @@ namespace {
 TEST(Macros, automaticInitializerRunsBeforeMain) { EXPECT_EQ(initialized, 7); }
 
 TEST(Macros, automaticFinalizersRunAtExitInReverseOrder) {
-    EXPECT_EXIT(std::exit(0), testing::ExitedWithCode(0), testing::HasSubstr("second\nfirst\n"));
+    EXPECT_EXIT(
+        {
+            announcesFinalizers = true;
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), testing::Eq("second\nfirst\n"));
 }
 
 TEST(Macros, lineString) { EXPECT_EQ(std::string{"line " CORRADE_LINE_STRING}, "line " + std::to_string(__LINE__)); }

@@ -51,7 +51,7 @@ TEST(DualQuaternionTest, products) {
     EXPECT_SAME((DualQuaternion::translation({1.0f, 2.0f, 3.0f}) * DualQuaternion{Yaw}), Some);
     EXPECT_TRUE(near(Some.transformPoint({0.0f, 0.0f, -1.0f}), Numbers<3>{0.0, 2.0, 3.0}, 1e-6));
     EXPECT_TRUE(near(Some.transformVector({0.0f, 0.0f, -1.0f}), Numbers<3>{-1.0, 0.0, 0.0}, 1e-6));
-    EXPECT_SAME((Some * Quaternion{}), Some);
+    EXPECT_SAME((Some * DualQuaternion{}), Some);
     EXPECT_SAME(-Some, scaled(Some, -1.0f));
     EXPECT_FALSE(Some == -Some);
     EXPECT_TRUE(Some != DualQuaternion{});
@@ -69,9 +69,18 @@ TEST(DualQuaternionTest, isNormalized) {
     EXPECT_TRUE(Some.isNormalized());
     EXPECT_TRUE((-Some).isNormalized());
     EXPECT_FALSE(scaled(Some, 2.0f).isNormalized());
-    // The dual part has to be perpendicular to the real one.
-    EXPECT_TRUE((DualQuaternion{Quaternion{}, Quaternion{{1.0f, 2.0f, 3.0f}, 0.4e-5f}}).isNormalized());
-    EXPECT_FALSE((DualQuaternion{Quaternion{}, Quaternion{{1.0f, 2.0f, 3.0f}, 0.6e-5f}}).isNormalized());
+    // The dual part has to be perpendicular to the real one, the more exactly the smaller it is.
+    const struct {
+        Vector3 dual;
+        Float below, above;
+    } limits[]{{{}, 0.4e-5f, 0.6e-5f}, {{0.5f, 0.0f, 0.0f}, 0.4e-5f, 0.6e-5f}, {{1.0f, 2.0f, -3.0f}, 2.9e-5f, 3.1e-5f},
+        {{-100.0f, 0.0f, 0.0f}, 0.9e-3f, 1.1e-3f}};
+    for(const auto& limit: limits)
+        for(const Float sign: {-1.0f, 1.0f}) {
+            EXPECT_TRUE((DualQuaternion{Quaternion{}, {limit.dual, sign * limit.below}}).isNormalized()) << limit.below;
+            EXPECT_FALSE((DualQuaternion{Quaternion{}, {limit.dual, sign * limit.above}}).isNormalized())
+                << limit.above;
+        }
     EXPECT_FALSE((DualQuaternion{Quaternion{{}, 1.00002f}, Quaternion{{}, 0.0f}}).isNormalized());
 }
 

@@ -26,7 +26,8 @@ TEST(MatrixTest, initialization) {
     EXPECT_SAME(Matrix3x3{}, Matrix3x3{Math::IdentityInit});
     EXPECT_EQ(Matrix3x3(Math::IdentityInit, 3.0f)[1][1], 3.0f);
     EXPECT_EQ(Matrix3x3(Math::IdentityInit, 3.0f)[1][2], 0.0f);
-    for(const Float element: Matrix4{Math::ZeroInit}.data()) EXPECT_EQ(element, 0.0f);
+    const Matrix4 zero{Math::ZeroInit};
+    for(const Float element: zero.data()) EXPECT_EQ(element, 0.0f);
     EXPECT_SAME(Matrix3{}, Matrix3x3{});
     EXPECT_SAME((Matrix3{{1.0f, 2.0f, 3.0f}, {4.0f, 5.0f, 6.0f}, {7.0f, 8.0f, 10.0f}}), A);
 }
@@ -110,7 +111,8 @@ TEST(MatrixTest, inverses) {
 }
 
 TEST(MatrixTest, singularHasNoFiniteInverse) {
-    for(const Float element: Matrix4{Math::ZeroInit}.inverted().data()) EXPECT_FALSE(std::isfinite(element));
+    const Matrix4 inverse = Matrix4{Math::ZeroInit}.inverted();
+    for(const Float element: inverse.data()) EXPECT_FALSE(std::isfinite(element));
     EXPECT_EQ(Matrix3x3{Math::ZeroInit}.determinant(), 0.0f);
 }
 

@@ -294,7 +294,8 @@ TEST_F(MeshVisualizerGLTest, LineThatEndsBehindTheCamera) {
         .setLineLength(4.0f)
         .setLineWidth(6.0f)
         .draw(triangle);
-    for(Int x = 37; x != Canvas::Size; ++x) EXPECT_TRUE(isNear(_canvas.at(x, 32), Blue, Tolerance)) << x;
+    // How smooth it is next to its start is not relied on.
+    for(Int x = 44; x != Canvas::Size; ++x) EXPECT_TRUE(isNear(_canvas.at(x, 32), Blue, Tolerance)) << x;
     for(Int x = 28; x != 36; ++x) EXPECT_TRUE(_canvas.isBackground(x, 32)) << x;
     for(Int x = 28; x != Canvas::Size; ++x) EXPECT_TRUE(_canvas.isBackground(x, 37)) << x;
 }

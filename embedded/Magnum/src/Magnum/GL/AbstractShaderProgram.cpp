@@ -160,70 +160,34 @@ const Float* scalars(Containers::ArrayView<const Math::RectangularMatrix<size, s
 
 }
 
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Float> values) {
-    setUniformOf(_id, location, glProgramUniform1fv, glUniform1fv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Int> values) {
-    setUniformOf(_id, location, glProgramUniform1iv, glUniform1iv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const UnsignedInt> values) {
-    setUniformOf(_id, location, glProgramUniform1uiv, glUniform1uiv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<2, Float>> values) {
-    setUniformOf(_id, location, glProgramUniform2fv, glUniform2fv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<3, Float>> values) {
-    setUniformOf(_id, location, glProgramUniform3fv, glUniform3fv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<4, Float>> values) {
-    setUniformOf(_id, location, glProgramUniform4fv, glUniform4fv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<2, Int>> values) {
-    setUniformOf(_id, location, glProgramUniform2iv, glUniform2iv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<3, Int>> values) {
-    setUniformOf(_id, location, glProgramUniform3iv, glUniform3iv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<4, Int>> values) {
-    setUniformOf(_id, location, glProgramUniform4iv, glUniform4iv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<2, UnsignedInt>> values) {
-    setUniformOf(_id, location, glProgramUniform2uiv, glUniform2uiv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<3, UnsignedInt>> values) {
-    setUniformOf(_id, location, glProgramUniform3uiv, glUniform3uiv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const Math::Vector<4, UnsignedInt>> values) {
-    setUniformOf(_id, location, glProgramUniform4uiv, glUniform4uiv, GLsizei(values.size()), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(
-    Int location, Containers::ArrayView<const Math::RectangularMatrix<2, 2, Float>> values) {
-    setUniformOf(_id, location, glProgramUniformMatrix2fv, glUniformMatrix2fv, GLsizei(values.size()),
-        GLboolean(GL_FALSE), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(
-    Int location, Containers::ArrayView<const Math::RectangularMatrix<3, 3, Float>> values) {
-    setUniformOf(_id, location, glProgramUniformMatrix3fv, glUniformMatrix3fv, GLsizei(values.size()),
-        GLboolean(GL_FALSE), scalars(values));
-}
-
-void AbstractShaderProgram::setUniform(
-    Int location, Containers::ArrayView<const Math::RectangularMatrix<4, 4, Float>> values) {
-    setUniformOf(_id, location, glProgramUniformMatrix4fv, glUniformMatrix4fv, GLsizei(values.size()),
-        GLboolean(GL_FALSE), scalars(values));
-}
+// The functions of GL differ in their suffix, and those for matrices have one argument more. The type comes last
+// because it may have commas.
+#define SET_UNIFORM(suffix, ...)                                                                                       \
+    void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const __VA_ARGS__> values) {            \
+        setUniformOf(                                                                                                  \
+            _id, location, glProgramUniform##suffix, glUniform##suffix, GLsizei(values.size()), scalars(values));      \
+    }
+#define SET_MATRIX_UNIFORM(suffix, ...)                                                                                \
+    void AbstractShaderProgram::setUniform(Int location, Containers::ArrayView<const __VA_ARGS__> values) {            \
+        setUniformOf(_id, location, glProgramUniformMatrix##suffix, glUniformMatrix##suffix, GLsizei(values.size()),   \
+            GLboolean(GL_FALSE), scalars(values));                                                                     \
+    }
+SET_UNIFORM(1fv, Float)
+SET_UNIFORM(1iv, Int)
+SET_UNIFORM(1uiv, UnsignedInt)
+SET_UNIFORM(2fv, Math::Vector<2, Float>)
+SET_UNIFORM(3fv, Math::Vector<3, Float>)
+SET_UNIFORM(4fv, Math::Vector<4, Float>)
+SET_UNIFORM(2iv, Math::Vector<2, Int>)
+SET_UNIFORM(3iv, Math::Vector<3, Int>)
+SET_UNIFORM(4iv, Math::Vector<4, Int>)
+SET_UNIFORM(2uiv, Math::Vector<2, UnsignedInt>)
+SET_UNIFORM(3uiv, Math::Vector<3, UnsignedInt>)
+SET_UNIFORM(4uiv, Math::Vector<4, UnsignedInt>)
+SET_MATRIX_UNIFORM(2fv, Math::RectangularMatrix<2, 2, Float>)
+SET_MATRIX_UNIFORM(3fv, Math::RectangularMatrix<3, 3, Float>)
+SET_MATRIX_UNIFORM(4fv, Math::RectangularMatrix<4, 4, Float>)
+#undef SET_UNIFORM
+#undef SET_MATRIX_UNIFORM
 
 }

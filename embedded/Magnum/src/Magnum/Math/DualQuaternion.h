@@ -63,9 +63,12 @@ public:
         return {a._real * b._real, a._real * b._dual + a._dual * b._real};
     }
 
-    // Real part of unit length, dual part perpendicular to it
+    // Real part of unit length, dual part perpendicular to it. How exactly depends on the length of the translation, if
+    // that is above one.
     bool isNormalized() const {
-        return _real.isNormalized() && std::abs(T(2) * dot(_real, _dual)) < TypeTraits<T>::epsilon();
+        if(!_real.isNormalized()) return false;
+        const T error = std::abs(T(2) * dot(_real, _dual)), epsilon = TypeTraits<T>::epsilon();
+        return error < epsilon || error < epsilon * T(2) * Vector4<T>{Math::abs(_dual.xyzw())}.max();
     }
     DualQuaternion normalized() const {
         const T length = _real.length();

@@ -173,10 +173,11 @@ bool GlfwApplication::mainLoopIteration() {
     if(!glfwGetWindowUserPointer(_window)) connectEvents();
     if(_exit || glfwWindowShouldClose(_window)) return false;
 
-    if(_redraw || _tick)
+    if(_redraw || _tick || _drawn)
         glfwPollEvents();
     else
         glfwWaitEvents();
+    _drawn = false;
     if(_tick) tickEvent();
     if(_redraw) draw();
     return !_exit && !glfwWindowShouldClose(_window);
@@ -242,6 +243,7 @@ void GlfwApplication::setClipboardText(Containers::StringView text) {
 
 void GlfwApplication::draw() {
     _redraw = false;
+    _drawn = true;
     drawEvent();
 }
 

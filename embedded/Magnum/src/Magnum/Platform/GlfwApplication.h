@@ -188,6 +188,8 @@ private:
     int _exitCode = 0;
     bool _exit = false;
     bool _redraw = true;
+    // Showing a frame may take events off the connection to the display, and glfwWaitEvents() would not see those.
+    bool _drawn = false;
     bool _tick = true;
     bool _textInput = false;
 };

@@ -32,7 +32,7 @@ TEST_F(ProgramTest, drawsTheKnownPictureWithoutDisplay) {
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->width, golden->width);
     EXPECT_EQ(picture->height, golden->height);
-    EXPECT_LT(compare(*picture, *golden, 12).fraction, 0.0005);
+    EXPECT_LT(compare(*picture, *golden, 48).fraction, 0.0005);
 }
 
 TEST_F(ProgramTest, saysNothingWithoutBeingAsked) {

@@ -409,6 +409,10 @@ TEST_F(FramebufferTest, attachmentsAreLevelsLayersAndFaces) {
     EXPECT_THAT(pixels(), Each(Green));
     framebuffer.attachTexture(ColorAttachment{0}, texture, 1);
     EXPECT_THAT(pixels(), Each(Red));
+    const Image2D level = texture.image(1, Image2D{PixelFormat::RGBA8Unorm});
+    EXPECT_EQ(level.size(), size);
+    EXPECT_EQ(UnsignedByte(level.data()[0]), 255);
+    EXPECT_EQ(UnsignedByte(level.data()[1]), 0);
 }
 
 // Object numbers drawn as colors: cleared to all ones, then 3 and 1 in the two lowest bytes.

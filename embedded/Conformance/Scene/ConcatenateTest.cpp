@@ -59,8 +59,10 @@ MeshData plain() {
         {MeshAttributeData{MeshAttribute::Position, Containers::stridedArrayView(Points)}}};
 }
 
+template<class... Meshes> MeshData concatenated(const Meshes&... meshes) { return MeshTools::concatenate({meshes...}); }
+
 TEST(ConcatenateTest, indicesOfTheSecondMeshAreOffset) {
-    const MeshData mesh = MeshTools::concatenate({texturedIndexed(), texturedIndexed()});
+    const MeshData mesh = concatenated(texturedIndexed(), texturedIndexed());
     EXPECT_EQ(mesh.primitive(), MeshPrimitive::Lines);
     EXPECT_EQ(mesh.vertexCount(), 6u);
     EXPECT_EQ(mesh.indexType(), MeshIndexType::UnsignedInt);
@@ -79,7 +81,7 @@ TEST(ConcatenateTest, takesReferencesToo) {
 }
 
 TEST(ConcatenateTest, layoutOfTheFirstIsKept) {
-    const MeshData mesh = MeshTools::concatenate({textured(), textured()});
+    const MeshData mesh = concatenated(textured(), textured());
     EXPECT_FALSE(mesh.isIndexed());
     EXPECT_EQ(mesh.attributeCount(), 2u);
     EXPECT_EQ(mesh.attributeOffset(MeshAttribute::Position), 0u);
@@ -93,7 +95,9 @@ TEST(ConcatenateTest, layoutOfTheFirstIsKept) {
 }
 
 TEST(ConcatenateTest, layoutIsPackedOnRequest) {
-    const MeshData mesh = MeshTools::concatenate({textured(), textured()}, MeshTools::InterleaveFlags{});
+    const MeshData a = textured();
+    const MeshData b = textured();
+    const MeshData mesh = MeshTools::concatenate({a, b}, MeshTools::InterleaveFlags{});
     EXPECT_EQ(mesh.attributeOffset(1), 12u);
     EXPECT_EQ(mesh.attributeStride(0), 16);
     EXPECT_EQ(mesh.attribute<Vector2us>(1)[4], (Vector2us{65535, 13107}));
@@ -105,7 +109,7 @@ TEST(ConcatenateTest, attributesAfterEachOtherAreInterleaved) {
     const MeshData separate{MeshPrimitive::Lines, DataFlags{}, data,
         {MeshAttributeData{MeshAttribute::Position, VertexFormat::Vector3, 0, 2, 12},
             MeshAttributeData{MeshAttribute::Normal, VertexFormat::Vector3, 24, 2, 12}}};
-    const MeshData mesh = MeshTools::concatenate({separate});
+    const MeshData mesh = concatenated(separate);
     EXPECT_EQ(mesh.attributeOffset(1), 12u);
     EXPECT_EQ(mesh.attributeStride(0), 24);
 }
@@ -115,7 +119,7 @@ TEST(ConcatenateTest, whatTheFirstAttributeStartsWithIsDropped) {
     const MeshData late{MeshPrimitive::Lines, DataFlags{}, data,
         {MeshAttributeData{MeshAttribute::Position, VertexFormat::Vector3, 20, 2, 40},
             MeshAttributeData{MeshAttribute::Normal, VertexFormat::Vector3, 36, 2, 40}}};
-    const MeshData mesh = MeshTools::concatenate({late});
+    const MeshData mesh = concatenated(late);
     EXPECT_EQ(mesh.attributeOffset(0), 0u);
     EXPECT_EQ(mesh.attributeOffset(1), 16u);
     EXPECT_EQ(mesh.attributeStride(0), 40);
@@ -123,7 +127,7 @@ TEST(ConcatenateTest, whatTheFirstAttributeStartsWithIsDropped) {
 }
 
 TEST(ConcatenateTest, missingAttributesAreZero) {
-    const MeshData mesh = MeshTools::concatenate({texturedIndexed(), plain()});
+    const MeshData mesh = concatenated(texturedIndexed(), plain());
     EXPECT_EQ(mesh.attributeCount(), 2u);
     EXPECT_THAT(floats(mesh.positions3DAsArray()), testing::ElementsAre(0, 1, 2, 1, 1, 2, 2, 1, 2, 9, 9, 9, 8, 8, 8));
     EXPECT_THAT(floats(mesh.textureCoordinates2DAsArray()),
@@ -131,18 +135,18 @@ TEST(ConcatenateTest, missingAttributesAreZero) {
 }
 
 TEST(ConcatenateTest, furtherAttributesAreDropped) {
-    const MeshData mesh = MeshTools::concatenate({plain(), textured()});
+    const MeshData mesh = concatenated(plain(), textured());
     EXPECT_EQ(mesh.attributeCount(), 1u);
     EXPECT_EQ(mesh.attributeStride(0), 12);
     EXPECT_THAT(floats(mesh.positions3DAsArray()), testing::ElementsAre(9, 9, 9, 8, 8, 8, 0, 1, 2, 1, 1, 2, 2, 1, 2));
 }
 
 TEST(ConcatenateTest, oneIndexedMeshMakesAllIndexed) {
-    EXPECT_THAT(items<UnsignedInt>(MeshTools::concatenate({texturedIndexed(), plain()}).indicesAsArray()),
+    EXPECT_THAT(items<UnsignedInt>(concatenated(texturedIndexed(), plain()).indicesAsArray()),
         testing::ElementsAre(1, 2, 2, 0, 3, 4));
-    EXPECT_THAT(items<UnsignedInt>(MeshTools::concatenate({plain(), texturedIndexed()}).indicesAsArray()),
+    EXPECT_THAT(items<UnsignedInt>(concatenated(plain(), texturedIndexed()).indicesAsArray()),
         testing::ElementsAre(0, 1, 3, 4, 4, 2));
-    EXPECT_FALSE(MeshTools::concatenate({textured(), plain()}).isIndexed());
+    EXPECT_FALSE(concatenated(textured(), plain()).isIndexed());
 }
 
 TEST(ConcatenateTest, morphTargetsAreTheirOwnAttributes) {
@@ -153,7 +157,7 @@ TEST(ConcatenateTest, morphTargetsAreTheirOwnAttributes) {
             {MeshAttributeData{MeshAttribute::Position, VertexFormat::Vector3, 0, 1, 60},
                 MeshAttributeData{MeshAttribute::Position, VertexFormat::Vector3, 44, 1, 60, 0, target}}};
     };
-    const MeshData mesh = MeshTools::concatenate({morphed(1), morphed(2), morphed(1)});
+    const MeshData mesh = concatenated(morphed(1), morphed(2), morphed(1));
     EXPECT_EQ(mesh.attributeCount(), 2u);
     EXPECT_EQ(mesh.attributeMorphTargetId(1), 1);
     EXPECT_THAT(floats(mesh.positions3DAsArray(0, 1)), testing::ElementsAre(2, 0, 0, 0, 0, 0, 2, 0, 0));
@@ -166,24 +170,24 @@ TEST(ConcatenateTest, shorterArraysAreFilledWithZeros) {
             {MeshAttributeData{MeshAttribute::JointIds, VertexFormat::UnsignedByte, 0, 1, 80, size},
                 MeshAttributeData{MeshAttribute::Weights, VertexFormat::Float, 40, 1, 80, size}}};
     };
-    EXPECT_THAT(items<UnsignedInt>(MeshTools::concatenate({skinned(4), skinned(2)}).jointIdsAsArray()),
+    EXPECT_THAT(items<UnsignedInt>(concatenated(skinned(4), skinned(2)).jointIdsAsArray()),
         testing::ElementsAre(1, 2, 3, 4, 1, 2, 0, 0));
-    EXPECT_ABORT(MeshTools::concatenate({skinned(2), skinned(4)}),
+    EXPECT_ABORT(concatenated(skinned(2), skinned(4)),
         "MeshTools::concatenate(): expected array size 2 or less for attribute 0 (Trade::MeshAttribute::JointIds) but "
         "got 4 in mesh 1 attribute 0");
 }
 
 TEST(ConcatenateTest, primitives) {
-    EXPECT_ABORT(MeshTools::concatenate({textured(), textured(MeshPrimitive::TriangleStrip)}),
+    EXPECT_ABORT(concatenated(textured(), textured(MeshPrimitive::TriangleStrip)),
         "MeshTools::concatenate(): expected MeshPrimitive::Lines but got MeshPrimitive::TriangleStrip in mesh 1");
-    EXPECT_ABORT(MeshTools::concatenate({textured(), plain(), textured(MeshPrimitive::Points)}),
+    EXPECT_ABORT(concatenated(textured(), plain(), textured(MeshPrimitive::Points)),
         "MeshTools::concatenate(): expected MeshPrimitive::Lines but got MeshPrimitive::Points in mesh 2");
     for(const MeshPrimitive primitive:
         {MeshPrimitive::LineLoop, MeshPrimitive::LineStrip, MeshPrimitive::TriangleStrip, MeshPrimitive::TriangleFan})
-        EXPECT_ABORT(MeshTools::concatenate({textured(primitive), textured(primitive)}),
+        EXPECT_ABORT(concatenated(textured(primitive), textured(primitive)),
             "MeshTools::concatenate(): " + SceneTest::printed(primitive) +
                 " is not supported, turn it into a plain indexed mesh first");
-    EXPECT_EQ(MeshTools::concatenate({textured(MeshPrimitive::Points), textured(MeshPrimitive::Points)}).primitive(),
+    EXPECT_EQ(concatenated(textured(MeshPrimitive::Points), textured(MeshPrimitive::Points)).primitive(),
         MeshPrimitive::Points);
 }
 
@@ -193,7 +197,7 @@ TEST(ConcatenateTest, asserts) {
     const Vector2 floats[2];
     const MeshData floatTextured{MeshPrimitive::Lines, DataFlags{}, floats,
         {MeshAttributeData{MeshAttribute::TextureCoordinates, Containers::stridedArrayView(floats)}}};
-    EXPECT_ABORT(MeshTools::concatenate({textured(), floatTextured}),
+    EXPECT_ABORT(concatenated(textured(), floatTextured),
         "MeshTools::concatenate(): expected VertexFormat::Vector2usNormalized for attribute 1 "
         "(Trade::MeshAttribute::TextureCoordinates) but got VertexFormat::Vector2 in mesh 1 attribute 0");
 }

@@ -9,8 +9,7 @@
 #include <cstring>
 #include <new>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace Implementation {
 
@@ -191,5 +190,4 @@ Array<T, D>::Array(NoInitT, std::size_t size): _data{Implementation::allocateNoI
 /** An array with copies of the items. */
 template<class T> Array<T> array(std::initializer_list<T> list) { return Array<T>{InPlaceInit, list}; }
 
-}
 }

@@ -7,8 +7,7 @@
 
 #include <initializer_list>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace Implementation {
 
@@ -211,5 +210,4 @@ ArrayView<U> arrayCast(
         bytes / sizeof(U)};
 }
 
-}
 }

@@ -4,9 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace Corrade {
-namespace Containers {
-namespace Implementation {
+namespace Corrade::Containers::Implementation {
 
 namespace {
 
@@ -38,6 +36,4 @@ DimensionsText::DimensionsText(const std::ptrdiff_t* values, unsigned count) {
     printDimensions(data, "%td", values, count);
 }
 
-}
-}
 }

@@ -33,9 +33,7 @@ containers don't need the headers for debug output.
     _CORRADE_CONTAINERS_CHECK(0 <= (begin) && (begin) <= (end) && (end) <= std::ptrdiff_t(size),                       \
         type "::slice(): slice [%td:%td] out of range for %zu elements", begin, end, size)
 
-namespace Corrade {
-namespace Containers {
-namespace Implementation {
+namespace Corrade::Containers::Implementation {
 
 /** Prints the message and a newline to the standard error output and aborts. */
 [[noreturn]] CORRADE_VISIBILITY_EXPORT __attribute__((cold, format(printf, 1, 2))) void fail(const char* format, ...);
@@ -47,6 +45,4 @@ struct CORRADE_VISIBILITY_EXPORT DimensionsText {
     char data[128];
 };
 
-}
-}
 }

@@ -5,8 +5,7 @@
 #include <cstddef>
 #include <type_traits>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 template<class T> class ArrayView;
 template<std::size_t size, class T> class StaticArrayView;
@@ -31,7 +30,6 @@ using Stride2D = Stride<2>;
 using Stride3D = Stride<3>;
 using Stride4D = Stride<4>;
 
-template<unsigned dimensions, class T> class StridedIterator;
 template<unsigned dimensions, class T> class StridedArrayView;
 template<class T> using StridedArrayView1D = StridedArrayView<1, T>;
 template<class T> using StridedArrayView2D = StridedArrayView<2, T>;
@@ -58,5 +56,4 @@ using MutableStringView = BasicStringView<char>;
 class String;
 class StringIterable;
 
-}
 }

@@ -4,8 +4,7 @@
 
 #include "Corrade/Containers/Containers.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /**
 Set of values of the enum `T`. `fullValue` has all bits that exist, which matters for the complement only. Put
@@ -55,7 +54,6 @@ constexpr std::underlying_type_t<T> enumCastUnderlyingType(EnumSet<T, fullValue>
 }
 /** @} */
 
-}
 }
 
 #define _CORRADE_ENUMSET_OPERATORS(prefix, Set)                                                                        \

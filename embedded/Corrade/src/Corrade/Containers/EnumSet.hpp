@@ -7,8 +7,7 @@
 
 #include <initializer_list>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /**
 Prints the values that are in the set, separated by "|", in the given order. A value whose bits were all printed already
@@ -35,5 +34,4 @@ Utility::Debug& enumSetDebugOutput(
     return debug;
 }
 
-}
 }

@@ -14,8 +14,7 @@ invalid after everything that allocates.
 
 #include <cstdlib>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace Implementation {
 
@@ -349,5 +348,4 @@ template<class T> void arrayShrink(Array<T>& array) {
     array = Utility::move(shrunk);
 }
 
-}
 }

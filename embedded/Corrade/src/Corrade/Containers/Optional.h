@@ -9,8 +9,7 @@
 
 #include <new>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Tag: no value. */
 struct NullOptT {
@@ -116,5 +115,4 @@ template<class T, class... Args> Optional<T> optional(Args&&... args) {
     return Optional<T>{InPlaceInit, Utility::forward<Args>(args)...};
 }
 
-}
 }

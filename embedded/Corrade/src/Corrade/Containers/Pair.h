@@ -5,8 +5,7 @@
 #include "Corrade/Containers/Containers.h"
 #include "Corrade/Utility/Move.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Two values of any type, by default zero or default-constructed. Copyable, movable and trivial as far as they are. */
 template<class F, class S> class Pair {
@@ -39,5 +38,4 @@ template<class F, class S> constexpr Pair<std::decay_t<F>, std::decay_t<S>> pair
     return {Utility::forward<F>(first), Utility::forward<S>(second)};
 }
 
-}
 }

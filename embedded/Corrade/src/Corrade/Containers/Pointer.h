@@ -7,8 +7,7 @@
 #include "Corrade/Tags.h"
 #include "Corrade/Utility/Move.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Owns an object that came from `new`, or nothing; move-only. Access to nothing is caught in debug builds. */
 template<class T> class Pointer {
@@ -88,5 +87,4 @@ template<class U, class T> Pointer<U> pointerCast(Pointer<T>&& pointer) {
     return Pointer<U>{static_cast<U*>(pointer.release())};
 }
 
-}
 }

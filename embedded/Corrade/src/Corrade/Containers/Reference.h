@@ -6,8 +6,7 @@
 
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Never null. Doesn't bind to temporaries. */
 template<class T> class Reference {
@@ -29,5 +28,4 @@ private:
     T* _pointer;
 };
 
-}
 }

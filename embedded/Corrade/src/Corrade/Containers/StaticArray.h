@@ -8,8 +8,7 @@
 
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace Implementation {
 template<std::size_t size, class T> struct IsContiguous<StaticArray<size, T>>: std::true_type {};
@@ -74,5 +73,4 @@ private:
     T _data[size_];
 };
 
-}
 }

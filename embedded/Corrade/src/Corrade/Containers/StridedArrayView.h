@@ -3,10 +3,10 @@
 /** Non-owning views with one to four dimensions and any distance between items. */
 
 #include "Corrade/Containers/ArrayView.h"
+#include "Corrade/Containers/IndexIterator.h"
 #include "Corrade/Containers/StridedDimensions.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace Implementation {
 
@@ -104,6 +104,8 @@ public:
     /** What one index gives. */
     using Element = std::conditional_t<dimensions == 1, T&, StridedArrayView<dimensions - (dimensions > 1), T>>;
 
+    using Iterator = Implementation::IndexIterator<StridedArrayView, Element>;
+
     constexpr /*implicit*/ StridedArrayView(std::nullptr_t = nullptr) noexcept {}
     /** Starts at `member`, which is in `data`. */
     constexpr /*implicit*/ StridedArrayView(
@@ -140,8 +142,8 @@ public:
     /** The item at a position in all dimensions. */
     T& operator[](const Size& i) const;
 
-    StridedIterator<dimensions, T> begin() const { return {*this, 0}; }
-    StridedIterator<dimensions, T> end() const { return {*this, _size[0]}; }
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, _size[0]}; }
     Element front() const {
         _CORRADE_CONTAINERS_CHECK(_size[0], "StridedArrayView::front(): view is empty");
         return at(0);
@@ -246,7 +248,7 @@ public:
         Base{data, size, stride} {}
 
 private:
-    template<unsigned, class> friend class StridedIterator;
+    friend Iterator;
 
     using Base::_data;
     using Base::_size;
@@ -377,26 +379,6 @@ public:
     using Implementation::ErasedStridedArrayView<dimensions, const void>::ErasedStridedArrayView;
 };
 
-/** Position in the first dimension of a view. */
-template<unsigned dimensions, class T> class StridedIterator {
-public:
-    /*implicit*/ StridedIterator(const StridedArrayView<dimensions, T>& view, std::size_t i): _view{view}, _i{i} {}
-
-    typename StridedArrayView<dimensions, T>::Element operator*() const { return _view.at(_i); }
-    StridedIterator& operator++() {
-        ++_i;
-        return *this;
-    }
-    StridedIterator operator+(std::ptrdiff_t count) const { return {_view, _i + count}; }
-    std::ptrdiff_t operator-(const StridedIterator& other) const { return std::ptrdiff_t(_i - other._i); }
-    bool operator==(const StridedIterator& other) const { return _i == other._i; }
-    bool operator!=(const StridedIterator& other) const { return _i != other._i; }
-
-private:
-    StridedArrayView<dimensions, T> _view;
-    std::size_t _i;
-};
-
 template<class T, std::size_t size> constexpr StridedArrayView1D<T> stridedArrayView(T (&data)[size]) { return data; }
 /** The list lives until the end of the full expression. */
 template<class T> constexpr StridedArrayView1D<const T> stridedArrayView(std::initializer_list<T> list) {
@@ -455,6 +437,9 @@ StridedArrayView<newDimensions, U> arrayCast(const StridedArrayView<dimensions, 
         static_assert(newDimensions + 1 == dimensions, "there has to be one more or one less dimension");
         const std::size_t lastSize = view.size()[newDimensions] * sizeof(T);
         const std::ptrdiff_t lastStride = view.stride()[newDimensions];
+        for(unsigned i = 0; i != newDimensions; ++i)
+            _CORRADE_CONTAINERS_ASSERT(!view.stride()[i] || sizeof(U) <= Implementation::distance(view.stride()[i]),
+                "arrayCast(): can't fit a %zu-byte type into a stride of %td", sizeof(U), view.stride()[i]);
         _CORRADE_CONTAINERS_ASSERT(lastStride == std::ptrdiff_t(sizeof(T)),
             "arrayCast(): last dimension needs to be contiguous in order to be flattened, expected stride %zu but got "
             "%td",
@@ -474,5 +459,4 @@ StridedArrayView<newDimensions, U> arrayCast(const StridedArrayView<dimensions, 
     }
 }
 
-}
 }

@@ -6,8 +6,7 @@
 
 #include <utility>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** One value for each dimension, zero by default. With one dimension it converts from and to the value. */
 template<unsigned dimensions, class T> class StridedDimensions {
@@ -44,5 +43,4 @@ private:
     T _data[dimensions];
 };
 
-}
 }

@@ -3,8 +3,7 @@
 #include "Corrade/Containers/Array.h"
 #include "Corrade/Containers/StringIterable.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 namespace {
 
@@ -127,5 +126,4 @@ void String::setLarge(char* const data, const std::size_t size, const Deleter de
     _large = {data, deleter, size};
 }
 
-}
 }

@@ -5,8 +5,7 @@
 #include "Corrade/Containers/StringView.h"
 #include "Corrade/Tags.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Tag: the string goes to the heap even if it is small. */
 struct AllocatedInitT {
@@ -172,5 +171,4 @@ private:
 static_assert(sizeof(String) == 24, "the layout of small and large strings relies on 64-bit pointers");
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the top byte of the size has to come last");
 
-}
 }

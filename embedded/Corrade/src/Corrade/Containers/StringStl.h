@@ -9,9 +9,7 @@ std::string is NullTerminated and valid as long as that isn't changed.
 
 #include <string>
 
-namespace Corrade {
-namespace Containers {
-namespace Implementation {
+namespace Corrade::Containers::Implementation {
 
 template<> struct StringViewConverter<const char, std::string> {
     static StringView from(const std::string& other) {
@@ -27,6 +25,4 @@ template<> struct StringViewConverter<char, std::string> {
     static std::string to(MutableStringView other) { return StringViewConverter<const char, std::string>::to(other); }
 };
 
-}
-}
 }

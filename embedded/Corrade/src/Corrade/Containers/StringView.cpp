@@ -5,8 +5,7 @@
 #include "Corrade/Containers/String.h"
 #include "Corrade/Containers/StringIterable.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 using namespace Literals;
 
@@ -34,10 +33,19 @@ private:
 }
 
 const char* stringFind(const char* data, std::size_t size, const char* substring, std::size_t substringSize) {
-    /* In a null string not even an empty one is found, but without a special case memmem() would do arithmetic on null */
     if(!data || size < substringSize) return nullptr;
     if(!substringSize) return data;
-    return static_cast<const char*>(memmem(data, size, substring, substringSize));
+    /* Most searches end at one of the first occurrences of the first character; for others memmem() never becomes
+       quadratic, but takes its time to prepare */
+    const char* const end = data + size;
+    for(unsigned i = 0; i != 8; ++i) {
+        data = stringFind(data, end - data - (substringSize - 1), *substring);
+        if(!data ||
+            (data[substringSize - 1] == substring[substringSize - 1] && !std::memcmp(data, substring, substringSize)))
+            return data;
+        if(std::size_t(end - ++data) < substringSize) return nullptr;
+    }
+    return static_cast<const char*>(memmem(data, end - data, substring, substringSize));
 }
 
 const char* stringFindLast(const char* data, std::size_t size, char character) {
@@ -227,12 +235,6 @@ template<class T> std::size_t BasicStringView<T>::count(const char character) co
 template class BasicStringView<char>;
 template class BasicStringView<const char>;
 
-bool operator<(const StringView a, const StringView b) {
-    const std::size_t common = a.size() < b.size() ? a.size() : b.size();
-    const int difference = common ? std::memcmp(a.data(), b.data(), common) : 0;
-    return difference ? difference < 0 : a.size() < b.size();
-}
-
 String operator+(const StringView a, const StringView b) {
     String out{NoInit, a.size() + b.size()};
     if(a) std::memcpy(out.data(), a.data(), a.size());
@@ -248,5 +250,4 @@ String operator*(const StringView string, const std::size_t count) {
     return out;
 }
 
-}
 }

@@ -8,8 +8,7 @@
 
 #include <cstring>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** What is known about the memory of a string. They are stored in the top two bits of the size. */
 enum class StringViewFlag : std::size_t {
@@ -289,7 +288,11 @@ inline bool operator==(StringView a, StringView b) {
     return a.size() == b.size() && (a.isEmpty() || !std::memcmp(a.data(), b.data(), a.size()));
 }
 inline bool operator!=(StringView a, StringView b) { return !(a == b); }
-CORRADE_VISIBILITY_EXPORT bool operator<(StringView a, StringView b);
+inline bool operator<(StringView a, StringView b) {
+    const std::size_t common = a.size() < b.size() ? a.size() : b.size();
+    const int difference = common ? std::memcmp(a.data(), b.data(), common) : 0;
+    return difference ? difference < 0 : a.size() < b.size();
+}
 inline bool operator<=(StringView a, StringView b) { return !(b < a); }
 inline bool operator>=(StringView a, StringView b) { return !(a < b); }
 inline bool operator>(StringView a, StringView b) { return b < a; }
@@ -311,5 +314,4 @@ constexpr StringView operator""_s(const char* data, std::size_t size) {
 }
 }
 
-}
 }

@@ -7,51 +7,39 @@
 
 #include <tuple>
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
+
+namespace Implementation {
+
+template<std::size_t i, class V> constexpr decltype(auto) nth(V&& value) {
+    if constexpr(i == 0)
+        return Utility::forward<V>(value).first();
+    else if constexpr(i == 1)
+        return Utility::forward<V>(value).second();
+    else
+        return Utility::forward<V>(value).third();
+}
+
+}
 
 template<std::size_t i, class F, class S> constexpr decltype(auto) get(Pair<F, S>& value) {
-    if constexpr(i == 0)
-        return value.first();
-    else
-        return value.second();
+    return Implementation::nth<i>(value);
 }
 template<std::size_t i, class F, class S> constexpr decltype(auto) get(const Pair<F, S>& value) {
-    if constexpr(i == 0)
-        return value.first();
-    else
-        return value.second();
+    return Implementation::nth<i>(value);
 }
 template<std::size_t i, class F, class S> constexpr decltype(auto) get(Pair<F, S>&& value) {
-    if constexpr(i == 0)
-        return Utility::move(value).first();
-    else
-        return Utility::move(value).second();
+    return Implementation::nth<i>(Utility::move(value));
 }
 
 template<std::size_t i, class F, class S, class T> constexpr decltype(auto) get(Triple<F, S, T>& value) {
-    if constexpr(i == 0)
-        return value.first();
-    else if constexpr(i == 1)
-        return value.second();
-    else
-        return value.third();
+    return Implementation::nth<i>(value);
 }
 template<std::size_t i, class F, class S, class T> constexpr decltype(auto) get(const Triple<F, S, T>& value) {
-    if constexpr(i == 0)
-        return value.first();
-    else if constexpr(i == 1)
-        return value.second();
-    else
-        return value.third();
+    return Implementation::nth<i>(value);
 }
 template<std::size_t i, class F, class S, class T> constexpr decltype(auto) get(Triple<F, S, T>&& value) {
-    if constexpr(i == 0)
-        return Utility::move(value).first();
-    else if constexpr(i == 1)
-        return Utility::move(value).second();
-    else
-        return Utility::move(value).third();
+    return Implementation::nth<i>(Utility::move(value));
 }
 
 template<std::size_t i, std::size_t size, class T> constexpr T& get(StaticArray<size, T>& value) { return value[i]; }
@@ -62,7 +50,6 @@ template<std::size_t i, std::size_t size, class T> constexpr T get(StaticArray<s
     return Utility::move(value[i]);
 }
 
-}
 }
 
 namespace std {

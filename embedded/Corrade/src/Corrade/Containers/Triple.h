@@ -5,8 +5,7 @@
 #include "Corrade/Containers/Containers.h"
 #include "Corrade/Utility/Move.h"
 
-namespace Corrade {
-namespace Containers {
+namespace Corrade::Containers {
 
 /** Three values of any type, by default zero or default-constructed. Copyable, movable and trivial as far as they are. */
 template<class F, class S, class T> class Triple {
@@ -46,5 +45,4 @@ constexpr Triple<std::decay_t<F>, std::decay_t<S>, std::decay_t<T>> triple(F&& f
     return {Utility::forward<F>(first), Utility::forward<S>(second), Utility::forward<T>(third)};
 }
 
-}
 }

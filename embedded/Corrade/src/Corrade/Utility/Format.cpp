@@ -25,7 +25,7 @@ struct Sink {
     std::size_t size;
 
     void append(const char* const text, const std::size_t count) {
-        if(size + count <= capacity) std::memcpy(data + size, text, count);
+        if(count && size + count <= capacity) std::memcpy(data + size, text, count);
         size += count;
     }
     void fill(const char character, const std::size_t count) {

@@ -17,6 +17,11 @@ namespace Implementation {
 struct FormatArgument {
     enum class Kind : unsigned char { Bool, Int, UnsignedInt, Long, UnsignedLong, Float, Double, LongDouble, String };
 
+    struct String {
+        const char* data;
+        std::size_t size;
+    };
+
     /** A template, because pointers convert to a plain bool. */
     template<class T, class = std::enable_if_t<std::is_same<T, bool>::value>>
     explicit FormatArgument(T value): kind{Kind::Bool}, integer(value) {}
@@ -38,10 +43,7 @@ struct FormatArgument {
         unsigned long long integer;
         double floating;
         const long double* longFloating;
-        struct {
-            const char* data;
-            std::size_t size;
-        } string;
+        String string;
     };
 };
 

@@ -5,8 +5,7 @@ File names and whole-file operations, in UTF-8 with forward slashes. Operations 
 one line to Error and their return value.
 */
 
-#include "Corrade/Containers/Containers.h"
-#include "Corrade/Containers/EnumSet.h"
+#include "Corrade/Containers/StringView.h"
 #include "Corrade/Utility/VisibilityMacros.h"
 
 #include <initializer_list>

@@ -45,9 +45,9 @@ public:
     // Real x, y, z, w, dual x, y, z, w
     T* data() { return reinterpret_cast<T*>(this); }
     const T* data() const { return reinterpret_cast<const T*>(this); }
-    Quaternion<T>& real() { return _real; }
+    constexpr Quaternion<T>& real() { return _real; }
     constexpr Quaternion<T> real() const { return _real; }
-    Quaternion<T>& dual() { return _dual; }
+    constexpr Quaternion<T>& dual() { return _dual; }
     constexpr Quaternion<T> dual() const { return _dual; }
 
     // Parts of a normalized dual quaternion; that is not checked.

@@ -27,9 +27,19 @@ public:
             {along * axis.y() + Vector3<T>{-around.z(), c, around.x()}, T(0)},
             {along * axis.z() + Vector3<T>{around.y(), -around.x(), c}, T(0)}, {T(0), T(0), T(0), T(1)}};
     }
-    static Matrix4 rotationX(Rad<T> angle) { return rotation(angle, Vector3<T>::xAxis()); }
-    static Matrix4 rotationY(Rad<T> angle) { return rotation(angle, Vector3<T>::yAxis()); }
-    static Matrix4 rotationZ(Rad<T> angle) { return rotation(angle, Vector3<T>::zAxis()); }
+    // The same about one axis, with exact zeros and ones
+    static Matrix4 rotationX(Rad<T> angle) {
+        const T s = Math::sin(angle), c = Math::cos(angle);
+        return {{T(1), T(0), T(0), T(0)}, {T(0), c, s, T(0)}, {T(0), -s, c, T(0)}, {T(0), T(0), T(0), T(1)}};
+    }
+    static Matrix4 rotationY(Rad<T> angle) {
+        const T s = Math::sin(angle), c = Math::cos(angle);
+        return {{c, T(0), -s, T(0)}, {T(0), T(1), T(0), T(0)}, {s, T(0), c, T(0)}, {T(0), T(0), T(0), T(1)}};
+    }
+    static Matrix4 rotationZ(Rad<T> angle) {
+        const T s = Math::sin(angle), c = Math::cos(angle);
+        return {{c, s, T(0), T(0)}, {-s, c, T(0), T(0)}, {T(0), T(0), T(1), T(0)}, {T(0), T(0), T(0), T(1)}};
+    }
     // Mirrored at the plane through the origin with this normalized normal (Householder)
     static Matrix4 reflection(const Vector3<T>& normal) {
         CORRADE_DEBUG_ASSERT(
@@ -89,7 +99,7 @@ public:
     template<class U> constexpr explicit Matrix4(const RectangularMatrix<4, 4, U>& other): Base(other) {}
 
     Vector4<T>& operator[](std::size_t column) { return static_cast<Vector4<T>&>(Base::operator[](column)); }
-    constexpr Vector4<T> operator[](std::size_t column) const { return Base::operator[](column); }
+    constexpr const Vector4<T> operator[](std::size_t column) const { return Base::operator[](column); }
     constexpr Vector4<T> row(std::size_t row) const { return Base::row(row); }
     Vector4<T> diagonal() const { return Base::diagonal(); }
     Matrix4 transposed() const { return Base::transposed(); }

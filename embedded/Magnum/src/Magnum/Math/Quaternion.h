@@ -40,9 +40,9 @@ public:
     friend bool operator==(const Quaternion& a, const Quaternion& b) { return a.xyzw() == b.xyzw(); }
     friend bool operator!=(const Quaternion& a, const Quaternion& b) { return !(a == b); }
 
-    Vector3<T>& vector() { return _vector; }
+    constexpr Vector3<T>& vector() { return _vector; }
     constexpr Vector3<T> vector() const { return _vector; }
-    T& scalar() { return _scalar; }
+    constexpr T& scalar() { return _scalar; }
     constexpr T scalar() const { return _scalar; }
     constexpr Vector4<T> xyzw() const { return {_vector, _scalar}; }
     constexpr Vector4<T> wxyz() const { return {_scalar, _vector.x(), _vector.y(), _vector.z()}; }

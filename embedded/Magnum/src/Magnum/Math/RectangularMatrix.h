@@ -15,12 +15,12 @@ namespace Implementation {
 using FourFloats = float __attribute__((vector_size(16)));
 inline FourFloats load(const Vector<4, float>& vector) {
     FourFloats result;
-    std::memcpy(&result, &vector, sizeof(result));
+    std::memcpy(&result, vector.data(), sizeof(result));
     return result;
 }
 inline Vector<4, float> store(FourFloats vector) {
     Vector<4, float> result;
-    std::memcpy(&result, &vector, sizeof(result));
+    std::memcpy(result.data(), &vector, sizeof(vector));
     return result;
 }
 
@@ -46,7 +46,7 @@ public:
     auto data() -> T (&)[cols * rows] { return reinterpret_cast<T(&)[cols * rows]>(_columns); }
     auto data() const -> const T (&)[cols * rows] { return reinterpret_cast<const T(&)[cols * rows]>(_columns); }
 
-    Vector<rows, T>& operator[](std::size_t column) { return _columns[column]; }
+    constexpr Vector<rows, T>& operator[](std::size_t column) { return _columns[column]; }
     constexpr const Vector<rows, T>& operator[](std::size_t column) const { return _columns[column]; }
     constexpr Vector<cols, T> row(std::size_t row) const {
         return Implementation::generate<Vector<cols, T>>([&](std::size_t i) { return _columns[i][row]; });

@@ -167,8 +167,8 @@ MeshIndexData MeshIndexData::contiguous(MeshIndexType type, Containers::ArrayVie
         type, Containers::StridedArrayView1D<const void>{data, data.size() / size, std::ptrdiff_t(size)}};
 }
 
-MeshAttributeData::MeshAttributeData(MeshAttribute name, VertexFormat format,
-    const Containers::StridedArrayView1D<const void>& data, UnsignedShort arraySize, Int morphTargetId) noexcept:
+MeshAttributeData::MeshAttributeData(const Containers::StridedArrayView1D<const void>& data, MeshAttribute name,
+    VertexFormat format, UnsignedShort arraySize, Int morphTargetId) noexcept:
     _data{static_cast<const char*>(data.data())},
     _name{name}, _format{format}, _vertexCount{UnsignedInt(data.size())}, _stride{Short(data.stride())},
     _arraySize{arraySize}, _morphTargetId{Byte(morphTargetId)} {

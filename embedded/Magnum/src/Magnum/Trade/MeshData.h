@@ -84,15 +84,18 @@ public:
     explicit MeshAttributeData() noexcept = default;
 
     // arraySize is zero for everything but arrays; morphTargetId -1 for attributes of the mesh itself.
-    explicit MeshAttributeData(MeshAttribute name, VertexFormat format,
-        const Containers::StridedArrayView1D<const void>& data, UnsignedShort arraySize = 0,
-        Int morphTargetId = -1) noexcept;
+    // The data are anything that converts to Containers::StridedArrayView1D<const void>.
+    template<class Data,
+        class = std::enable_if_t<std::is_convertible<const Data&, Containers::StridedArrayView1D<const void>>::value>>
+    explicit MeshAttributeData(MeshAttribute name, VertexFormat format, const Data& data, UnsignedShort arraySize = 0,
+        Int morphTargetId = -1) noexcept:
+        MeshAttributeData{Containers::StridedArrayView1D<const void>(data), name, format, arraySize, morphTargetId} {}
 
     template<class T>
     explicit MeshAttributeData(
         MeshAttribute name, const Containers::StridedArrayView1D<T>& data, Int morphTargetId = -1) noexcept:
-        MeshAttributeData{name, Implementation::VertexFormatFor<std::remove_const_t<T>>::Format,
-            Containers::StridedArrayView1D<const void>{data}, 0, morphTargetId} {}
+        MeshAttributeData{Containers::StridedArrayView1D<const void>{data}, name,
+            Implementation::VertexFormatFor<std::remove_const_t<T>>::Format, 0, morphTargetId} {}
     template<class T>
     explicit MeshAttributeData(
         MeshAttribute name, const Containers::ArrayView<T>& data, Int morphTargetId = -1) noexcept:
@@ -104,6 +107,9 @@ public:
 
 private:
     friend MeshData;
+
+    explicit MeshAttributeData(const Containers::StridedArrayView1D<const void>& data, MeshAttribute name,
+        VertexFormat format, UnsignedShort arraySize, Int morphTargetId) noexcept;
 
     void check(std::ptrdiff_t stride, Int morphTargetId) const;
     const char* begin(Containers::ArrayView<const char> vertexData) const;

@@ -8,7 +8,9 @@ set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g" CACHE STRING "Flags of a debug build" FORCE)
 
 option(VANTREL_SANITIZE "Build with the address and undefined behaviour sanitizers" OFF)
 if(VANTREL_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+    # Checks after each access are slow to optimise, and hide behind what is optimised away.
+    set(CMAKE_CXX_FLAGS_RELEASE "-O1")
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
 

@@ -5,7 +5,7 @@
 # (xvfb-run needs xauth) for what runs without a screen.
 packages=(
     g++ cmake ninja-build pkg-config
-    libglfw3-dev libepoxy-dev libegl-dev libgl-dev libopengl-dev libx11-dev libstb-dev libcli11-dev
+    libglfw3-dev libepoxy-dev libegl-dev libgl-dev libopengl-dev libx11-dev libstb-dev libcli11-dev rapidjson-dev
     libgtest-dev libgmock-dev clang-format
     libegl1 libgl1 libgl1-mesa-dri libegl-mesa0 libglx-mesa0 xvfb xauth
 )

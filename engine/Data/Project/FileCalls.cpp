@@ -1,0 +1,19 @@
+#include "Data/Project/FileCalls.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace VantrelEngine {
+
+int FileCalls::open(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
+ssize_t FileCalls::write(int file, const void* data, std::size_t size) { return ::write(file, data, size); }
+int FileCalls::fsync(int file) { return ::fsync(file); }
+int FileCalls::close(int file) { return ::close(file); }
+int FileCalls::fchmod(int file, mode_t mode) { return ::fchmod(file, mode); }
+int FileCalls::link(const char* from, const char* to) { return ::link(from, to); }
+int FileCalls::rename(const char* from, const char* to) { return std::rename(from, to); }
+int FileCalls::unlink(const char* path) { return ::unlink(path); }
+
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <sys/types.h>
+
+namespace VantrelEngine {
+
+// The calls of the operating system that replacing a file takes, each as the system has it (-1 and errno on failure). A
+// test puts its own in place to make any of them fail.
+class FileCalls {
+public:
+    virtual ~FileCalls() = default;
+    virtual int open(const char* path, int flags, mode_t mode);
+    virtual ssize_t write(int file, const void* data, std::size_t size);
+    virtual int fsync(int file);
+    virtual int close(int file);
+    virtual int fchmod(int file, mode_t mode);
+    virtual int link(const char* from, const char* to);
+    virtual int rename(const char* from, const char* to);
+    virtual int unlink(const char* path);
+};
+
+}

@@ -1,0 +1,12 @@
+#include <Vantrel/EngineData/PhysXManager.h>
+
+namespace VantrelEngine {
+
+using namespace Corrade::Containers::Literals;
+
+const Corrade::Containers::StringView PhysXManager::EnumValuesShape[]{
+    "none"_s, "sphere"_s, "capsule"_s, "box"_s, "plane"_s, "convexMesh"_s, "triangleMesh"_s};
+
+PhysXManager::PhysXManager(std::size_t capacity): ComponentManager{"physx", capacity} {}
+
+}

@@ -1,0 +1,264 @@
+#include "ChangeManager.h"
+
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <utility>
+
+#include <Corrade/Containers/GrowableArray.h>
+#include <Corrade/Utility/Assert.h>
+#include <Corrade/Utility/Debug.h>
+#include <Magnum/Math/Matrix4.h>
+#include <Magnum/Math/Quaternion.h>
+#include <Vantrel/EngineData/ProjectFile.h>
+
+#include "JsonEdit.h"
+#include "Utils/Assert.h"
+#include "Utils/CheckedMath.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+using namespace Containers::Literals;
+
+namespace {
+
+std::size_t hashOf(Containers::StringView path) { return std::hash<std::string_view>{}({path.data(), path.size()}); }
+
+std::optional<JsonValue> copyOf(const JsonValue* value, JsonAllocator& allocator) {
+    if(!value) return std::nullopt;
+    return JsonValue{*value, allocator};
+}
+
+std::optional<JsonValue> copyOf(const std::optional<JsonValue>& value, JsonAllocator& allocator) {
+    return copyOf(value ? &*value : nullptr, allocator);
+}
+
+template<std::size_t count> JsonValue numbers(const double (&values)[count], JsonAllocator& allocator) {
+    JsonValue array{rapidjson::kArrayType};
+    array.Reserve(rapidjson::SizeType(count), allocator);
+    for(const double value: values) array.PushBack(value, allocator);
+    return array;
+}
+
+} // namespace
+
+ChangeManager::ChangeManager(ProjectFile& projectFile): _projectFile{projectFile} {}
+
+void ChangeManager::addListener(Containers::StringView component, ChangeListener& listener) {
+    arrayAppend(_listeners[component], InPlaceInit, listener);
+}
+
+void ChangeManager::compileListeners() { _listeners.compile(); }
+
+void ChangeManager::beginGroup(std::uint64_t key, bool underWay) {
+    // Number 0 is given to no group, not even to a gesture that claims to be under way before there was any.
+    if(!underWay || key != _groupKey || !_groupCounter) ++_groupCounter;
+    _group = _groupCounter;
+    _groupKey = key;
+}
+
+void ChangeManager::recordChange(Containers::StringView path, const JsonValue* value, bool merge) {
+    if(isRefused(path, value)) return;
+    const std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
+    if(merged >= 0) {
+        moveToEnd(merged);
+        // The states from the merged record on are others now; a mark among them
+        // stands for none of them.
+        if(_markedChange >= merged) _markIsValid = false;
+    } else {
+        appendChange();
+    }
+    checkLastChange();
+    Change& change = _changes[std::size_t(_lastChange)];
+    if(merged < 0) {
+        change.path = path;
+        change.oldValue = copyOf(_projectFile.valueByPointer(path), _projectFile.allocator());
+    }
+    change.newValue = copyOf(value, _projectFile.allocator());
+    change.group = _group;
+    if(merged < 0) _mergeIndex.appended(_changes, _lastChange);
+    applyChange(change);
+}
+
+void ChangeManager::recordString(Containers::StringView path, Containers::StringView text, bool merge) {
+    // A null view has no characters to copy.
+    const JsonValue value{text.data() ? text.data() : "", rapidjson::SizeType(text.size()), _projectFile.allocator()};
+    recordChange(path, &value, merge);
+}
+
+void ChangeManager::recordVector3(Containers::StringView path, const Vector3& vector, bool merge) {
+    const JsonValue value =
+        numbers({double(vector.x()), double(vector.y()), double(vector.z())}, _projectFile.allocator());
+    recordChange(path, &value, merge);
+}
+
+void ChangeManager::recordTransform(Containers::StringView objectPath, const Matrix4& transformation, bool merge) {
+    const Quaternion rotation = rotationFromMatrix(transformation.rotationShear());
+    const Vector3 vector = rotation.vector();
+    recordVector3(objectPath + "/translation"_s, transformation.translation(), merge);
+    const JsonValue value =
+        numbers({double(vector.x()), double(vector.y()), double(vector.z()), double(rotation.scalar())},
+            _projectFile.allocator());
+    recordChange(objectPath + "/rotation"_s, &value, merge);
+    recordVector3(objectPath + "/scaling"_s, transformation.scaling(), merge);
+}
+
+void ChangeManager::commit() {
+    const std::int32_t group = std::exchange(_group, -1);
+    std::int32_t first = _lastChange + 1;
+    while(first > 0 && _changes[std::size_t(first - 1)].group == group) --first;
+    for(std::int32_t i = first; i <= _lastChange; ++i) notify(_changes[std::size_t(i)]);
+}
+
+void ChangeManager::undoLast() {
+    CORRADE_ASSERT(_group < 0,
+        "ChangeManager::undoLast(): Can't undo/redo changes in group. "
+        "Forgot commit()?", );
+    if(_lastChange == -1) return;
+    _mergeIndex.clear();
+    // A change without a group has -1 and is undone alone: no group has the
+    // number 0.
+    const std::int32_t group = std::max(currentChange().group, 0);
+    for(;;) {
+        const Change& change = currentChange();
+        Change inverse;
+        inverse.path = change.path;
+        inverse.oldValue = copyOf(change.newValue, _projectFile.allocator());
+        inverse.newValue = copyOf(change.oldValue, _projectFile.allocator());
+        applyChange(inverse);
+        if(_lastChange-- == 0) return;
+        checkLastChange();
+        if(currentChange().group != group) return;
+    }
+}
+
+void ChangeManager::redoLast() {
+    CORRADE_ASSERT(_group < 0,
+        "ChangeManager::redoLast(): Can't undo/redo changes in group. "
+        "Forgot commit()?", );
+    if(!canRedo()) return;
+    _mergeIndex.clear();
+    const std::int32_t group = std::max(_changes[std::size_t(_lastChange + 1)].group, 0);
+    do applyChange(_changes[std::size_t(++_lastChange)]);
+    while(canRedo() && _changes[std::size_t(_lastChange + 1)].group == group);
+}
+
+const Change& ChangeManager::currentChange() const {
+    checkLastChange();
+    return _changes[std::size_t(_lastChange)];
+}
+
+void ChangeManager::markSaved() {
+    _markedChange = _lastChange;
+    _markIsValid = true;
+}
+
+bool ChangeManager::isRefused(Containers::StringView path, const JsonValue* value) const {
+    if(!value) return false;
+    const SplitPath split = splitLast(path);
+    const JsonValue* const parent = _projectFile.valueByPointer(split.parent);
+    // A value below a parent that does not take it is a mistake of the caller and aborts when it is applied.
+    const bool isMistake = parent && !parent->IsObject() && !(parent->IsArray() && isIndexToken(split.token));
+    const char* const reason = path.isEmpty() ? "the root cannot be replaced"
+        : isMistake                           ? nullptr
+                                              : _projectFile.whyNotCreatable(path);
+    if(!reason) return false;
+    Utility::Error{} << "ChangeManager::recordChange(): cannot change" << path << Utility::Debug::nospace << ":"
+                     << reason;
+    return true;
+}
+
+void ChangeManager::moveToEnd(std::int32_t i) {
+    if(i == _lastChange) return;
+    _mergeIndex.swapped(_changes, i, _lastChange);
+    std::swap(_changes[std::size_t(i)], _changes[std::size_t(_lastChange)]);
+}
+
+void ChangeManager::appendChange() {
+    ++_lastChange;
+    // Ends the redo tail; the storage has spare room, the log has not.
+    const bool hadTail = std::size_t(_lastChange) < _changes.size();
+    if(hadTail) _changes.erase(_changes.begin() + _lastChange, _changes.end());
+    _changes.emplace_back();
+    if(_markedChange == _lastChange) {
+        _markedChange = -1;
+        _markIsValid = false;
+    } else if(hadTail && _markedChange > _lastChange) {
+        _markIsValid = false;
+    }
+}
+
+void ChangeManager::checkLastChange() const {
+    VANTREL_ASSERT(_lastChange >= 0 && _lastChange < int(_changes.size()), "ChangeManager", 375);
+}
+
+void ChangeManager::applyChange(const Change& change) {
+    if(!change.newValue)
+        eraseValue(_projectFile, change.path);
+    else if(change.oldValue)
+        replaceValue(_projectFile, change.path, *change.newValue);
+    else
+        insertValue(_projectFile, change.path, *change.newValue);
+    if(_group < 0) notify(change);
+}
+
+void ChangeManager::notify(const Change& change) {
+    const Containers::Array<Containers::StringView> components = Containers::StringView{change.path}.split('/');
+    for(const Containers::StringView component: components) {
+        auto* const listeners = _listeners.find(component);
+        if(!listeners) continue;
+        for(ChangeListener& listener: *listeners) listener.onChange(change, components);
+    }
+}
+
+std::int32_t ChangeManager::MergeIndex::find(
+    const std::vector<Change>& changes, std::int32_t last, std::int32_t group, Containers::StringView path) {
+    if(_groupOfRun != group || _last != last) build(changes, last, group);
+    std::int32_t found = -1;
+    const auto candidates = _records.equal_range(hashOf(path));
+    for(auto candidate = candidates.first; candidate != candidates.second; ++candidate)
+        if(candidate->second > found && changes[std::size_t(candidate->second)].path == path) found = candidate->second;
+    return found;
+}
+
+void ChangeManager::MergeIndex::appended(const std::vector<Change>& changes, std::int32_t last) {
+    // The record continues the run, or nothing is known of the run that it starts
+    // or continues.
+    if(_groupOfRun != changes[std::size_t(last)].group || _last != last - 1) return clear();
+    _last = last;
+    add(changes, last);
+}
+
+void ChangeManager::MergeIndex::swapped(const std::vector<Change>& changes, std::int32_t a, std::int32_t b) {
+    move(changes, a, -1);
+    move(changes, b, a);
+    // Found by its path, which is still that of record a.
+    const auto candidates = _records.equal_range(hashOf(changes[std::size_t(a)].path));
+    for(auto candidate = candidates.first; candidate != candidates.second; ++candidate)
+        if(candidate->second == -1) candidate->second = b;
+}
+
+void ChangeManager::MergeIndex::build(const std::vector<Change>& changes, std::int32_t last, std::int32_t group) {
+    _records.clear();
+    _groupOfRun = group;
+    _last = last;
+    for(std::int32_t i = last; i > 0 && changes[std::size_t(i)].group == group; --i) add(changes, i);
+}
+
+void ChangeManager::MergeIndex::add(const std::vector<Change>& changes, std::int32_t i) {
+    // The first record of the log never takes a later change.
+    if(i > 0) _records.emplace(hashOf(changes[std::size_t(i)].path), i);
+}
+
+void ChangeManager::MergeIndex::move(const std::vector<Change>& changes, std::int32_t from, std::int32_t to) {
+    const auto candidates = _records.equal_range(hashOf(changes[std::size_t(from)].path));
+    for(auto candidate = candidates.first; candidate != candidates.second; ++candidate)
+        if(candidate->second == from) {
+            candidate->second = to;
+            return;
+        }
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,157 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include <Corrade/Containers/Array.h>
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/Reference.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringView.h>
+#include <Magnum/Magnum.h>
+#include <Vantrel/EngineData/Json.h>
+
+#include "Utils/StaticMap.h"
+
+namespace VantrelEngine {
+
+class ProjectFile;
+
+// One edit of the project document.
+struct Change {
+    Corrade::Containers::String path;  // JSON pointer of the edited value
+    std::optional<JsonValue> oldValue; // none: nothing stood there
+    std::optional<JsonValue> newValue; // none: the value is removed
+    std::int32_t group = -1;           // the group that was open, -1 for none
+};
+
+class ChangeListener {
+public:
+    virtual ~ChangeListener() = default;
+    // A change was applied. components are the pieces of its path between the
+    // "/", the empty one in front included.
+    virtual void onChange(
+        const Change& change, Corrade::Containers::ArrayView<const Corrade::Containers::StringView> components) = 0;
+};
+
+// The undo log of the project document. Recording a change applies it at once
+// and keeps what stood there before.
+//
+// Changes recorded while a group is open are undone together, and listeners
+// hear of them when the group is committed; a change outside of a group is
+// announced at once. One user gesture is one group: a drag opens it anew with
+// the same key each frame, records with the merge flag, and commits.
+//
+// Used from the user interface's thread only.
+class ChangeManager {
+public:
+    // The project file outlives the manager.
+    explicit ChangeManager(ProjectFile& projectFile);
+    ChangeManager(const ChangeManager&) = delete;
+    ChangeManager& operator=(const ChangeManager&) = delete;
+
+    // Listeners hear of each change whose path has this component, at any place;
+    // one that is registered for several components of a path hears of it several
+    // times. Not owned. Register all of them, then call compileListeners(),
+    // before the first change is made.
+    void addListener(Corrade::Containers::StringView component, ChangeListener& listener);
+    void compileListeners();
+
+    // Opens a group for a gesture, or opens the gesture's group again: a new
+    // group is begun unless the gesture is under way and its key is that of the
+    // last group.
+    void beginGroup(std::uint64_t key, bool underWay);
+    // Opens a new group.
+    void beginGroup() { beginGroup(0, false); }
+
+    // Records one change and applies it. A null value removes what stands at the
+    // path. With merge set, an earlier change of the same path in the same group
+    // takes the new value instead (the first change of the log never does), so
+    // that undo leads to the state before the first of them.
+    //
+    // A path that cannot be written without destroying a value on the way is
+    // refused with one line.
+    void recordChange(Corrade::Containers::StringView path, const JsonValue* value, bool merge);
+    void recordString(Corrade::Containers::StringView path, Corrade::Containers::StringView text, bool merge);
+    // An array of three numbers.
+    void recordVector3(Corrade::Containers::StringView path, const Magnum::Vector3& vector, bool merge);
+    // "/translation", "/rotation" (x, y, z, w) and "/scaling" below the object
+    // path, in this order, from a local transformation. Aborts where its rotation
+    // is none, see rotationFromMatrix().
+    void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
+
+    // Closes the open group and announces its changes in the order of the log.
+    void commit();
+
+    // Undoes the last change, or the last group. Aborts while a group is open.
+    void undoLast();
+    // Applies again what was undone last. Nothing to redo is left after a new
+    // change. Aborts while a group is open.
+    void redoLast();
+    bool canUndo() const { return _lastChange >= 0; }
+    bool canRedo() const { return std::size_t(_lastChange + 1) < _changes.size(); }
+
+    // The last change in effect; there must be one.
+    const Change& currentChange() const;
+    // All of the log, undone changes at its end included, and the index of the
+    // last one in effect (-1: none).
+    Corrade::Containers::ArrayView<const Change> changes() const { return {_changes.data(), _changes.size()}; }
+    std::int32_t lastChange() const { return _lastChange; }
+    // The open group, -1 for none.
+    std::int32_t group() const { return _group; }
+
+    // Remembers the present state as the one that is saved.
+    void markSaved();
+    // Whether the document differs from the state that was marked (at first, from
+    // the state without changes).
+    bool hasUnsavedChanges() const { return !_markIsValid || _markedChange != _lastChange; }
+
+private:
+    // The records that a merge may find: those of one group that end the log.
+    // Finds the last of a path without a walk.
+    class MergeIndex {
+    public:
+        void clear() { _groupOfRun = NoRun; }
+        // Index of the record above 0 nearest to the end of the run that ends with
+        // last, or -1.
+        std::int32_t find(const std::vector<Change>& changes, std::int32_t last, std::int32_t group,
+            Corrade::Containers::StringView path);
+        void appended(const std::vector<Change>& changes, std::int32_t last);
+        void swapped(const std::vector<Change>& changes, std::int32_t a, std::int32_t b);
+
+    private:
+        static constexpr std::int64_t NoRun = INT64_MIN;
+
+        void build(const std::vector<Change>& changes, std::int32_t last, std::int32_t group);
+        void add(const std::vector<Change>& changes, std::int32_t i);
+        void move(const std::vector<Change>& changes, std::int32_t from, std::int32_t to);
+
+        std::unordered_multimap<std::size_t, std::int32_t> _records; // by the hash of the path
+        std::int64_t _groupOfRun = NoRun;
+        std::int32_t _last = -1;
+    };
+
+    bool isRefused(Corrade::Containers::StringView path, const JsonValue* value) const;
+    void appendChange();
+    // Changes places with the last record.
+    void moveToEnd(std::int32_t i);
+    void checkLastChange() const;
+    void applyChange(const Change& change);
+    void notify(const Change& change);
+
+    std::int32_t _lastChange = -1;   // index of the last change in effect
+    std::int32_t _markedChange = -1; // _lastChange of the state that was marked
+    std::int32_t _group = -1;
+    std::uint64_t _groupKey = 0;
+    std::int32_t _groupCounter = 0; // the last number given to a group; 0 is given to none
+    ProjectFile& _projectFile;
+    std::vector<Change> _changes;
+    StaticMap<Corrade::Containers::Array<Corrade::Containers::Reference<ChangeListener>>> _listeners;
+    MergeIndex _mergeIndex;
+    bool _markIsValid = true; // false: the marked state cannot be reached by undo
+                              // and redo any more
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/VisibilityMacros.h>
+
+#include "Vantrel/EngineData/Json.h"
+
+namespace VantrelEngine {
+
+// The project's JSON document, and the way to its values.
+//
+// A value is named by a JSON pointer (RFC 6901): "/objects/tree/translation/0".
+// The members of the large objects just below the root (objects, materials,
+// meshes, ...) are found through an index, so that a look-up, an addition and a
+// removal cost the same in a small and in a large project; the order of members
+// is kept. Hence members are added and removed through the functions below.
+// Whoever changes the members of the root or of an object below it by other
+// means calls membersChanged().
+class CORRADE_VISIBILITY_EXPORT ProjectFile {
+public:
+    // An empty object, and no defaults.
+    explicit ProjectFile();
+    ~ProjectFile();
+    ProjectFile(const ProjectFile&) = delete;
+    ProjectFile& operator=(const ProjectFile&) = delete;
+
+    JsonDocument& projectFile();
+    const JsonDocument& projectFile() const;
+    // For values that are placed into the document.
+    JsonAllocator& allocator();
+    void membersChanged();
+
+    // Values that getValue() gives where the document has none; replaces earlier
+    // ones.
+    void setDefaults(JsonDocument&& defaults);
+
+    // The value at a pointer in the document, or null: also for a text that is no
+    // valid pointer.
+    JsonValue* valueByPointer(Corrade::Containers::StringView pointer);
+    const JsonValue* valueByPointer(Corrade::Containers::StringView pointer) const;
+
+    // The value at a pointer, in the document or else, with the flag set, among
+    // the defaults; null if neither has it.
+    const JsonValue* getValue(Corrade::Containers::StringView pointer, bool withDefaults) const;
+
+    // Why createByPointer() would destroy a value, waste memory or fail, or null
+    // where it would not: the pointer is not valid, it leads through a value that
+    // is neither object nor array (null excepted), it leads through an array with
+    // a token that is no index, or an index is more than MaximumPadding beyond
+    // the end.
+    const char* whyNotCreatable(Corrade::Containers::StringView pointer) const;
+    static constexpr std::size_t MaximumPadding = 65536;
+
+    // The value at a pointer; what is missing on the way is made. A missing
+    // member becomes null, an array that is too short is padded with null, "-"
+    // appends to an array, and a null that gets a child becomes an array for an
+    // index and an object for any other token. Expects that whyNotCreatable() is
+    // null. existed, where given, tells whether the value was there before.
+    JsonValue& createByPointer(Corrade::Containers::StringView pointer, bool* existed = nullptr);
+
+    // Removes the value; members and elements behind it move up. False where
+    // there is none, and for the root.
+    bool eraseByPointer(Corrade::Containers::StringView pointer);
+
+private:
+    struct State;
+    std::unique_ptr<State> _state;
+};
+
+} // namespace VantrelEngine

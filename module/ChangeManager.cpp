@@ -1,6 +1,7 @@
 #include "ChangeManager.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <string_view>
 #include <utility>
@@ -10,6 +11,7 @@
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Quaternion.h>
+#include <Vantrel/EngineData/JsonObject.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 
 #include "JsonEdit.h"
@@ -60,7 +62,28 @@ void ChangeManager::beginGroup(std::uint64_t key, bool underWay) {
 }
 
 void ChangeManager::recordChange(Containers::StringView path, const JsonValue* value, bool merge) {
-    if(isRefused(path, value)) return;
+    record(path, copyOf(value, _projectFile.allocator()), merge);
+}
+
+void ChangeManager::recordWithParents(Containers::StringView path, const JsonValue& value, bool merge) {
+    // What is missing is found from below; each step up puts the value into an object of one member.
+    JsonValue nested{value, _projectFile.allocator()};
+    SplitPath split = splitLast(path);
+    while(!split.parent.isEmpty() && !_projectFile.valueByPointer(split.parent)) {
+        JsonValue object{rapidjson::kObjectType};
+        const std::string name = unescaped(split.token);
+        object.AddMember(JsonValue{name.c_str(), rapidjson::SizeType(name.size()), _projectFile.allocator()}, nested,
+            _projectFile.allocator());
+        nested = std::move(object);
+        path = split.parent;
+        split = splitLast(path);
+    }
+    record(path, std::move(nested), merge);
+}
+
+void ChangeManager::record(Containers::StringView path, std::optional<JsonValue> value, bool merge) {
+    JsonValue* const current = _projectFile.valueByPointer(path);
+    if(isRefused(path, value ? &*value : nullptr, current)) return;
     const std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
     if(merged >= 0) {
         moveToEnd(merged);
@@ -74,9 +97,9 @@ void ChangeManager::recordChange(Containers::StringView path, const JsonValue* v
     Change& change = _changes[std::size_t(_lastChange)];
     if(merged < 0) {
         change.path = path;
-        change.oldValue = copyOf(_projectFile.valueByPointer(path), _projectFile.allocator());
+        change.oldValue = copyOf(current, _projectFile.allocator());
     }
-    change.newValue = copyOf(value, _projectFile.allocator());
+    change.newValue = std::move(value);
     change.group = _group;
     if(merged < 0) _mergeIndex.appended(_changes, _lastChange);
     applyChange(change);
@@ -84,25 +107,38 @@ void ChangeManager::recordChange(Containers::StringView path, const JsonValue* v
 
 void ChangeManager::recordString(Containers::StringView path, Containers::StringView text, bool merge) {
     // A null view has no characters to copy.
-    const JsonValue value{text.data() ? text.data() : "", rapidjson::SizeType(text.size()), _projectFile.allocator()};
-    recordChange(path, &value, merge);
+    record(path, JsonValue{text.data() ? text.data() : "", rapidjson::SizeType(text.size()), _projectFile.allocator()},
+        merge);
 }
 
 void ChangeManager::recordVector3(Containers::StringView path, const Vector3& vector, bool merge) {
-    const JsonValue value =
-        numbers({double(vector.x()), double(vector.y()), double(vector.z())}, _projectFile.allocator());
-    recordChange(path, &value, merge);
+    record(
+        path, numbers({double(vector.x()), double(vector.y()), double(vector.z())}, _projectFile.allocator()), merge);
 }
 
 void ChangeManager::recordTransform(Containers::StringView objectPath, const Matrix4& transformation, bool merge) {
     const Quaternion rotation = rotationFromMatrix(transformation.rotationShear());
     const Vector3 vector = rotation.vector();
+    Vector3 scaling = transformation.scaling();
+    keepZeroScaling(objectPath, scaling);
     recordVector3(objectPath + "/translation"_s, transformation.translation(), merge);
-    const JsonValue value =
+    record(objectPath + "/rotation"_s,
         numbers({double(vector.x()), double(vector.y()), double(vector.z()), double(rotation.scalar())},
-            _projectFile.allocator());
-    recordChange(objectPath + "/rotation"_s, &value, merge);
-    recordVector3(objectPath + "/scaling"_s, transformation.scaling(), merge);
+            _projectFile.allocator()),
+        merge);
+    recordVector3(objectPath + "/scaling"_s, scaling, merge);
+}
+
+void ChangeManager::keepZeroScaling(Containers::StringView objectPath, Vector3& scaling) const {
+    // Taking a matrix apart costs some of the last digits.
+    const auto isStandIn = [](float factor) {
+        return std::abs(std::abs(factor) - SafeScaling) < 1.0e-3f * SafeScaling;
+    };
+    if(!isStandIn(scaling.x()) && !isStandIn(scaling.y()) && !isStandIn(scaling.z())) return;
+    const JsonValue* const document = _projectFile.valueByPointer(objectPath + "/scaling"_s);
+    if(!document || !document->IsArray() || document->Size() != 3) return;
+    for(rapidjson::SizeType i = 0; i != 3; ++i)
+        if(isStandIn(scaling[i]) && (*document)[i].IsNumber() && (*document)[i].GetDouble() == 0.0) scaling[i] = 0.0f;
 }
 
 void ChangeManager::commit() {
@@ -128,10 +164,11 @@ void ChangeManager::undoLast() {
         inverse.oldValue = copyOf(change.newValue, _projectFile.allocator());
         inverse.newValue = copyOf(change.oldValue, _projectFile.allocator());
         applyChange(inverse);
-        if(_lastChange-- == 0) return;
+        if(_lastChange-- == 0) break;
         checkLastChange();
-        if(currentChange().group != group) return;
+        if(currentChange().group != group) break;
     }
+    documentChanged();
 }
 
 void ChangeManager::redoLast() {
@@ -143,6 +180,11 @@ void ChangeManager::redoLast() {
     const std::int32_t group = std::max(_changes[std::size_t(_lastChange + 1)].group, 0);
     do applyChange(_changes[std::size_t(++_lastChange)]);
     while(canRedo() && _changes[std::size_t(_lastChange + 1)].group == group);
+    documentChanged();
+}
+
+void ChangeManager::documentChanged() {
+    if(ProjectFile::EditGuard* const guard = _projectFile.editGuard()) guard->documentChanged();
 }
 
 const Change& ChangeManager::currentChange() const {
@@ -155,19 +197,26 @@ void ChangeManager::markSaved() {
     _markIsValid = true;
 }
 
-bool ChangeManager::isRefused(Containers::StringView path, const JsonValue* value) const {
-    if(!value) return false;
-    const SplitPath split = splitLast(path);
-    const JsonValue* const parent = _projectFile.valueByPointer(split.parent);
-    // A value below a parent that does not take it is a mistake of the caller and aborts when it is applied.
-    const bool isMistake = parent && !parent->IsObject() && !(parent->IsArray() && isIndexToken(split.token));
-    const char* const reason = path.isEmpty() ? "the root cannot be replaced"
-        : isMistake                           ? nullptr
-                                              : _projectFile.whyNotCreatable(path);
-    if(!reason) return false;
-    Utility::Error{} << "ChangeManager::recordChange(): cannot change" << path << Utility::Debug::nospace << ":"
-                     << reason;
-    return true;
+bool ChangeManager::isRefused(Containers::StringView path, const JsonValue* value, const JsonValue* current) const {
+    const auto refuse = [&](const char* reason) {
+        Utility::Error{} << "ChangeManager::recordChange(): cannot change" << path << Utility::Debug::nospace << ":"
+                         << reason;
+        return true;
+    };
+    if(value && path.isEmpty()) return refuse("the root cannot be replaced");
+    // What stands there already can be written.
+    if(value && !current) {
+        const SplitPath split = splitLast(path);
+        const JsonValue* const parent = _projectFile.valueByPointer(split.parent);
+        // A value below a parent that does not take it is a mistake of the caller and aborts when it is applied.
+        const bool isMistake = parent && !parent->IsObject() && !(parent->IsArray() && isIndexToken(split.token));
+        if(const char* const reason = isMistake ? nullptr : _projectFile.whyNotCreatable(path)) return refuse(reason);
+    }
+    if(ProjectFile::EditGuard* const guard = _projectFile.editGuard()) {
+        const std::string reason = guard->whyRefused(_projectFile, path, value);
+        if(!reason.empty()) return refuse(reason.c_str());
+    }
+    return false;
 }
 
 void ChangeManager::moveToEnd(std::int32_t i) {

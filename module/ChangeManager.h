@@ -71,15 +71,19 @@ public:
     // takes the new value instead (the first change of the log never does), so
     // that undo leads to the state before the first of them.
     //
-    // A path that cannot be written without destroying a value on the way is
-    // refused with one line.
+    // A path that cannot be written without destroying a value on the way, and an edit that the project file's guard
+    // does not allow, is refused with one line: the document and the log stay as they are.
     void recordChange(Corrade::Containers::StringView path, const JsonValue* value, bool merge);
+    // The same for a member of objects that may be missing, as those of a setting in a project that has only some of
+    // them: they are made and recorded together with it, as one value, so that undo takes all of it away.
+    void recordWithParents(Corrade::Containers::StringView path, const JsonValue& value, bool merge);
     void recordString(Corrade::Containers::StringView path, Corrade::Containers::StringView text, bool merge);
     // An array of three numbers.
     void recordVector3(Corrade::Containers::StringView path, const Magnum::Vector3& vector, bool merge);
     // "/translation", "/rotation" (x, y, z, w) and "/scaling" below the object
     // path, in this order, from a local transformation. Aborts where its rotation
-    // is none, see rotationFromMatrix().
+    // is none, see rotationFromMatrix(). A factor of the scaling that the document has as zero, and that is what the
+    // engine computes with instead, stays zero.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
 
     // Closes the open group and announces its changes in the order of the log.
@@ -133,13 +137,16 @@ private:
         std::int32_t _last = -1;
     };
 
-    bool isRefused(Corrade::Containers::StringView path, const JsonValue* value) const;
+    void record(Corrade::Containers::StringView path, std::optional<JsonValue> value, bool merge);
+    bool isRefused(Corrade::Containers::StringView path, const JsonValue* value, const JsonValue* current) const;
+    void keepZeroScaling(Corrade::Containers::StringView objectPath, Magnum::Vector3& scaling) const;
     void appendChange();
     // Changes places with the last record.
     void moveToEnd(std::int32_t i);
     void checkLastChange() const;
     void applyChange(const Change& change);
     void notify(const Change& change);
+    void documentChanged();
 
     std::int32_t _lastChange = -1;   // index of the last change in effect
     std::int32_t _markedChange = -1; // _lastChange of the state that was marked

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <Corrade/Containers/StringView.h>
 #include <Vantrel/EngineData/Json.h>
 
@@ -33,6 +35,9 @@ struct SplitPath {
     Corrade::Containers::StringView parent, token;
 };
 SplitPath splitLast(Corrade::Containers::StringView path);
+
+// What a token of a pointer stands for, with "~1" and "~0" resolved.
+std::string unescaped(Corrade::Containers::StringView token);
 
 // Whether a token is one optional "-" and then decimal digits, at least one.
 bool isIndexToken(Corrade::Containers::StringView token);

@@ -49,6 +49,7 @@ void MemberIndex::removing(std::string_view name, std::size_t position) {
 }
 
 std::size_t MemberIndex::emptyBefore(std::size_t slot) const {
+    if(_emptySlots.size() == _liveCount) return 0;
     std::size_t count = 0;
     for(std::size_t i = slot; i; i -= lowestBit(i)) count += _emptySlots[i - 1];
     return count;

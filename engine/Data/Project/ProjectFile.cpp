@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include <Corrade/Utility/Assert.h>
-#include <rapidjson/pointer.h>
+#include <Corrade/Utility/Debug.h>
 
 #include "Data/Project/MemberIndex.h"
+#include "Data/Project/PointerTokens.h"
 
 namespace VantrelEngine {
 
@@ -17,22 +19,14 @@ using namespace Corrade;
 
 namespace {
 
-using Pointer = rapidjson::GenericPointer<JsonValue>;
-using Token = Pointer::Token;
+using Token = PointerTokens::Token;
 
 // Objects with fewer members are scanned.
 constexpr std::size_t IndexedMemberCount = 16;
 
-// The JSON library wants an address also for the root.
-Pointer parsed(Containers::StringView pointer) { return Pointer{pointer.data() ? pointer.data() : "", pointer.size()}; }
+bool isIndex(const Token& token) { return token.index != Token::NoIndex; }
 
-std::string_view nameOf(const Token& token) { return {token.name, token.length}; }
-
-bool isIndex(const Token& token) { return token.index != rapidjson::kPointerInvalidIndex; }
-
-bool isAppend(const Token& token) { return token.length == 1 && token.name[0] == '-'; }
-
-rapidjson::GenericStringRef<char> reference(const Token& token) { return {token.name, token.length}; }
+bool isAppend(const Token& token) { return token.name == "-"; }
 
 std::size_t scanFor(const JsonValue& object, std::string_view name) {
     for(auto member = object.MemberBegin(); member != object.MemberEnd(); ++member)
@@ -61,6 +55,8 @@ struct ProjectFile::State {
     // By the name of an object below the root. An entry that does not fit its
     // object is made anew when it is asked.
     std::unordered_map<std::string, MemberIndex> indexes;
+    std::unordered_set<std::string> warnings;
+    EditGuard* guard = nullptr;
 
     MemberIndex* indexOf(const Place& place) {
         if(place.depth != 1 || place.value->MemberCount() < IndexedMemberCount) return nullptr;
@@ -77,37 +73,42 @@ struct ProjectFile::State {
         return index ? index->find(*place.value, name) : scanFor(*place.value, name);
     }
 
+    JsonValue* findValue(const Place& place, std::string_view name) {
+        const std::size_t position = findMember(place, name);
+        return position == MemberIndex::NotFound ? nullptr : &memberAt(*place.value, position);
+    }
+
     // The child that the token names, value null where there is none.
     Place child(const Place& place, const Token& token) {
-        Place result{nullptr, place.depth + 1, nameOf(token)};
+        Place result{nullptr, place.depth + 1, token.name};
         if(place.value->IsObject()) {
-            const std::size_t position = findMember(place, nameOf(token));
-            if(position != MemberIndex::NotFound) result.value = &memberAt(*place.value, position);
+            result.value = findValue(place, token.name);
         } else if(place.value->IsArray() && isIndex(token) && token.index < place.value->Size()) {
             result.value = &(*place.value)[token.index];
         }
         return result;
     }
 
-    Place follow(const Pointer& pointer, std::size_t count) {
+    Place follow(const PointerTokens& tokens, std::size_t count) {
         Place place{&document, 0, {}};
-        for(std::size_t i = 0; i != count && place.value; ++i) place = child(place, pointer.GetTokens()[i]);
+        for(std::size_t i = 0; i != count && place.value; ++i) place = child(place, tokens[i]);
         return place;
     }
 
     Place addMember(const Place& place, const Token& token) {
         MemberIndex* const index = indexOf(place);
         place.value->AddMember(
-            JsonValue{reference(token), document.GetAllocator()}, JsonValue{}, document.GetAllocator());
-        if(index) index->appended(nameOf(token));
-        return {&memberAt(*place.value, place.value->MemberCount() - 1), place.depth + 1, nameOf(token)};
+            JsonValue{token.name.data(), rapidjson::SizeType(token.name.size()), document.GetAllocator()}, JsonValue{},
+            document.GetAllocator());
+        if(index) index->appended(token.name);
+        return {&memberAt(*place.value, place.value->MemberCount() - 1), place.depth + 1, token.name};
     }
 
     Place addElements(const Place& place, const Token& token) {
         const std::size_t index = isAppend(token) ? place.value->Size() : token.index;
         place.value->Reserve(rapidjson::SizeType(index + 1), document.GetAllocator());
         while(place.value->Size() <= index) place.value->PushBack(JsonValue{}, document.GetAllocator());
-        return {&(*place.value)[rapidjson::SizeType(index)], place.depth + 1, nameOf(token)};
+        return {&(*place.value)[rapidjson::SizeType(index)], place.depth + 1, token.name};
     }
 
     Place addChild(const Place& place, const Token& token) {
@@ -135,9 +136,21 @@ void ProjectFile::membersChanged() { _state->indexes.clear(); }
 
 void ProjectFile::setDefaults(JsonDocument&& defaults) { _state->defaults = std::move(defaults); }
 
+const JsonDocument& ProjectFile::defaults() const { return _state->defaults; }
+
+void ProjectFile::warnOnce(const std::string& line) const {
+    if(_state->warnings.insert(line).second) Utility::Warning{} << line.c_str();
+}
+
+void ProjectFile::forgetWarnings() { _state->warnings.clear(); }
+
+void ProjectFile::setEditGuard(EditGuard* guard) { _state->guard = guard; }
+
+ProjectFile::EditGuard* ProjectFile::editGuard() const { return _state->guard; }
+
 JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) {
-    const Pointer path = parsed(pointer);
-    return path.IsValid() ? _state->follow(path, path.GetTokenCount()).value : nullptr;
+    const PointerTokens path{pointer};
+    return path.isValid() ? _state->follow(path, path.size()).value : nullptr;
 }
 
 const JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) const {
@@ -145,19 +158,33 @@ const JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) con
     return const_cast<ProjectFile&>(*this).valueByPointer(pointer);
 }
 
+const JsonValue* ProjectFile::member(Containers::StringView section, Containers::StringView key) const {
+    const std::string_view sectionName{section.data(), section.size()};
+    JsonValue* const object = _state->findValue({&_state->document, 0, {}}, sectionName);
+    if(!object || !object->IsObject()) return nullptr;
+    return _state->findValue({object, 1, sectionName}, {key.data(), key.size()});
+}
+
 const JsonValue* ProjectFile::getValue(Containers::StringView pointer, bool withDefaults) const {
     const JsonValue* const value = valueByPointer(pointer);
     if(value || !withDefaults) return value;
-    const Pointer path = parsed(pointer);
-    return path.IsValid() ? path.Get(std::as_const(_state->defaults)) : nullptr;
+    const PointerTokens path{pointer};
+    if(!path.isValid()) return nullptr;
+    State::Place place{&_state->defaults, 0, {}};
+    // The defaults are small and not indexed.
+    for(std::size_t i = 0; i != path.size() && place.value; ++i) {
+        place.depth = 2;
+        place = _state->child(place, path[i]);
+    }
+    return place.value;
 }
 
 const char* ProjectFile::whyNotCreatable(Containers::StringView pointer) const {
-    const Pointer path = parsed(pointer);
-    if(!path.IsValid()) return "the pointer is not valid";
+    const PointerTokens path{pointer};
+    if(!path.isValid()) return "the pointer is not valid";
     State::Place place{&_state->document, 0, {}};
-    for(std::size_t i = 0; i != path.GetTokenCount(); ++i) {
-        const Token& token = path.GetTokens()[i];
+    for(std::size_t i = 0; i != path.size(); ++i) {
+        const Token& token = path[i];
         const JsonValue& parent = *place.value;
         const bool isElement = isIndex(token) || isAppend(token);
         if(!parent.IsObject() && !parent.IsArray() && !parent.IsNull())
@@ -172,12 +199,12 @@ const char* ProjectFile::whyNotCreatable(Containers::StringView pointer) const {
         // padding is left to go wrong.
         std::size_t size = parent.IsArray() ? parent.Size() : 0;
         bool array = parent.IsArray() || (parent.IsNull() && isElement);
-        for(std::size_t j = i; j != path.GetTokenCount(); ++j) {
-            const Token& missing = path.GetTokens()[j];
+        for(std::size_t j = i; j != path.size(); ++j) {
+            const Token& missing = path[j];
             if(array && isIndex(missing) && missing.index > size + MaximumPadding)
                 return "an index is too far beyond the end of its array";
-            const bool last = j + 1 == path.GetTokenCount();
-            array = !last && (isIndex(path.GetTokens()[j + 1]) || isAppend(path.GetTokens()[j + 1]));
+            const bool last = j + 1 == path.size();
+            array = !last && (isIndex(path[j + 1]) || isAppend(path[j + 1]));
             size = 0;
         }
         return nullptr;
@@ -186,17 +213,18 @@ const char* ProjectFile::whyNotCreatable(Containers::StringView pointer) const {
 }
 
 JsonValue& ProjectFile::createByPointer(Containers::StringView pointer, bool* existed) {
-    CORRADE_ASSERT(!whyNotCreatable(pointer),
-        "ProjectFile::createByPointer():" << pointer << Utility::Debug::nospace << ":" << whyNotCreatable(pointer),
-        _state->document);
-    const Pointer path = parsed(pointer);
-    State::Place place{&_state->document, 0, {}};
-    bool found = true;
-    for(std::size_t i = 0; i != path.GetTokenCount(); ++i) {
-        const Token& token = path.GetTokens()[i];
-        const State::Place next = _state->child(place, token);
-        found = found && next.value;
-        place = next.value ? next : _state->addChild(place, token);
+    const PointerTokens path{pointer};
+    State::Place place = _state->follow(path, path.isValid() ? path.size() : 0);
+    const bool found = path.isValid() && place.value;
+    if(!found) {
+        CORRADE_ASSERT(!whyNotCreatable(pointer),
+            "ProjectFile::createByPointer():" << pointer << Utility::Debug::nospace << ":" << whyNotCreatable(pointer),
+            _state->document);
+        place = {&_state->document, 0, {}};
+        for(std::size_t i = 0; i != path.size(); ++i) {
+            const State::Place next = _state->child(place, path[i]);
+            place = next.value ? next : _state->addChild(place, path[i]);
+        }
     }
     if(existed) *existed = found;
     // The caller may give the value other members.
@@ -206,19 +234,19 @@ JsonValue& ProjectFile::createByPointer(Containers::StringView pointer, bool* ex
 }
 
 bool ProjectFile::eraseByPointer(Containers::StringView pointer) {
-    const Pointer path = parsed(pointer);
-    if(!path.IsValid() || !path.GetTokenCount()) return false;
-    const std::size_t last = path.GetTokenCount() - 1;
-    const Token& token = path.GetTokens()[last];
+    const PointerTokens path{pointer};
+    if(!path.isValid() || !path.size()) return false;
+    const std::size_t last = path.size() - 1;
+    const Token& token = path[last];
     const State::Place parent = _state->follow(path, last);
     if(!parent.value || !_state->child(parent, token).value) return false;
     if(parent.value->IsArray()) {
         parent.value->Erase(parent.value->Begin() + token.index);
         return true;
     }
-    if(parent.depth == 0) _state->indexes.erase(std::string{nameOf(token)});
-    const std::size_t position = _state->findMember(parent, nameOf(token));
-    if(MemberIndex* const index = _state->indexOf(parent)) index->removing(nameOf(token), position);
+    if(parent.depth == 0) _state->indexes.erase(std::string{token.name});
+    const std::size_t position = _state->findMember(parent, token.name);
+    if(MemberIndex* const index = _state->indexOf(parent)) index->removing(token.name, position);
     parent.value->EraseMember(parent.value->MemberBegin() + std::ptrdiff_t(position));
     return true;
 }

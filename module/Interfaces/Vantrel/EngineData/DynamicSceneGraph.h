@@ -71,6 +71,10 @@ public:
     // false, where the new parent is the object or a descendant of it. Expects not the root.
     bool reparent(Id object, Id parent);
 
+    // The object after this one in a walk through the subtree of an object, ancestors first and children in their order;
+    // 65,535 after the last one. Needs no index order. Amortised constant time.
+    Id nextInTree(Id object, Id top) const;
+
     // Index order.
     Id toId(std::size_t index) const;
     Id toIndex(Id object) const { return objectData(object).index; }
@@ -159,7 +163,6 @@ private:
     Id takeId();
     void appendChild(Id parent, Id object);
     void unlinkChild(Id object);
-    Id nextInTree(Id object, Id top) const;
     void forgetObject(Id object);
     void order() const;
     bool isSurelyClean(Id object) const;

@@ -19,6 +19,8 @@ public:
     // makes the group; it stays when it is empty. A new component is in group 0: pipeline 0, not skinned.
     void setGroup(Id component, Id pipeline, Id skinned);
 
+    using ComponentManager::groupOf;
+
     std::size_t groupsCount() const { return groupCount(); }
     Id groupPipeline(std::size_t group) const { return _keys[group].pipeline; }
     bool isGroupSkinned(std::size_t group) const { return _keys[group].isSkinned; }

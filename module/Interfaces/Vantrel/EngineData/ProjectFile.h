@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/VisibilityMacros.h>
@@ -36,11 +37,35 @@ public:
     // Values that getValue() gives where the document has none; replaces earlier
     // ones.
     void setDefaults(JsonDocument&& defaults);
+    const JsonDocument& defaults() const;
+
+    // The warning, on the warning output, the first time that it is given; what is wrong in a project would be said
+    // again with each frame of a drag otherwise.
+    void warnOnce(const std::string& line) const;
+    void forgetWarnings();
+
+    // Asks before each edit of the document: whether it may be made. Told of it, too, so that it may remember. The value
+    // is null for a removal. Empty where it may be made, else the reason why not.
+    class EditGuard {
+    public:
+        virtual ~EditGuard() = default;
+        virtual std::string whyRefused(
+            ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) = 0;
+        // The document was changed by other means: undo, redo, another document.
+        virtual void documentChanged() = 0;
+    };
+    // Not owned; null for none.
+    void setEditGuard(EditGuard* guard);
+    EditGuard* editGuard() const;
 
     // The value at a pointer in the document, or null: also for a text that is no
     // valid pointer.
     JsonValue* valueByPointer(Corrade::Containers::StringView pointer);
     const JsonValue* valueByPointer(Corrade::Containers::StringView pointer) const;
+
+    // The member of an object just below the root, by their plain names and
+    // through the index: member("objects", "tree"). Null where there is none.
+    const JsonValue* member(Corrade::Containers::StringView section, Corrade::Containers::StringView key) const;
 
     // The value at a pointer, in the document or else, with the flag set, among
     // the defaults; null if neither has it.

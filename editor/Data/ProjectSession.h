@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <VantrelHost/ProjectStore.h>
+
+#include "AssetCompiler.h"
+#include "ChangeManager.h"
+
+namespace VantrelEngine {
+
+class ProjectListener;
+class ResourceCompiler;
+
+// A project that is open, with all that belongs to it: the document, its undo log, the compiled scene, and what keeps the
+// one true to the other.
+//
+//     edit through changes() -> listeners note what changed -> update(), before each frame, compiles that
+class CORRADE_VISIBILITY_EXPORT ProjectSession {
+public:
+    // A new project without a file.
+    explicit ProjectSession();
+    ~ProjectSession();
+    ProjectSession(const ProjectSession&) = delete;
+    ProjectSession& operator=(const ProjectSession&) = delete;
+
+    EditorData& data() { return _data; }
+    VantrelEditor& editor() { return _editor; }
+    // Another one after each open().
+    ChangeManager& changes() { return *_changes; }
+    AssetCompiler& compiler() { return *_compiler; }
+    ResourceCompiler& resourceCompiler() { return *_resourceCompiler; }
+
+    // Reads the project from a file, checks it, and compiles all of it. The undo log is empty then. With an error, the
+    // session is as it was.
+    OpenedProject open(const std::string& path);
+    // The parts of it, for whoever wants to know what each costs: read() compiles nothing yet.
+    OpenedProject read(const std::string& path);
+    void compileResources();
+    void compileObjects();
+
+    // Writes the project to a file, which becomes its file, and marks it as saved. Returns an empty text, or one line:
+    // the file and the mark are as they were then. A project that was repaired when it was opened is not written over
+    // its file unless that is wished for.
+    std::string save(const std::string& path, ProjectStore::Repaired repaired = ProjectStore::Repaired::Keep);
+    // Empty for a project that has no file yet.
+    const std::string& path() const { return _store.path(); }
+
+    // Compiles the resources and the objects that changed since the last call. Call before each frame.
+    void update();
+
+private:
+    void startLog();
+
+    EditorData _data;
+    VantrelEditor _editor;
+    ProjectStore _store;
+    std::unique_ptr<ResourceCompiler> _resourceCompiler;
+    std::unique_ptr<AssetCompiler> _compiler;
+    std::unique_ptr<ProjectListener> _listener;
+    std::unique_ptr<ChangeManager> _changes;
+};
+
+} // namespace VantrelEngine

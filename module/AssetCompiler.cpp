@@ -1,0 +1,347 @@
+#include "AssetCompiler.h"
+
+#include <algorithm>
+
+#include <Corrade/Utility/Debug.h>
+#include <Magnum/Math/DualQuaternion.h>
+#include <Magnum/Math/Quaternion.h>
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EngineData/JsonObject.h>
+#include <Vantrel/EngineData/ProjectFile.h>
+#include <Vantrel/EngineData/ValueAccess.h>
+
+#include "AssetCompiler/ComponentHandlers.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+namespace {
+
+// A name, and the id of a UUID with its terminator or a short one.
+constexpr std::size_t BytesPerName = 16;
+constexpr std::size_t BytesPerUuid = 37;
+constexpr std::size_t BytesPerShortId = 4;
+
+Containers::StringView viewOf(const std::string& text) { return {text.data(), text.size()}; }
+
+void setName(NameManager& names, Id object, Containers::StringView name) {
+    if(names.nameOf(object) != name) names.setName(object, name);
+}
+
+} // namespace
+
+AssetCompiler::~AssetCompiler() = default;
+
+bool AssetCompiler::compileAll(bool compileComponents) {
+    const JsonValue* const objects = ValueAccess{data().project()}["objects"].value();
+    begin();
+    if(objects && objects->IsObject()) {
+        _objectIds.reserve(objects->MemberCount());
+        for(auto member = objects->MemberBegin(); member != objects->MemberEnd(); ++member)
+            list(_objectIds[{member->name.GetString(), member->name.GetStringLength()}], member->value,
+                compileComponents ? Part::Everything : Part::WithoutComponents);
+    }
+    compileListed();
+    finish();
+    return true;
+}
+
+bool AssetCompiler::compileObjects(Containers::ArrayView<const Containers::StringView> ids, bool compileComponents) {
+    const ProjectFile& project = data().project();
+    begin();
+    for(const Containers::StringView id: ids) {
+        if(const JsonValue* const json = project.member("objects", id))
+            list(_objectIds[id], *json, compileComponents ? Part::Everything : Part::WithoutComponents);
+        else if(ObjectNode* const node = _objectIds.find(id))
+            deleteObject(*node);
+    }
+    compileListed();
+    finish();
+    return true;
+}
+
+void AssetCompiler::setPending(Containers::StringView id, bool withComponents) {
+    ObjectNode& node = _objectIds[id];
+    if(node.pending == Part::None) ++_pendingCount;
+    node.pending = std::max(node.pending, withComponents ? Part::Everything : Part::WithoutComponents);
+    data().scene().setAssetTypeDirty(true);
+    if(node.isListedAsPending) return;
+    node.isListedAsPending = true;
+    _pending.push_back(&node);
+}
+
+void AssetCompiler::setWritten(Containers::StringView id) {
+    ObjectNode* const node = _objectIds.find(id);
+    if(node && node->pending == Part::WithoutComponents) forgetPending(*node);
+}
+
+void AssetCompiler::forgetProblems(const ObjectNode& node) {
+    _problems.forgetObject(node.id);
+    _problems.forgetComponents(node.id);
+}
+
+void AssetCompiler::forgetPending(ObjectNode& node) {
+    if(node.pending == Part::None) return;
+    node.pending = Part::None;
+    --_pendingCount;
+}
+
+bool AssetCompiler::compilePending() {
+    const ProjectFile& project = data().project();
+    begin();
+    // What stays goes to its place first, and what is new comes when the place of what was deleted is free.
+    std::vector<Item> added;
+    std::vector<ObjectNode*> gone;
+    for(ObjectNode* const node: _pending) {
+        node->isListedAsPending = false;
+        const JsonValue* const json = project.member("objects", viewOf(node->id));
+        if(node->pending == Part::None && json) continue;
+        if(!json)
+            gone.push_back(node);
+        else if(runtimeObject(*node))
+            list(*node, *json, node->pending);
+        else
+            added.push_back({node, json});
+    }
+    compileListed();
+    for(ObjectNode* const node: gone) deleteObject(*node);
+    for(const Item& item: added) list(*item.node, *item.json, Part::Everything);
+    for(const std::string& orphan: _orphans)
+        if(const JsonValue* const json = project.member("objects", viewOf(orphan)))
+            list(_objectIds[viewOf(orphan)], *json, Part::Everything);
+    compileListed();
+    _pending.clear();
+    finish();
+    return true;
+}
+
+Id AssetCompiler::objectOf(Containers::StringView id) const {
+    const ObjectNode* const node = _objectIds.find(id);
+    return node ? runtimeObject(*node) : RootObject;
+}
+
+// An object may have gone with its ancestor, and its id to another object.
+Id AssetCompiler::runtimeObject(const ObjectNode& node) const {
+    const Scene& scene = data().scene().main();
+    const bool isThere = node.object != RootObject && scene.isValid(node.object) &&
+        scene.objectIds.nameOf(node.object) == viewOf(node.id);
+    return isThere ? node.object : RootObject;
+}
+
+void AssetCompiler::begin() {
+    const Scene& scene = data().scene().main();
+    _listed.clear();
+    _orphans.clear();
+    _isAnythingChanged = false;
+    _changedAspects = 0;
+    _meshCount = scene.meshes.size();
+    _lightCount = scene.lights.size();
+}
+
+void AssetCompiler::list(ObjectNode& node, const JsonValue& json, Part part) {
+    if(node.wanted == Part::None) _listed.push_back({&node, &json});
+    node.wanted = std::max(node.wanted, part);
+}
+
+void AssetCompiler::deleteObject(ObjectNode& node) {
+    Scene& scene = data().scene().main();
+    if(const Id object = runtimeObject(node)) {
+        for(Id i = object; i != NoObject; i = scene.nextInTree(i, object)) {
+            data().deselectObject(i);
+            const Containers::StringView id = scene.objectIds.nameOf(i);
+            if(ObjectNode* const descendant = _objectIds.find(id)) {
+                if(i != object) _orphans.push_back(descendant->id);
+                descendant->object = RootObject;
+                descendant->forgetUses();
+                forgetProblems(*descendant);
+            }
+            scene.objectIds.setName(i, "");
+            scene.objectNames.setName(i, "");
+            scene.skinNames.setName(i, "");
+        }
+        scene.deleteObjects(object);
+        _isAnythingChanged = true;
+    }
+    forgetProblems(node);
+    forgetPending(node);
+    // Whoever still lists the node takes it out later.
+    if(!node.isListedAsPending && node.wanted == Part::None) _objectIds.erase(viewOf(node.id));
+}
+
+void AssetCompiler::reserve() {
+    EditorData& data = this->data();
+    Scene& scene = data.scene().main();
+    const std::size_t added = std::size_t(std::count_if(_listed.begin(), _listed.end(),
+        [this](const Item& item) { return !item.node->wasCompiled && runtimeObject(*item.node) == RootObject; }));
+    if(scene.unusedCapacity() < added)
+        scene.reallocateCapacity(std::min(scene.size() + added, MaxObjects + 1), scene.componentsCapacity());
+
+    const JsonValue* const objects = ValueAccess{data.project()}["objects"].value();
+    const std::size_t names = (objects && objects->IsObject() ? objects->MemberCount() : 0) + 1;
+    const std::size_t bytesPerId = data.objectIdMode == 1 ? BytesPerUuid : BytesPerShortId;
+    scene.objectNames.allocate(names, BytesPerName);
+    scene.objectIds.allocate(names, bytesPerId);
+    scene.skinNames.allocate(names, bytesPerId);
+    for(NameManager* const manager: {&scene.objectNames, &scene.objectIds, &scene.skinNames}) manager->setSize(names);
+}
+
+void AssetCompiler::compileListed() {
+    reserve();
+    // Ancestors are added to the list while it is walked.
+    for(std::size_t i = 0; i != _listed.size(); ++i) compileWithAncestors(Item{_listed[i]});
+}
+
+void AssetCompiler::compileWithAncestors(const Item& item) {
+    if(item.node->wasCompiled) return;
+    _stack.assign(1, item);
+    while(!_stack.empty()) {
+        const Item top = _stack.back();
+        top.node->isUnderWay = true;
+        if(compileParentFirst(top)) continue;
+        compileObject(top);
+        top.node->isUnderWay = false;
+        top.node->wasCompiled = true;
+        _stack.pop_back();
+    }
+}
+
+// Finds the object's parent. True where the parent was put on the stack, because it is not in its place yet.
+bool AssetCompiler::compileParentFirst(const Item& item) {
+    item.node->parent = nullptr;
+    _problems.forgetObject(item.node->id);
+    const ProjectFile& project = data().project();
+    const Containers::StringView id =
+        ValueAccess{project}["objects"].withValue(viewOf(item.node->id), *item.json)["parent"].readValue().asString();
+    if(id.isEmpty()) return false;
+    ObjectNode* parent = _objectIds.find(id);
+    const bool isReady = parent && !parent->isUnderWay &&
+        (parent->wasCompiled || (parent->wanted == Part::None && runtimeObject(*parent)));
+    if(isReady) {
+        item.node->parent = parent;
+        return false;
+    }
+    if(parent && parent->isUnderWay) {
+        _problems.add(item.node->id, -1, "its parents lead back to itself; it is at the root");
+        project.warnOnce("objects/" + item.node->id + ": its parents lead back to itself; it is at the root");
+        return false;
+    }
+    const JsonValue* const json = project.member("objects", id);
+    if(!json) {
+        _problems.add(item.node->id, -1, "its parent does not exist; it is at the root");
+        return false;
+    }
+    parent = &_objectIds[id];
+    list(*parent, *json, Part::Everything);
+    _stack.push_back({parent, json});
+    return true;
+}
+
+void AssetCompiler::compileObject(const Item& item) {
+    ObjectNode& node = *item.node;
+    const ValueAccess json = ValueAccess{data().project()}["objects"].withValue(viewOf(node.id), *item.json);
+    if(!placeObject(node, json)) return;
+    ++_compiledObjectCount;
+    _isAnythingChanged = true;
+    if(node.wanted == Part::Everything) {
+        ++_compiledComponentsCount;
+        compileComponents(node, json);
+    }
+    if(node.pending <= node.wanted) forgetPending(node);
+}
+
+bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
+    Scene& scene = data().scene().main();
+    const Id parent = node.parent ? runtimeObject(*node.parent) : RootObject;
+    node.object = runtimeObject(node);
+    if(!node.object) {
+        node.object = scene.addObject(parent);
+        if(!node.object) {
+            _problems.add(node.id, -1, "the scene is full");
+            return false;
+        }
+    } else if(scene.parent(node.object) != parent) {
+        scene.reparent(node.object, parent);
+    }
+    setName(scene.objectIds, node.object, viewOf(node.id));
+    setName(scene.objectNames, node.object, json["name"].readValue().asString());
+    setName(scene.skinNames, node.object, json["skin"].readValue().asString("", JsonObject::WhenMissing::Accept));
+
+    scene.localTransformation(node.object) =
+        DualQuaternion::from(json["rotation"].readValue().asQuaternion(), json["translation"].readValue().asVector3());
+    scene.localScaling(node.object) = json["scaling"].readValue().asScaling();
+    scene.setDirty(node.object);
+    return true;
+}
+
+void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json) {
+    Scene& scene = data().scene().main();
+    const auto components = scene.components(node.object);
+    const auto managers = scene.componentTypes(node.object);
+    _candidates.clear();
+    for(std::size_t i = 0; i != components.size(); ++i) _candidates.push_back({components[i], managers[i]});
+    node.forgetUses();
+    _problems.forgetComponents(node.id);
+
+    const ValueAccess list = json["components"];
+    const std::size_t count = list.value() && list.value()->IsArray() ? list.value()->Size() : 0;
+    for(std::size_t i = 0; i != count; ++i) {
+        const ValueAccess component = list[i];
+        const Containers::StringView type = component["type"].readValue().asString();
+        if(type.isEmpty()) {
+            _problems.add(node.id, int(i), "it has no type");
+            continue;
+        }
+        ComponentTask task{*this, data(), scene, node, component, int(i), takeCandidate(type)};
+        const ComponentType* const known = componentType(type);
+        if(!known)
+            compileJavaScript(task);
+        else if(known->compile)
+            known->compile(task);
+        else
+            task.problem("components of its type are not compiled yet");
+    }
+    dropCandidates(node.object);
+}
+
+Id AssetCompiler::takeCandidate(Containers::StringView type) {
+    const Scene& scene = data().scene().main();
+    const auto matches = [&](const Candidate& candidate) {
+        if(candidate.manager != Scene::JavaScript) return scene.componentManager(candidate.manager)->name() == type;
+        const UnsignedByte index = scene.scripts.componentType(candidate.component);
+        return index != JavaScriptManager::NoType && scene.scripts.typeName(index) == type;
+    };
+    const auto found = std::find_if(_candidates.begin(), _candidates.end(), matches);
+    if(found == _candidates.end()) return NoComponent;
+    const Id component = found->component;
+    *found = _candidates.back();
+    _candidates.pop_back();
+    return component;
+}
+
+void AssetCompiler::dropCandidates(Id object) {
+    Scene& scene = data().scene().main();
+    for(const Candidate& candidate: _candidates) {
+        if(candidate.manager == Scene::JavaScript && candidate.component < _jsComponentOrigins.size())
+            _jsComponentOrigins[candidate.component] = {};
+        scene.deleteComponent(object, candidate.manager, candidate.component);
+    }
+}
+
+void AssetCompiler::finish() {
+    EditorSceneData& sceneData = data().scene();
+    for(const Item& item: _listed) {
+        item.node->wanted = Part::None;
+        item.node->wasCompiled = false;
+        item.node->parent = nullptr;
+    }
+    if(sceneData.main().meshes.size() != _meshCount) _changedAspects |= 1u << unsigned(Aspect::Draws);
+    if(sceneData.main().lights.size() != _lightCount) _changedAspects |= 1u << unsigned(Aspect::Lights);
+    for(std::size_t aspect = 0; aspect != AspectCount; ++aspect)
+        if(_changedAspects >> aspect & 1) sceneData.revisions().touch(Aspect(aspect));
+    if(_isAnythingChanged) sceneData.revisions().touch();
+    sceneData.setAssetTypeDirty(_pendingCount != 0);
+}
+
+} // namespace VantrelEngine

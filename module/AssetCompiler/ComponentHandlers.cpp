@@ -1,0 +1,50 @@
+#include "AssetCompiler/ComponentHandlers.h"
+
+#include <Corrade/Utility/Debug.h>
+
+#include "AssetCompiler.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Containers::Literals;
+
+namespace {
+
+constexpr ComponentType Types[]{
+    {"collision"_s, compileCollision},
+    {"physx"_s, nullptr},
+    {"input"_s, compileInput},
+    {"view"_s, compileView},
+    {"animation"_s, nullptr},
+    {"text"_s, nullptr},
+    {"light"_s, compileLight},
+    {"mesh"_s, compileMesh},
+};
+
+} // namespace
+
+const ComponentType* componentType(Containers::StringView name) {
+    for(const ComponentType& type: Types)
+        if(type.name == name) return &type;
+    return nullptr;
+}
+
+bool ComponentTask::ensureComponent(ComponentManager& manager) {
+    if(component == NoComponent) component = manager.addComponent(object());
+    if(component != NoComponent) return true;
+    problem("there are too many components of its type");
+    return false;
+}
+
+void ComponentTask::problem(std::string reason) const { compiler._problems.add(node.id, position, std::move(reason)); }
+
+void ComponentTask::changed(Aspect aspect) const { compiler._changedAspects |= 1u << unsigned(aspect); }
+
+Id ComponentTask::resource(ResourceKind kind, Containers::StringView id) const {
+    ResourceNode& resource = data.scene().resourceMaps().node(kind, id);
+    node.use(resource);
+    return resource.index;
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,179 @@
+#include "AssetCompiler/Test/CompilerFixture.h"
+
+namespace {
+
+using namespace VantrelEngine;
+
+class PendingTest: public VantrelTest::CompilerFixture {
+protected:
+    const std::string light = ", 'components': [{'type': 'light', 'light': {'color': [1, 1, 1], 'intensity': 1,"
+                              "'type': 'sun', 'outerAngle': 0, 'innerAngle': 0, 'shadows': false, 'shadowRange': 0,"
+                              "'shadowBias': 0, 'shadowNormalBias': 0, 'shadowTexelSize': 0}}]";
+};
+
+TEST_F(PendingTest, eachObjectIsCompiledOnceAndComponentsOnlyWhereTheyChanged) {
+    setObjects(object("a") + "," + object("b"));
+    compiler.compileAll(true);
+    setObjects(object("a", "", light) + "," + object("b", "", light));
+    compiler.setPending("a", false);
+    compiler.setPending("b", false);
+    compiler.setPending("b", true);
+    compiler.setPending("b", false);
+    EXPECT_TRUE(compiler.isPending());
+    EXPECT_TRUE(data.scene().isAssetTypeDirty());
+    EXPECT_TRUE(compiler.compilePending());
+    EXPECT_FALSE(compiler.isPending());
+    EXPECT_FALSE(data.scene().isAssetTypeDirty());
+    EXPECT_EQ(compiler.compiledObjectCount(), 4u);
+    EXPECT_EQ(compiler.compiledComponentsCount(), 3u);
+    EXPECT_EQ(componentsOf("a").size(), 0u);
+    EXPECT_EQ(componentsOf("b").size(), 1u);
+    // Nothing is left to do.
+    const std::uint32_t revision = data.scene().revisions().revision();
+    compiler.compilePending();
+    EXPECT_EQ(compiler.compiledObjectCount(), 4u);
+    EXPECT_EQ(data.scene().revisions().revision(), revision);
+}
+
+TEST_F(PendingTest, compilingAnObjectTakesItOut) {
+    setObjects(object("a") + "," + object("b") + "," + object("c"));
+    compiler.compileAll(true);
+    compiler.setPending("a", true);
+    compiler.setPending("b", false);
+    compiler.setPending("c", true);
+    compile({"a"}, true);
+    compile({"b", "c"}, false);
+    EXPECT_EQ(compiler.compiledObjectCount(), 6u);
+    // The components of c were not compiled.
+    EXPECT_TRUE(compiler.isPending());
+    compiler.compilePending();
+    EXPECT_EQ(compiler.compiledObjectCount(), 7u);
+    EXPECT_EQ(compiler.compiledComponentsCount(), 5u);
+}
+
+TEST_F(PendingTest, whatWasWrittenAlreadyIsNotWrittenAgain) {
+    setObjects(object("a") + "," + object("b"));
+    compiler.compileAll(true);
+    compiler.setPending("a", false);
+    compiler.setPending("b", true);
+    compiler.setWritten("a");
+    compiler.setWritten("b");
+    compiler.setWritten("unknown");
+    compiler.compilePending();
+    EXPECT_EQ(compiler.compiledObjectCount(), 3u);
+    EXPECT_EQ(compiler.compiledComponentsCount(), 3u);
+    // It may come back in the next frame.
+    compiler.setPending("a", false);
+    compiler.compilePending();
+    EXPECT_EQ(compiler.compiledObjectCount(), 4u);
+}
+
+TEST_F(PendingTest, anObjectThatIsNewGetsItsComponents) {
+    setObjects(object("a", "", light));
+    compiler.setPending("a", false);
+    compiler.compilePending();
+    EXPECT_EQ(componentsOf("a").size(), 1u);
+}
+
+TEST_F(PendingTest, aChildThatLeftItsParentSurvivesIt) {
+    setObjects(object("parent") + "," + object("child", "parent") + "," + object("grandchild", "child"));
+    compiler.compileAll(true);
+    const Id child = objectOf("child"), grandchild = objectOf("grandchild");
+    setObjects(object("child") + "," + object("grandchild", "child"));
+    compiler.setPending("parent", true);
+    compiler.setPending("child", false);
+    compiler.compilePending();
+    EXPECT_EQ(scene.size(), 3u);
+    EXPECT_EQ(objectOf("child"), child);
+    EXPECT_EQ(objectOf("grandchild"), grandchild);
+    EXPECT_EQ(parentOf("child"), "");
+}
+
+TEST_F(PendingTest, aChildThatStaysInTheDocumentGoesToTheRoot) {
+    setObjects(object("parent") + "," + object("child", "parent", light) + "," + object("grandchild", "child"));
+    compiler.compileAll(true);
+    setObjects(object("child", "parent", light) + "," + object("grandchild", "child"));
+    compiler.setPending("parent", true);
+    compiler.compilePending();
+    EXPECT_EQ(scene.size(), 3u);
+    EXPECT_EQ(parentOf("child"), "");
+    EXPECT_EQ(parentOf("grandchild"), "child");
+    EXPECT_EQ(componentsOf("child").size(), 1u);
+}
+
+TEST_F(PendingTest, anObjectMovesBelowOneThatIsNew) {
+    setObjects(object("old"));
+    compiler.compileAll(true);
+    const Id old = objectOf("old");
+    setObjects(object("old", "new") + "," + object("new", "", light));
+    compiler.setPending("old", false);
+    compiler.setPending("new", true);
+    compiler.compilePending();
+    EXPECT_EQ(objectOf("old"), old);
+    EXPECT_EQ(parentOf("old"), "new");
+    EXPECT_EQ(componentsOf("new").size(), 1u);
+    EXPECT_EQ(compiler.compiledObjectCount(), 3u);
+}
+
+TEST_F(PendingTest, aSceneIsReplacedWholeWithoutRoomForBoth) {
+    const auto objects = [](const char* prefix) {
+        std::string text;
+        for(std::size_t i = 0; i != MaxObjects; ++i) text += (i ? "," : "") + object(prefix + std::to_string(i));
+        return text;
+    };
+    setObjects(objects("a"));
+    compiler.compileAll(true);
+    setObjects(objects("b"));
+    for(std::size_t i = 0; i != MaxObjects; ++i) {
+        compiler.setPending(("a" + std::to_string(i)).c_str(), true);
+        compiler.setPending(("b" + std::to_string(i)).c_str(), true);
+    }
+    compiler.compilePending();
+    EXPECT_EQ(scene.size(), MaxObjects + 1);
+    EXPECT_EQ(compiler.objectIds().size(), MaxObjects);
+    EXPECT_NE(objectOf("b65533"), RootObject);
+    EXPECT_TRUE(compiler.problems().empty());
+}
+
+TEST_F(PendingTest, anIdThatCameAndWentLeavesNothingBehind) {
+    setObjects("");
+    compiler.setPending("a", true);
+    compiler.compilePending();
+    EXPECT_EQ(compiler.objectIds().size(), 0u);
+    // Deleted by other means while it was noted.
+    setObjects(object("a"));
+    compiler.compileAll(true);
+    compiler.setPending("a", true);
+    setObjects("");
+    compile({"a"});
+    compiler.compilePending();
+    EXPECT_EQ(compiler.objectIds().size(), 0u);
+}
+
+TEST_F(PendingTest, theRevisionMovesAndAspectsOnlyWhereTheyChanged) {
+    SceneRevisions& revisions = data.scene().revisions();
+    const auto before = [&] {
+        revisions.acknowledge();
+        return revisions.revision();
+    };
+    setObjects(object("a") + "," + object("b"));
+    compiler.compileAll(true);
+    std::uint32_t seen = before();
+    compile({"a"});
+    EXPECT_GT(revisions.revision(), seen);
+    EXPECT_EQ(revisions.counter(Aspect::Draws), seen);
+    EXPECT_EQ(revisions.counter(Aspect::Lights), seen);
+
+    seen = before();
+    setObjects(object("a", "", light) + "," + object("b"));
+    compile({"a"});
+    EXPECT_GT(revisions.counter(Aspect::Lights), seen);
+    EXPECT_EQ(revisions.counter(Aspect::Draws), seen);
+
+    seen = before();
+    setObjects(object("b"));
+    compile({"a"});
+    EXPECT_GT(revisions.counter(Aspect::Lights), seen);
+}
+
+} // namespace

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include <Corrade/Utility/VisibilityMacros.h>
+#include <Magnum/Magnum.h>
+
+#include <Vantrel/EditorData/EditorSceneData.h>
+#include <Vantrel/EngineData/BitSetView.h>
+#include <Vantrel/EngineData/ProjectFile.h>
+#include <Vantrel/EngineData/ResourceManager.h>
+
+namespace VantrelEngine {
+
+// What is edited, and what of it is selected. Outlives the views.
+class CORRADE_VISIBILITY_EXPORT EditorData {
+public:
+    explicit EditorData();
+    ~EditorData();
+    EditorData(const EditorData&) = delete;
+    EditorData& operator=(const EditorData&) = delete;
+
+    // The project document.
+    ProjectFile& project() { return _project; }
+    const ProjectFile& project() const { return _project; }
+    // The project's files.
+    ResourceManager& resources() { return _resources; }
+    EditorSceneData& scene() { return _scene; }
+    const EditorSceneData& scene() const { return _scene; }
+
+    // The selected objects of the main scene, by id. Constant time, but that the first one is searched 64 ids a step.
+    // An id that no object has is selected by no function, the root neither.
+    BitSetView selection() const { return _selection; }
+    // With additive set, the others stay selected.
+    void selectObject(Id object, bool additive);
+    void deselectObject(Id object);
+    bool isSelected(Id object) const { return _selection.isSet(object); }
+    // The one of the least id.
+    std::optional<Id> firstSelectedObject() const;
+
+    // Where the editor's camera looks, degrees. Pitch in [-90, 90], yaw in (-360, 360). At first towards the origin from
+    // (3, 3, 3).
+    Magnum::Float cameraPitch = -35.264f;
+    Magnum::Float cameraYaw = 45.0f;
+
+    // How the project names its objects: 1 where the ids are UUIDs of 36 characters, 0 where they are short.
+    int objectIdMode = 0;
+
+private:
+    ProjectFile _project;
+    ResourceManager _resources;
+    EditorSceneData _scene;
+    std::array<Magnum::UnsignedLong, BitSetView::wordCount(MaxObjects + 1)> _selectionWords{};
+    BitSetView _selection;
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+
+#include <Corrade/Containers/String.h>
+#include <Corrade/Utility/VisibilityMacros.h>
+#include <Magnum/Magnum.h>
+
+#include <Vantrel/EditorData/EditorState.h>
+
+namespace VantrelEngine {
+
+class AssetCompiler;
+class ChangeManager;
+
+// Switches of what is drawn for whom works on the scene, and of the simulation. In this order; a byte each, 0 or 1.
+enum class DebugDisplay : std::uint8_t {
+    Objects,
+    CollisionShapes,
+    Overdraw,
+    PhysXShapes,
+    FreezeCullingFrustum,
+    SimulatePhysX
+};
+constexpr std::size_t DebugDisplayCount = 6;
+
+// Asks the user to point at an object.
+struct ObjectPickRequest {
+    // Not 0 while the answer is waited for.
+    std::uint32_t isPending = 0;
+    // The answer: the object's id in the document.
+    Corrade::Containers::String name;
+};
+
+// What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two
+// instances; both are there for as long as there are views.
+struct SharedState {
+    EditorState views;
+    AssetCompiler* assetCompiler = nullptr;
+    ChangeManager* changeManager = nullptr;
+
+    std::uint8_t debugDisplay[DebugDisplayCount]{};
+    std::uint8_t& display(DebugDisplay which) { return debugDisplay[std::size_t(which)]; }
+    bool isSimulating() const { return debugDisplay[std::size_t(DebugDisplay::SimulatePhysX)]; }
+
+    // Degrees a pixel, and scene units a pixel, of the mouse's way.
+    Magnum::Float cameraRotationFactor = 0.25f;
+    Magnum::Float cameraPanFactor = 0.01f;
+
+    ObjectPickRequest pickRequest;
+};
+
+// The editor as its views know it.
+class CORRADE_VISIBILITY_EXPORT VantrelEditor {
+public:
+    SharedState& state() { return _state; }
+
+private:
+    SharedState _state;
+};
+
+} // namespace VantrelEngine

@@ -98,6 +98,7 @@ bool AssetCompiler::compilePending() {
         node->isListedAsPending = false;
         const JsonValue* const json = project.member("objects", viewOf(node->id));
         if(node->pending == Part::None && json) continue;
+        node->isGone = !json;
         if(!json)
             gone.push_back(node);
         else if(runtimeObject(*node))
@@ -105,16 +106,26 @@ bool AssetCompiler::compilePending() {
         else
             added.push_back({node, json});
     }
+    for(const ObjectNode* const node: gone) listChildren(*node);
     compileListed();
     for(ObjectNode* const node: gone) deleteObject(*node);
     for(const Item& item: added) list(*item.node, *item.json, Part::Everything);
-    for(const std::string& orphan: _orphans)
-        if(const JsonValue* const json = project.member("objects", viewOf(orphan)))
-            list(_objectIds[viewOf(orphan)], *json, Part::Everything);
     compileListed();
     _pending.clear();
     finish();
     return true;
+}
+
+// Lists those that stay in the document without their parent.
+void AssetCompiler::listChildren(const ObjectNode& parent) {
+    const Scene& scene = data().scene().main();
+    const Id object = runtimeObject(parent);
+    if(!object) return;
+    for(Id child = scene.firstChild(object); child != NoObject; child = scene.nextSibling(child)) {
+        const Containers::StringView id = scene.objectIds.nameOf(child);
+        if(const JsonValue* const json = data().project().member("objects", id))
+            list(_objectIds[id], *json, Part::WithoutComponents);
+    }
 }
 
 Id AssetCompiler::objectOf(Containers::StringView id) const {
@@ -133,7 +144,6 @@ Id AssetCompiler::runtimeObject(const ObjectNode& node) const {
 void AssetCompiler::begin() {
     const Scene& scene = data().scene().main();
     _listed.clear();
-    _orphans.clear();
     _isAnythingChanged = false;
     _changedAspects = 0;
     _meshCount = scene.meshes.size();
@@ -152,7 +162,6 @@ void AssetCompiler::deleteObject(ObjectNode& node) {
             data().deselectObject(i);
             const Containers::StringView id = scene.objectIds.nameOf(i);
             if(ObjectNode* const descendant = _objectIds.find(id)) {
-                if(i != object) _orphans.push_back(descendant->id);
                 descendant->object = RootObject;
                 descendant->forgetUses();
                 forgetProblems(*descendant);
@@ -191,6 +200,10 @@ void AssetCompiler::compileListed() {
     reserve();
     // Ancestors are added to the list while it is walked.
     for(std::size_t i = 0; i != _listed.size(); ++i) compileWithAncestors(Item{_listed[i]});
+    Scene& scene = data().scene().main();
+    for(const ObjectNode* const node: _misplaced)
+        if(node->parent) scene.reparent(runtimeObject(*node), runtimeObject(*node->parent));
+    _misplaced.clear();
 }
 
 void AssetCompiler::compileWithAncestors(const Item& item) {
@@ -216,7 +229,7 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
         ValueAccess{project}["objects"].withValue(viewOf(item.node->id), *item.json)["parent"].readValue().asString();
     if(id.isEmpty()) return false;
     ObjectNode* parent = _objectIds.find(id);
-    const bool isReady = parent && !parent->isUnderWay &&
+    const bool isReady = parent && !parent->isUnderWay && !parent->isGone &&
         (parent->wasCompiled || (parent->wanted == Part::None && runtimeObject(*parent)));
     if(isReady) {
         item.node->parent = parent;
@@ -230,12 +243,30 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
     const JsonValue* const json = project.member("objects", id);
     if(!json) {
         _problems.add(item.node->id, -1, "its parent does not exist; it is at the root");
+        if(viewOf(item.node->missingParent) != id) {
+            item.node->missingParent = {id.data(), id.size()};
+            _waiting[item.node->missingParent].push_back(item.node->id);
+        }
         return false;
     }
     parent = &_objectIds[id];
     list(*parent, *json, Part::Everything);
     _stack.push_back({parent, json});
     return true;
+}
+
+// Lists those that waited for an object that is there now. Whether they still want it, their parent key says.
+void AssetCompiler::listWaiting(const ObjectNode& parent) {
+    if(_waiting.empty()) return;
+    const auto found = _waiting.find(parent.id);
+    if(found == _waiting.end()) return;
+    for(const std::string& id: found->second)
+        if(const JsonValue* const json = data().project().member("objects", viewOf(id))) {
+            ObjectNode& child = _objectIds[viewOf(id)];
+            child.missingParent.clear();
+            list(child, *json, runtimeObject(child) ? Part::WithoutComponents : Part::Everything);
+        }
+    _waiting.erase(found);
 }
 
 void AssetCompiler::compileObject(const Item& item) {
@@ -261,15 +292,20 @@ bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
             _problems.add(node.id, -1, "the scene is full");
             return false;
         }
+        listWaiting(node);
     } else if(scene.parent(node.object) != parent) {
-        scene.reparent(node.object, parent);
+        // A parent that is still below the object waits for one in between to be moved.
+        const bool isBelow = scene.isInSubtree(parent, node.object);
+        scene.reparent(node.object, isBelow ? RootObject : parent);
+        if(isBelow) _misplaced.push_back(&node);
     }
     setName(scene.objectIds, node.object, viewOf(node.id));
     setName(scene.objectNames, node.object, json["name"].readValue().asString());
     setName(scene.skinNames, node.object, json["skin"].readValue().asString("", JsonObject::WhenMissing::Accept));
 
-    scene.localTransformation(node.object) =
-        DualQuaternion::from(json["rotation"].readValue().asQuaternion(), json["translation"].readValue().asVector3());
+    const Vector3 translation = json["translation"].readValue().asVector3();
+    const Quaternion rotation = json["rotation"].readValue().asQuaternion();
+    scene.localTransformation(node.object) = DualQuaternion::from(rotation, translation);
     scene.localScaling(node.object) = json["scaling"].readValue().asScaling();
     scene.setDirty(node.object);
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <Corrade/Containers/ArrayView.h>
@@ -106,6 +107,8 @@ private:
     void reserve();
     void compileWithAncestors(const Item& item);
     bool compileParentFirst(const Item& item);
+    void listChildren(const ObjectNode& parent);
+    void listWaiting(const ObjectNode& parent);
     void compileObject(const Item& item);
     bool placeObject(ObjectNode& node, const ValueAccess& json);
     void compileComponents(ObjectNode& node, const ValueAccess& json);
@@ -118,6 +121,8 @@ private:
     IdMap<ObjectNode> _objectIds;
     std::vector<JsComponentOrigin> _jsComponentOrigins;
     ComponentProblems _problems;
+    // Objects at the root because their parent is not in the document, by its id: they go below it when it comes.
+    std::unordered_map<std::string, std::vector<std::string>> _waiting;
     // Those that were pending since the last compilePending(), and how many still are.
     std::vector<ObjectNode*> _pending;
     std::size_t _pendingCount = 0;
@@ -125,13 +130,13 @@ private:
     // Of the running compilation; kept for their memory.
     std::vector<Item> _listed;
     std::vector<Item> _stack;
+    // At the root until all others are in their places.
+    std::vector<ObjectNode*> _misplaced;
     struct Candidate {
         Id component;
         Magnum::UnsignedByte manager;
     };
     std::vector<Candidate> _candidates;
-    // Objects of the document that a deletion took out of the scene along with their ancestor.
-    std::vector<std::string> _orphans;
     bool _isAnythingChanged = false;
     // A bit an aspect.
     std::uint32_t _changedAspects = 0;

@@ -17,6 +17,9 @@ struct ObjectNode: ResourceUser {
     // 0 where there is none yet.
     Id object = RootObject;
 
+    // The parent that it has in the document and that is not there; empty for none. May be out of date.
+    std::string missingParent;
+
     // What waits for compilePending().
     Part pending = Part::None;
     bool isListedAsPending = false;
@@ -24,6 +27,8 @@ struct ObjectNode: ResourceUser {
     // Of the running compilation; the parent is null for the root.
     Part wanted = Part::None;
     bool isUnderWay = false;
+    // Not in the document any more, while the runtime object may still be there.
+    bool isGone = false;
     bool wasCompiled = false;
     ObjectNode* parent = nullptr;
 };

@@ -111,6 +111,29 @@ TEST_F(HierarchyTest, aMissingParentMeansTheRoot) {
     EXPECT_EQ(problem("a", -1), "");
 }
 
+TEST_F(HierarchyTest, aParentThatComesLaterGetsItsChildren) {
+    setObjects(object("a", "later") + "," + object("b", "later") + "," + object("c", "later"));
+    compiler.compileAll(true);
+    compiler.compileAll(true);
+    const Id a = objectOf("a");
+    // One of them does not want it any more.
+    setObjects(object("a", "later") + "," + object("b", "later") + "," + object("c") + "," + object("later"));
+    compile({"later"});
+    EXPECT_EQ(objectOf("a"), a);
+    EXPECT_EQ(parentOf("a"), "later");
+    EXPECT_EQ(parentOf("b"), "later");
+    EXPECT_EQ(parentOf("c"), "");
+    EXPECT_TRUE(compiler.problems().empty());
+    // It goes and comes once more.
+    setObjects(object("a", "later"));
+    compiler.setPending("later", true);
+    compiler.compilePending();
+    EXPECT_EQ(parentOf("a"), "");
+    setObjects(object("a", "later") + "," + object("later"));
+    compile({"later"});
+    EXPECT_EQ(parentOf("a"), "later");
+}
+
 TEST_F(HierarchyTest, aCycleIsBrokenAndNothingHangs) {
     setObjects(object("a", "c") + "," + object("b", "a") + "," + object("c", "b") + "," + object("self", "self"));
     const std::string warnings = printed([&] { compiler.compileAll(true); });

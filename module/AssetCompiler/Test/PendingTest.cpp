@@ -92,10 +92,14 @@ TEST_F(PendingTest, aChildThatLeftItsParentSurvivesIt) {
 TEST_F(PendingTest, aChildThatStaysInTheDocumentGoesToTheRoot) {
     setObjects(object("parent") + "," + object("child", "parent", light) + "," + object("grandchild", "child"));
     compiler.compileAll(true);
+    const Id child = objectOf("child");
+    data.selectObject(child, true);
     setObjects(object("child", "parent", light) + "," + object("grandchild", "child"));
     compiler.setPending("parent", true);
     compiler.compilePending();
     EXPECT_EQ(scene.size(), 3u);
+    EXPECT_EQ(objectOf("child"), child);
+    EXPECT_TRUE(data.isSelected(child));
     EXPECT_EQ(parentOf("child"), "");
     EXPECT_EQ(parentOf("grandchild"), "child");
     EXPECT_EQ(componentsOf("child").size(), 1u);
@@ -113,6 +117,29 @@ TEST_F(PendingTest, anObjectMovesBelowOneThatIsNew) {
     EXPECT_EQ(parentOf("old"), "new");
     EXPECT_EQ(componentsOf("new").size(), 1u);
     EXPECT_EQ(compiler.compiledObjectCount(), 3u);
+}
+
+TEST_F(PendingTest, ancestorsAndDescendantsChangePlaces) {
+    // What is above in the end is below as long as one in between, or one that is gone, has not moved.
+    for(const auto& order:
+        {std::vector<const char*>{"a", "b", "c"}, {"a", "c", "b"}, {"b", "a", "c"}, {"c", "a", "b"}}) {
+        setObjects(object("a") + "," + object("b", "a") + "," + object("c", "b") + "," + object("d", "c"));
+        compiler.compileAll(true);
+        const Id a = objectOf("a"), d = objectOf("d");
+        setObjects(object("a", "d") + "," + object("b") + "," + object("d"));
+        for(const char* const id: order) compiler.setPending(id, false);
+        compiler.setPending("d", false);
+        compiler.compilePending();
+        EXPECT_EQ(parentOf("a"), "d");
+        EXPECT_EQ(parentOf("b"), "");
+        EXPECT_EQ(parentOf("d"), "");
+        EXPECT_EQ(objectOf("a"), a);
+        EXPECT_EQ(objectOf("d"), d);
+        setObjects("");
+        for(const char* const id: {"a", "b", "c", "d"}) compiler.setPending(id, true);
+        compiler.compilePending();
+        ASSERT_EQ(scene.size(), 1u);
+    }
 }
 
 TEST_F(PendingTest, aSceneIsReplacedWholeWithoutRoomForBoth) {

@@ -75,6 +75,12 @@ public:
     // 65,535 after the last one. Needs no index order. Amortised constant time.
     Id nextInTree(Id object, Id top) const;
 
+    // The children of an object in their order, 65,535 after the last one.
+    Id firstChild(Id object) const { return checked(object), _siblings[object].firstChild; }
+    Id nextSibling(Id object) const { return checked(object), _siblings[object].next; }
+    // Whether an object is another one or a descendant of it. Amortised logarithmic time.
+    bool isInSubtree(Id object, Id top) const;
+
     // Index order.
     Id toId(std::size_t index) const;
     Id toIndex(Id object) const { return objectData(object).index; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -28,14 +29,15 @@ namespace {
 
 std::size_t hashOf(Containers::StringView path) { return std::hash<std::string_view>{}({path.data(), path.size()}); }
 
-std::optional<JsonValue> copyOf(const JsonValue* value, JsonAllocator& allocator) {
+std::optional<JsonValue> copyIfAny(const JsonValue* value, JsonAllocator& allocator) {
     if(!value) return std::nullopt;
-    return JsonValue{*value, allocator};
+    return copyOf(*value, allocator);
 }
 
-std::optional<JsonValue> copyOf(const std::optional<JsonValue>& value, JsonAllocator& allocator) {
-    return copyOf(value ? &*value : nullptr, allocator);
-}
+const JsonValue* valueOf(const std::optional<JsonValue>& value) { return value ? &*value : nullptr; }
+
+// What is written below a member of a section changes no index of the project file.
+bool isBelowSection(Containers::StringView path) { return std::count(path.begin(), path.end(), '/') > 2; }
 
 template<std::size_t count> JsonValue numbers(const double (&values)[count], JsonAllocator& allocator) {
     JsonValue array{rapidjson::kArrayType};
@@ -62,12 +64,12 @@ void ChangeManager::beginGroup(std::uint64_t key, bool underWay) {
 }
 
 void ChangeManager::recordChange(Containers::StringView path, const JsonValue* value, bool merge) {
-    record(path, copyOf(value, _projectFile.allocator()), merge);
+    record(path, copyIfAny(value, _projectFile.allocator()), merge);
 }
 
 void ChangeManager::recordWithParents(Containers::StringView path, const JsonValue& value, bool merge) {
     // What is missing is found from below; each step up puts the value into an object of one member.
-    JsonValue nested{value, _projectFile.allocator()};
+    JsonValue nested = copyOf(value, _projectFile.allocator());
     SplitPath split = splitLast(path);
     while(!split.parent.isEmpty() && !_projectFile.valueByPointer(split.parent)) {
         JsonValue object{rapidjson::kObjectType};
@@ -83,7 +85,7 @@ void ChangeManager::recordWithParents(Containers::StringView path, const JsonVal
 
 void ChangeManager::record(Containers::StringView path, std::optional<JsonValue> value, bool merge) {
     JsonValue* const current = _projectFile.valueByPointer(path);
-    if(isRefused(path, value ? &*value : nullptr, current)) return;
+    if(isRefused(path, valueOf(value), current)) return;
     const std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
     if(merged >= 0) {
         moveToEnd(merged);
@@ -97,12 +99,12 @@ void ChangeManager::record(Containers::StringView path, std::optional<JsonValue>
     Change& change = _changes[std::size_t(_lastChange)];
     if(merged < 0) {
         change.path = path;
-        change.oldValue = copyOf(current, _projectFile.allocator());
+        change.oldValue = copyIfAny(current, _projectFile.allocator());
     }
     change.newValue = std::move(value);
     change.group = _group;
     if(merged < 0) _mergeIndex.appended(_changes, _lastChange);
-    applyChange(change);
+    applyChange(change, current);
 }
 
 void ChangeManager::recordString(Containers::StringView path, Containers::StringView text, bool merge) {
@@ -161,9 +163,9 @@ void ChangeManager::undoLast() {
         const Change& change = currentChange();
         Change inverse;
         inverse.path = change.path;
-        inverse.oldValue = copyOf(change.newValue, _projectFile.allocator());
-        inverse.newValue = copyOf(change.oldValue, _projectFile.allocator());
-        applyChange(inverse);
+        inverse.oldValue = copyIfAny(valueOf(change.newValue), _projectFile.allocator());
+        inverse.newValue = copyIfAny(valueOf(change.oldValue), _projectFile.allocator());
+        applyChange(inverse, _projectFile.valueByPointer(inverse.path));
         if(_lastChange-- == 0) break;
         checkLastChange();
         if(currentChange().group != group) break;
@@ -178,8 +180,10 @@ void ChangeManager::redoLast() {
     if(!canRedo()) return;
     _mergeIndex.clear();
     const std::int32_t group = std::max(_changes[std::size_t(_lastChange + 1)].group, 0);
-    do applyChange(_changes[std::size_t(++_lastChange)]);
-    while(canRedo() && _changes[std::size_t(_lastChange + 1)].group == group);
+    do {
+        const Change& change = _changes[std::size_t(++_lastChange)];
+        applyChange(change, _projectFile.valueByPointer(change.path));
+    } while(canRedo() && _changes[std::size_t(_lastChange + 1)].group == group);
     documentChanged();
 }
 
@@ -243,22 +247,36 @@ void ChangeManager::checkLastChange() const {
     VANTREL_ASSERT(_lastChange >= 0 && _lastChange < int(_changes.size()), "ChangeManager", 375);
 }
 
-void ChangeManager::applyChange(const Change& change) {
+void ChangeManager::applyChange(const Change& change, JsonValue* target) {
     if(!change.newValue)
         eraseValue(_projectFile, change.path);
-    else if(change.oldValue)
-        replaceValue(_projectFile, change.path, *change.newValue);
-    else
+    else if(!change.oldValue)
         insertValue(_projectFile, change.path, *change.newValue);
+    else if(target && isBelowSection(change.path))
+        *target = copyOf(*change.newValue, _projectFile.allocator());
+    else
+        replaceValue(_projectFile, change.path, *change.newValue);
     if(_group < 0) notify(change);
 }
 
 void ChangeManager::notify(const Change& change) {
-    const Containers::Array<Containers::StringView> components = Containers::StringView{change.path}.split('/');
-    for(const Containers::StringView component: components) {
-        auto* const listeners = _listeners.find(component);
+    // The components of nearly every path fit in here.
+    Containers::StringView inlineComponents[8];
+    std::vector<Containers::StringView> allComponents;
+    const std::size_t count = std::size_t(std::count(change.path.begin(), change.path.end(), '/')) + 1;
+    if(count > std::size(inlineComponents)) allComponents.resize(count);
+    Containers::StringView* const components = allComponents.empty() ? inlineComponents : allComponents.data();
+
+    Containers::StringView rest = change.path;
+    for(std::size_t i = 0; i != count; ++i) {
+        const Containers::StringView slash = rest.findOr('/', rest.end());
+        components[i] = rest.prefix(slash.begin());
+        if(i + 1 != count) rest = rest.suffix(slash.end());
+    }
+    for(std::size_t i = 0; i != count; ++i) {
+        auto* const listeners = _listeners.find(components[i]);
         if(!listeners) continue;
-        for(ChangeListener& listener: *listeners) listener.onChange(change, components);
+        for(ChangeListener& listener: *listeners) listener.onChange(change, {components, count});
     }
 }
 

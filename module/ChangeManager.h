@@ -144,7 +144,8 @@ private:
     // Changes places with the last record.
     void moveToEnd(std::int32_t i);
     void checkLastChange() const;
-    void applyChange(const Change& change);
+    // target is what stands at the path, null for nothing.
+    void applyChange(const Change& change, JsonValue* target);
     void notify(const Change& change);
     void documentChanged();
 

@@ -29,12 +29,29 @@ JsonValue* parentForInsertion(ProjectFile& file, Containers::StringView path, Co
 }
 
 void insertElement(ProjectFile& file, JsonValue& array, const JsonValue& value, std::size_t index) {
-    array.PushBack(JsonValue{value, file.allocator()}, file.allocator());
+    array.PushBack(copyOf(value, file.allocator()), file.allocator());
     for(std::size_t i = array.Size() - 1; i != index; --i)
         array[rapidjson::SizeType(i)].Swap(array[rapidjson::SizeType(i - 1)]);
 }
 
 } // namespace
+
+JsonValue copyOf(const JsonValue& value, JsonAllocator& allocator) {
+    if(value.IsArray()) {
+        JsonValue copy{rapidjson::kArrayType};
+        copy.Reserve(value.Size(), allocator);
+        for(const JsonValue& element: value.GetArray()) copy.PushBack(copyOf(element, allocator), allocator);
+        return copy;
+    }
+    if(value.IsObject()) {
+        JsonValue copy{rapidjson::kObjectType};
+        for(const auto& member: value.GetObject())
+            copy.AddMember(copyOf(member.name, allocator), copyOf(member.value, allocator), allocator);
+        return copy;
+    }
+    if(value.IsString()) return JsonValue{value.GetString(), value.GetStringLength(), allocator};
+    return JsonValue{value, allocator};
+}
 
 SplitPath splitLast(Containers::StringView path) {
     const Containers::StringView slash = path.findLast('/');
@@ -57,7 +74,7 @@ bool isIndexToken(Containers::StringView token) {
 }
 
 void replaceValue(ProjectFile& file, Containers::StringView path, const JsonValue& value) {
-    file.createByPointer(path).CopyFrom(value, file.allocator());
+    file.createByPointer(path) = copyOf(value, file.allocator());
 }
 
 void insertValue(ProjectFile& file, Containers::StringView path, const JsonValue& value) {

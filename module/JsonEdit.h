@@ -11,6 +11,9 @@ class ProjectFile;
 
 // Edits of the project document at a JSON pointer, as the undo log makes them.
 
+// A deep copy. The JSON library's own goes through a document for each array and object.
+JsonValue copyOf(const JsonValue& value, JsonAllocator& allocator);
+
 // Writes a deep copy of the value where a value stands.
 void replaceValue(ProjectFile& file, Corrade::Containers::StringView path, const JsonValue& value);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 
 #include <Corrade/Containers/Array.h>
 #include <Corrade/Containers/GrowableArray.h>
@@ -35,7 +36,12 @@ private:
         T value;
     };
 
+    // One bit a length; all that are too long for a bit of their own share the last one.
+    static std::uint64_t lengthBit(std::size_t length) { return std::uint64_t{1} << std::min(length, std::size_t{63}); }
+
     Corrade::Containers::Array<Entry> _entries;
+    // Lengths of the keys: most texts that are no key have none of them.
+    std::uint64_t _lengths = 0;
     bool _compiled = false;
 };
 
@@ -48,11 +54,14 @@ template<class T> T& StaticMap<T>::operator[](Corrade::Containers::StringView ke
 
 template<class T> void StaticMap<T>::compile() {
     std::sort(_entries.begin(), _entries.end(), [](const Entry& a, const Entry& b) { return a.key < b.key; });
+    _lengths = 0;
+    for(const Entry& entry: _entries) _lengths |= lengthBit(entry.key.size());
     _compiled = true;
 }
 
 template<class T> T* StaticMap<T>::find(Corrade::Containers::StringView key) {
     CORRADE_ASSERT(_compiled, "StaticMap::find(): Map needs to be compiled.", nullptr);
+    if(!(_lengths & lengthBit(key.size()))) return nullptr;
     Entry* const found = std::lower_bound(_entries.begin(), _entries.end(), key,
         [](const Entry& entry, Corrade::Containers::StringView searched) { return entry.key < searched; });
     return found != _entries.end() && found->key == key ? &found->value : nullptr;

@@ -151,9 +151,10 @@ Vector3 JsonObject::asScaling() const {
 }
 
 Matrix4 JsonObject::asTransform() const {
-    return Matrix4::from(_place["rotation"].readValue().asQuaternion().toMatrix(),
-               _place["translation"].readValue().asVector3()) *
-        Matrix4::scaling(_place["scaling"].readValue().asScaling());
+    const Vector3 translation = _place["translation"].readValue().asVector3();
+    const Quaternion rotation = _place["rotation"].readValue().asQuaternion();
+    const Vector3 scaling = _place["scaling"].readValue().asScaling();
+    return Matrix4::from(rotation.toMatrix(), translation) * Matrix4::scaling(scaling);
 }
 
 std::size_t JsonObject::size() const {

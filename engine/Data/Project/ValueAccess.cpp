@@ -1,6 +1,6 @@
 #include "Vantrel/EngineData/ValueAccess.h"
 
-#include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include <Corrade/Utility/Assert.h>
@@ -17,7 +17,9 @@ namespace {
 const JsonValue* memberOf(const JsonValue* object, std::string_view key) {
     if(!object || !object->IsObject()) return nullptr;
     for(auto member = object->MemberBegin(); member != object->MemberEnd(); ++member)
-        if(key == std::string_view{member->name.GetString(), member->name.GetStringLength()}) return &member->value;
+        if(member->name.GetStringLength() == key.size() &&
+            std::memcmp(member->name.GetString(), key.data(), key.size()) == 0)
+            return &member->value;
     return nullptr;
 }
 
@@ -35,15 +37,6 @@ std::string escaped(std::string_view key) {
 
 ValueAccess::ValueAccess(const ProjectFile& file):
     _file{&file}, _value{&file.projectFile()}, _default{&file.defaults()} {}
-
-ValueAccess& ValueAccess::operator=(const ValueAccess& other) {
-    _file = other._file;
-    _value = other._value;
-    _default = other._default;
-    _depth = other._depth;
-    std::copy_n(other._steps, _depth, _steps);
-    return *this;
-}
 
 ValueAccess ValueAccess::withValue(Containers::StringView key, const JsonValue& value) const {
     ValueAccess child = step(stepTo(key));

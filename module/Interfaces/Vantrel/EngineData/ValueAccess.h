@@ -27,10 +27,7 @@ public:
     // A value that is known to stand at a place, one step below this one; saves looking it up.
     ValueAccess withValue(Corrade::Containers::StringView key, const JsonValue& value) const;
 
-    ValueAccess(const ValueAccess& other) { *this = other; }
-    ValueAccess& operator=(const ValueAccess& other);
-
-    // The member of an object, the element of an array. Expects at most 15 steps from the root.
+    // The member of an object, the element of an array. Expects at most 10 steps from the root.
     ValueAccess operator[](Corrade::Containers::StringView key) const;
     ValueAccess operator[](std::size_t index) const;
 
@@ -53,7 +50,7 @@ public:
     const ProjectFile& file() const { return *_file; }
 
 private:
-    static constexpr std::size_t MaxSteps = 15;
+    static constexpr std::size_t MaxSteps = 10;
 
     // The key of a member, or the index of an element where there is none.
     struct Step {
@@ -69,7 +66,8 @@ private:
     const JsonValue* _value;
     const JsonValue* _default;
     std::size_t _depth = 0;
-    Step _steps[MaxSteps];
+    // Copied as a whole: that is cheaper than counting.
+    Step _steps[MaxSteps]{};
 };
 
 } // namespace VantrelEngine

@@ -1,0 +1,212 @@
+#include <VantrelHost/ProjectStore.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <Corrade/Containers/StringStl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Data/Project/Test/DocumentTestSupport.h"
+#include "Vantrel/EngineData/ProjectFile.h"
+
+namespace {
+
+using namespace VantrelEngine;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+namespace fs = std::filesystem;
+
+constexpr const char* Whole = R"({
+  "objects": {
+    "a/b~{}%": {
+      "name": "Tree",
+      "parent": "",
+      "translation": [0, 0.5, -0.0]
+    }
+  },
+  "settings": {
+    "editor": {
+      "camera": {
+        "far": 1e39
+      }
+    }
+  }
+}
+)";
+
+struct ProjectStoreTest: testing::Test {
+    void SetUp() override {
+        folder = fs::path{testing::TempDir()} /
+            (std::string{"project-store-"} + testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        path = folder / "project.json";
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    static void write(const fs::path& file, const std::string& contents) {
+        std::ofstream{file, std::ios::binary} << contents;
+    }
+    static std::string read(const fs::path& file) {
+        std::ifstream stream{file, std::ios::binary};
+        return {std::istreambuf_iterator<char>{stream}, {}};
+    }
+    std::string text() { return jsonText(file.projectFile()); }
+
+    fs::path folder;
+    std::string path;
+    ProjectFile file;
+    ProjectStore store{file};
+};
+
+TEST_F(ProjectStoreTest, opensAndSavesTheSame) {
+    write(path, Whole);
+    const OpenedProject opened = store.open(path);
+    EXPECT_EQ(opened.error, "");
+    EXPECT_THAT(opened.problems, IsEmpty());
+    EXPECT_EQ(store.path(), path);
+    EXPECT_STREQ(file.valueByPointer("/objects/a~1b~0{}%/name")->GetString(), "Tree");
+    EXPECT_EQ(store.save(path), "");
+    EXPECT_EQ(read(path), Whole);
+    EXPECT_EQ(read(path + ".bak"), Whole);
+}
+
+TEST_F(ProjectStoreTest, hasDefaults) {
+    EXPECT_EQ(file.getValue("/settings/editor/camera/near", true)->GetDouble(), 0.05);
+    EXPECT_FALSE(file.getValue("/settings/editor/camera/near", false));
+}
+
+TEST_F(ProjectStoreTest, aNewProject) {
+    write(path, R"({"objects":{"x":{"parent":"x"}}})");
+    store.open(path);
+    store.startNew();
+    EXPECT_EQ(store.path(), "");
+    EXPECT_EQ(store.repairCount(), 0u);
+    EXPECT_TRUE(file.valueByPointer("/pipelines/lit"));
+    EXPECT_FALSE(file.valueByPointer("/objects/x"));
+    const std::string before = text();
+    EXPECT_EQ(store.save(path), "");
+    EXPECT_EQ(store.path(), path);
+    EXPECT_EQ(store.open(path).error, "");
+    EXPECT_EQ(text(), before);
+}
+
+TEST_F(ProjectStoreTest, whatIsRefusedLeavesTheProjectAsItWas) {
+    write(path, Whole);
+    store.open(path);
+    const std::string before = text(), other = folder / "other.json";
+    for(const char* contents: {"{", "[]", R"({"objects":[]})", R"({"objects":{"a":1,"b":2,"c":{"parent":"c"}}})"}) {
+        write(other, contents);
+        const OpenedProject opened = store.open(other);
+        EXPECT_THAT(opened.error, StartsWith(other + ": "));
+        EXPECT_EQ(text(), before);
+        EXPECT_EQ(store.path(), path);
+        EXPECT_EQ(store.repairCount(), 0u);
+        EXPECT_EQ(read(other), contents);
+    }
+    const OpenedProject opened = store.open(other);
+    EXPECT_EQ(opened.error, other + ": objects/a: not an object (and 1 more)");
+    EXPECT_THAT(linesOf(opened.problems),
+        ElementsAre("X objects/a: not an object", "X objects/b: not an object",
+            "R objects/c/parent: \"c\" makes the object its own ancestor, it went to the root"));
+    EXPECT_EQ(store.open(folder / "gone.json").error, (folder / "gone.json").string() + ": No such file or directory");
+}
+
+TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
+    const std::string repairable = R"({"objects":{"a":{"parent":"a","name":"x","name":"y"}}})";
+    write(path, repairable);
+    fs::create_directory(folder / "sub");
+    fs::create_symlink("../project.json", folder / "sub" / "link.json");
+    EXPECT_EQ(store.open(path).error, "");
+    EXPECT_EQ(store.repairCount(), 2u);
+    const std::string reason = ": the project was repaired in 2 places when it was opened, the file is kept as it is";
+    for(const std::string& same:
+        {path, (folder / "sub" / "link.json").string(), (folder / "sub/../project.json").string()}) {
+        EXPECT_EQ(store.save(same), same + reason);
+        EXPECT_EQ(read(path), repairable);
+    }
+    EXPECT_FALSE(fs::exists(path + ".bak"));
+
+    // Elsewhere it may go, and is what its file says from then on.
+    EXPECT_EQ(store.save(folder / "copy.json"), "");
+    EXPECT_EQ(store.path(), folder / "copy.json");
+    EXPECT_EQ(store.save(folder / "copy.json"), "");
+    EXPECT_EQ(read(path), repairable);
+
+    EXPECT_EQ(store.open(path).error, "");
+    EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_EQ(read(path + ".bak"), repairable);
+    EXPECT_EQ(store.save(path), "");
+    EXPECT_THAT(store.open(path).problems, IsEmpty());
+}
+
+TEST_F(ProjectStoreTest, whatCannotBeWrittenLeavesTheFileWhole) {
+    write(path, Whole);
+    store.open(path);
+    file.valueByPointer("/objects/a~1b~0{}%/translation/1")->SetDouble(std::nan(""));
+    EXPECT_EQ(store.save(path), path + ": objects/a/b~{}%/translation/1: the number is not finite");
+    EXPECT_EQ(read(path), Whole);
+    EXPECT_FALSE(fs::exists(path + ".bak"));
+}
+
+TEST_F(ProjectStoreTest, whatCannotBeReplacedIsSaid) {
+    store.startNew();
+    const std::string nowhere = folder / "gone" / "project.json";
+    EXPECT_THAT(store.save(nowhere), StartsWith(nowhere + ": cannot create "));
+    fs::create_directory(path);
+    EXPECT_THAT(store.save(path), StartsWith(path + ": cannot "));
+    EXPECT_EQ(store.path(), "");
+}
+
+TEST_F(ProjectStoreTest, aSymbolicLinkStaysOne) {
+    write(folder / "target.json", Whole);
+    fs::create_symlink("target.json", path);
+    EXPECT_EQ(store.open(path).error, "");
+    file.valueByPointer("/objects/a~1b~0{}%/name")->SetString("Bush");
+    EXPECT_EQ(store.save(path), "");
+    EXPECT_TRUE(fs::is_symlink(path));
+    EXPECT_THAT(read(folder / "target.json"), HasSubstr("Bush"));
+}
+
+TEST_F(ProjectStoreTest, guardsTheEditsOfWhatIsOpen) {
+    ASSERT_TRUE(file.editGuard());
+    write(path, R"({"objects":{"a":{"parent":""},"b":{"parent":"a"}}})");
+    store.open(path);
+    const JsonDocument parent = parsedValue("\"b\"");
+    EXPECT_NE(file.editGuard()->whyRefused(file, "/objects/a/parent", &parent), "");
+    // What the guard remembers is of the project that is open.
+    write(path, R"({"objects":{"a":{"parent":""},"b":{"parent":""}}})");
+    store.open(path);
+    EXPECT_EQ(file.editGuard()->whyRefused(file, "/objects/a/parent", &parent), "");
+}
+
+TEST_F(ProjectStoreTest, findsTheObjectsOfWhatIsOpen) {
+    const auto objects = [](const std::string& prefix) {
+        std::string text;
+        for(int i = 0; i != 100; ++i)
+            text += (i ? ",\"" : "\"") + prefix + std::to_string(i) + R"(":{"name":"","parent":""})";
+        return "{\"objects\":{" + text + "}}";
+    };
+    for(const char* prefix: {"first", "second"}) {
+        write(path, objects(prefix));
+        ASSERT_EQ(store.open(path).error, "");
+        EXPECT_TRUE(file.valueByPointer(std::string{"/objects/"} + prefix + "50"));
+    }
+    EXPECT_FALSE(file.valueByPointer("/objects/first50"));
+}
+
+TEST_F(ProjectStoreTest, theGuardGoesWithTheStore) {
+    ProjectFile other;
+    {
+        ProjectStore guarding{other};
+        EXPECT_TRUE(other.editGuard());
+    }
+    EXPECT_FALSE(other.editGuard());
+}
+
+} // namespace

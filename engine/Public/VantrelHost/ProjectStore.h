@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <Corrade/Utility/VisibilityMacros.h>
+
+#include "VantrelHost/DocumentProblem.h"
+
+namespace VantrelEngine {
+
+class ProjectFile;
+
+struct OpenedProject {
+    // One line, with the path in front, where the project could not be opened; else empty.
+    std::string error;
+    // In the order of the document. Also where the project was refused.
+    std::vector<DocumentProblem> problems;
+};
+
+// Opens and saves the project, and guards its edits: what could not be opened again is kept from coming in.
+class CORRADE_VISIBILITY_EXPORT ProjectStore {
+public:
+    // The file outlives the store. It has the store's edit guard and the engine's defaults from now on.
+    explicit ProjectStore(ProjectFile& file);
+    ~ProjectStore();
+    ProjectStore(const ProjectStore&) = delete;
+    ProjectStore& operator=(const ProjectStore&) = delete;
+
+    // Puts a new project into the file; it has no path yet.
+    void startNew();
+
+    // Puts the project at a path into the file. With an error the file is left as it was. The undo log of the project
+    // before is the caller's to clear.
+    OpenedProject open(const std::string& path);
+
+    enum class Repaired {
+        // A project that was repaired when it was opened is not saved over its file.
+        Keep,
+        Overwrite
+    };
+
+    // Writes the project to a path, which becomes its path; the old contents stay as PATH.bak. The undo log is the
+    // caller's to mark. Returns an empty text, or one line with the path in front and the reason; the file at the path
+    // is whole then, and as it was.
+    std::string save(const std::string& path, Repaired repaired = Repaired::Keep);
+
+    // Where the project was opened or saved last; empty for none.
+    const std::string& path() const;
+    // How much was changed when it was opened that its file does not have.
+    std::size_t repairCount() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> _state;
+};
+
+} // namespace VantrelEngine

@@ -53,9 +53,10 @@ TEST_F(HierarchyTest, aParentIsCompiledBeforeItsChildAndKeepsItsObject) {
 }
 
 TEST_F(HierarchyTest, anObjectThatIsGoneIsDeletedWithItsNamesAndItsSelection) {
-    setObjects(object("a") + "," + object("b", "a") + "," + object("c"));
+    setObjects(object("a", "", ", 'skin': 'bones'") + "," + object("b", "a") + "," + object("c"));
     compiler.compileAll(true);
     const Id a = objectOf("a"), b = objectOf("b");
+    ASSERT_EQ(nameAt(scene.skinNames, a), "bones");
     data.selectObject(a, true);
     data.selectObject(b, true);
     data.selectObject(objectOf("c"), true);

@@ -119,6 +119,22 @@ TEST_F(PendingTest, anObjectMovesBelowOneThatIsNew) {
     EXPECT_EQ(compiler.compiledObjectCount(), 3u);
 }
 
+TEST_F(PendingTest, anObjectMovesBelowItsDescendantThatLeavesWithAnother) {
+    for(const auto& order: {std::vector<const char*>{"a", "b"}, std::vector<const char*>{"b", "a"}}) {
+        setObjects(object("a") + "," + object("b", "a") + "," + object("c", "b") + "," + object("d", "c"));
+        compiler.compileAll(true);
+        const Id a = objectOf("a");
+        setObjects(object("a", "d") + "," + object("b") + "," + object("c", "b") + "," + object("d", "c"));
+        for(const char* const id: order) compiler.setPending(id, false);
+        EXPECT_EQ(printed<Corrade::Utility::Error>([this] { compiler.compilePending(); }), "");
+        EXPECT_EQ(objectOf("a"), a);
+        EXPECT_EQ(parentOf("a"), "d");
+        EXPECT_EQ(parentOf("d"), "c");
+        EXPECT_EQ(parentOf("b"), "");
+        EXPECT_EQ(compiler.compiledObjectCount() % 6, 0u);
+    }
+}
+
 TEST_F(PendingTest, ancestorsAndDescendantsChangePlaces) {
     // What is above in the end is below as long as one in between, or one that is gone, has not moved.
     for(const auto& order:

@@ -1,0 +1,191 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <Vantrel/EngineData/JsonObject.h>
+
+#include "Data/Test/SessionFixture.h"
+
+namespace {
+
+using namespace VantrelEngine;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class ProjectSessionTest: public VantrelTest::SessionFixture {
+protected:
+    ProjectSessionTest() {
+        std::string name = (std::filesystem::temp_directory_path() / "SessionTestXXXXXX").string();
+        folder = mkdtemp(name.data());
+    }
+    ~ProjectSessionTest() { std::filesystem::remove_all(folder); }
+
+    std::string path(const char* name) const { return (folder / name).string(); }
+    // Quotes may be written as '.
+    std::string write(const char* name, std::string text) {
+        for(char& c: text)
+            if(c == '\'') c = '"';
+        std::ofstream{path(name)} << text;
+        return path(name);
+    }
+    static std::string read(const std::string& path) {
+        std::ifstream stream{path};
+        return {std::istreambuf_iterator<char>{stream}, {}};
+    }
+    static std::string project(const std::string& objects) { return "{'objects': {" + objects + "}}"; }
+
+    std::filesystem::path folder;
+};
+
+TEST_F(ProjectSessionTest, startsWithAProjectThatCanBeEdited) {
+    EXPECT_EQ(session.path(), "");
+    EXPECT_EQ(session.editor().state().changeManager, &changes());
+    EXPECT_EQ(session.editor().state().assetCompiler, &compiler());
+    EXPECT_FALSE(changes().hasUnsavedChanges());
+    EXPECT_EQ(scene.size(), 1u);
+    for(const char* const pipeline: {"MeshVisualizer", "Text", "Lit", "Flat"}) {
+        const auto& pipelines = session.data().scene().resources().pipelines;
+        const bool isThere = std::any_of(
+            pipelines.begin(), pipelines.end(), [&](const ScenePipeline& known) { return known.name == pipeline; });
+        EXPECT_TRUE(isThere) << pipeline;
+    }
+    record("/objects/a", object());
+    session.update();
+    EXPECT_EQ(scene.size(), 2u);
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+}
+
+TEST_F(ProjectSessionTest, everySettingHasADefault) {
+    const ValueAccess settings = ValueAccess{session.data().project()}["settings"];
+    const ValueAccess rendering = settings["rendering"], bloom = rendering["bloom"];
+    const std::string warnings = printed([&] {
+        rendering["clearColor"].readValue().asVector4();
+        EXPECT_GT(settings["editor"]["camera"]["near"].readValue().asFloat(), 0.0f);
+        EXPECT_GT(settings["editor"]["camera"]["far"].readValue().asFloatOrInfinity(), 1.0f);
+        bloom["passes"].readValue().asInt();
+        bloom["kernelSize"].readValue().asFloat();
+        bloom["threshold"].readValue().asFloat();
+        bloom["intensity"].readValue().asFloat();
+        bloom["enabled"].readValue().asBool();
+        EXPECT_GT(rendering["hdr"]["exposure"].readValue().asFloat(), 0.0f);
+        for(const char* const key: {"usePreZ", "useMultiDraw", "useFrustumCulling"})
+            rendering[key].readValue().asBool();
+        for(const char* const key: {"textureAtlasSize", "compressedTextureAtlasSize"})
+            EXPECT_GT(rendering[key].readValue().asVector2i().x(), 0);
+        EXPECT_FALSE(settings["physx"]["enable"].readValue().asBool(true));
+    });
+    EXPECT_EQ(warnings, "");
+}
+
+TEST_F(ProjectSessionTest, opensEditsSavesAndOpensAgain) {
+    const std::string file = write("p.json", project("'a': " + object() + ", 'b': " + object("a")));
+    const OpenedProject opened = session.open(file);
+    EXPECT_EQ(opened.error, "");
+    EXPECT_THAT(opened.problems, IsEmpty());
+    EXPECT_EQ(parentOf("b"), "a");
+    EXPECT_FALSE(changes().canUndo());
+    EXPECT_FALSE(changes().hasUnsavedChanges());
+    EXPECT_EQ(session.editor().state().changeManager, &changes());
+
+    record("/objects/b/name", "'Other'");
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+    EXPECT_EQ(session.save(file), "");
+    EXPECT_FALSE(changes().hasUnsavedChanges());
+    changes().undoLast();
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+    record("/objects/b/name", "'Third'");
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+
+    EXPECT_EQ(session.open(file).error, "");
+    EXPECT_EQ(scene.objectNames.nameOf(objectOf("b")), "Other");
+    EXPECT_FALSE(changes().canUndo());
+}
+
+TEST_F(ProjectSessionTest, anotherProjectTakesThePlaceOfTheFirst) {
+    const std::string input = ", 'components': [{'type': 'input', 'input': {'type': 'mouse'}}]";
+    ASSERT_EQ(session.open(write("1.json", project("'a': " + object("", input) + ", 'b': " + object("a")))).error, "");
+    session.data().selectObject(objectOf("b"), true);
+    record("/objects/b/translation", "[1, 2, 3]");
+    ASSERT_EQ(session.open(write("2.json", project("'b': " + object() + ", 'c': " + object("b")))).error, "");
+    EXPECT_EQ(scene.size(), 3u);
+    EXPECT_EQ(objectOf("a"), RootObject);
+    EXPECT_EQ(parentOf("c"), "b");
+    EXPECT_EQ(parentOf("b"), "");
+    EXPECT_EQ(scene.inputs.size(), 0u);
+    EXPECT_EQ(session.data().selection().countSet(), 0u);
+    session.update();
+    EXPECT_EQ(scene.size(), 3u);
+}
+
+TEST_F(ProjectSessionTest, aProjectThatIsRefusedLeavesTheSessionAsItWas) {
+    const std::string file = write("good.json", project("'a': " + object()));
+    ASSERT_EQ(session.open(file).error, "");
+    record("/objects/a/name", "'Edited'");
+    const std::string before = document();
+    std::string deep;
+    for(int i = 0; i != 600; ++i) deep += "[";
+    for(const std::string& bad: {write("truncated.json", "{'objects': {"), write("list.json", "[]"),
+            write("deep.json", "{'x': " + deep), write("text.json", "{'objects': 'none'}"), path("missing.json")}) {
+        const OpenedProject opened = session.open(bad);
+        EXPECT_THAT(opened.error, HasSubstr(bad)) << bad;
+        EXPECT_EQ(document(), before);
+        EXPECT_TRUE(changes().canUndo());
+        EXPECT_EQ(session.path(), file);
+        EXPECT_NE(objectOf("a"), RootObject);
+    }
+}
+
+TEST_F(ProjectSessionTest, aProjectThatWasRepairedIsNotSavedOverItsFileUnasked) {
+    const std::string text = "{\"objects\":{\"a\":{\"parent\":\"a\",\"name\":\"A\"}}}";
+    const std::string file = write("p.json", text);
+    const OpenedProject opened = session.open(file);
+    ASSERT_EQ(opened.error, "");
+    EXPECT_TRUE(isRepaired(opened.problems));
+    record("/objects/a/name", "'B'");
+    EXPECT_THAT(session.save(file), HasSubstr("repair"));
+    EXPECT_EQ(read(file), text);
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+    EXPECT_EQ(session.save(path("copy.json")), "");
+    EXPECT_FALSE(changes().hasUnsavedChanges());
+    EXPECT_EQ(session.save(file, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_NE(read(file), text);
+    EXPECT_EQ(read(file + ".bak"), text);
+}
+
+TEST_F(ProjectSessionTest, aSaveThatFailsLeavesTheMark) {
+    record("/objects/a", object());
+    EXPECT_NE(session.save(path("missing/p.json")), "");
+    EXPECT_TRUE(changes().hasUnsavedChanges());
+    EXPECT_EQ(session.path(), "");
+}
+
+TEST_F(ProjectSessionTest, anEditThatCouldNotBeOpenedAgainIsRefused) {
+    record("/objects/a", object());
+    record("/objects/b", object("a"));
+    session.update();
+    const std::string before = document();
+    const std::string errors = printed<Corrade::Utility::Error>([&] {
+        record("/objects/a/parent", "'b'");
+        record("/objects/a/parent", "'a'");
+        const JsonValue infinite{std::numeric_limits<double>::infinity()};
+        changes().recordChange("/objects/a/translation/0", &infinite, false);
+        changes().recordChange("/objects", nullptr, false);
+    });
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 4) << errors;
+    EXPECT_EQ(document(), before);
+    EXPECT_EQ(update(), (Compiled{0, 0}));
+}
+
+TEST_F(ProjectSessionTest, filesAreFoundBesideTheProject) {
+    std::filesystem::create_directory(folder / "fonts");
+    std::ofstream{path("fonts/f.bin")} << "text";
+    ASSERT_EQ(session.open(write("p.json", project(""))).error, "");
+    std::string reason;
+    const auto file = session.data().resources().read({"", "fonts/f.bin"}, 100, reason);
+    ASSERT_TRUE(file) << reason;
+    EXPECT_EQ(std::string(file->data(), file->size()), "text");
+    EXPECT_FALSE(session.data().resources().read({"", "../p.json"}, 100, reason));
+}
+
+} // namespace

@@ -123,6 +123,25 @@ TEST_F(ChangeManagerHostTest, aValueIsRecordedWithTheParentsThatItLacks) {
     }
 }
 
+TEST_F(ChangeManagerHostTest, aLargeObjectThatIsReplacedIsFoundAnew) {
+    const auto members = [](const char* prefix) {
+        std::string json = "{";
+        for(int i = 0; i != 50; ++i)
+            json += (i ? ",\"" : "\"") + std::string{prefix} + std::to_string(i) + "\":" + std::to_string(i);
+        return json + "}";
+    };
+    parse(("{\"objects\":" + members("a") + "}").c_str());
+    ASSERT_TRUE(file.valueByPointer("/objects/a7"));
+    JsonDocument other;
+    other.Parse(members("b").c_str());
+    manager.recordChange("/objects", &other, false);
+    EXPECT_FALSE(file.valueByPointer("/objects/a7"));
+    ASSERT_TRUE(file.valueByPointer("/objects/b7"));
+    EXPECT_EQ(file.valueByPointer("/objects/b7")->GetInt(), 7);
+    manager.undoLast();
+    EXPECT_TRUE(file.valueByPointer("/objects/a7"));
+}
+
 TEST_F(ChangeManagerHostTest, aZeroFactorOfTheScalingStaysZero) {
     const struct {
         const char* document;

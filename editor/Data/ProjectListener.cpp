@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "Data/Resources/ResourceCompiler.h"
+#include <VantrelHost/ResourceCompiler.h>
 #include <Vantrel/EditorData/EditorData.h>
 
 #include "AssetCompiler.h"

@@ -1,7 +1,7 @@
 #include "Data/ProjectSession.h"
 
 #include "Data/ProjectListener.h"
-#include "Data/Resources/ResourceCompiler.h"
+#include <VantrelHost/ResourceCompiler.h>
 
 namespace VantrelEngine {
 

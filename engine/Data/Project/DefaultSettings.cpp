@@ -4,7 +4,7 @@
 
 #include <Corrade/Utility/Assert.h>
 
-#include "Data/Project/DocumentReader.h"
+#include <VantrelHost/DocumentReader.h>
 
 namespace VantrelEngine {
 

@@ -1,4 +1,4 @@
-#include "Data/Project/DocumentWriter.h"
+#include "VantrelHost/DocumentWriter.h"
 
 #include <charconv>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
-#include "Data/Project/DocumentReader.h"
+#include <VantrelHost/DocumentReader.h>
 
 namespace VantrelEngine {
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Data/Project/DocumentReader.h"
 #include "Data/Project/DuplicateMembers.h"
 #include "Data/Project/KnownKeys.h"
 #include "Data/Project/ParentLinks.h"
 #include "Data/Project/Utf8.h"
 #include "Vantrel/EngineData/Types.h"
+#include <VantrelHost/DocumentReader.h>
 
 namespace VantrelEngine {
 

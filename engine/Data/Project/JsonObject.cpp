@@ -8,6 +8,7 @@
 
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
+#include <Magnum/Math/Functions.h>
 #include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Quaternion.h>
 #include <Magnum/Math/Vector4.h>

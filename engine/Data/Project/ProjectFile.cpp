@@ -160,6 +160,7 @@ const JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) con
 
 const JsonValue* ProjectFile::member(Containers::StringView section, Containers::StringView key) const {
     const std::string_view sectionName{section.data(), section.size()};
+    if(!_state->document.IsObject()) return nullptr;
     JsonValue* const object = _state->findValue({&_state->document, 0, {}}, sectionName);
     if(!object || !object->IsObject()) return nullptr;
     return _state->findValue({object, 1, sectionName}, {key.data(), key.size()});

@@ -7,11 +7,11 @@
 
 #include "Data/Project/DefaultSettings.h"
 #include "Data/Project/DocumentCheck.h"
-#include "Data/Project/DocumentReader.h"
-#include "Data/Project/DocumentWriter.h"
 #include "Data/Project/EditCheck.h"
 #include "Data/Project/ReplaceFile.h"
 #include "Vantrel/EngineData/ProjectFile.h"
+#include <VantrelHost/DocumentReader.h>
+#include <VantrelHost/DocumentWriter.h>
 
 namespace VantrelEngine {
 

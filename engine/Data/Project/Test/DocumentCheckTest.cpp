@@ -6,10 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "Data/Project/DocumentWriter.h"
 #include "Data/Project/KnownKeys.h"
 #include "Data/Project/ParentLinks.h"
 #include "Data/Project/Test/DocumentTestSupport.h"
+#include <VantrelHost/DocumentWriter.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "Data/Project/DocumentReader.h"
+#include <VantrelHost/DocumentReader.h>
 
 #include <filesystem>
 #include <fstream>

@@ -8,7 +8,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include "Data/Project/DocumentReader.h"
+#include <VantrelHost/DocumentReader.h>
 
 namespace VantrelEngine {
 

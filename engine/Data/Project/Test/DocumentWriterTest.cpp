@@ -1,4 +1,4 @@
-#include "Data/Project/DocumentWriter.h"
+#include <VantrelHost/DocumentWriter.h>
 
 #include <cmath>
 #include <cstring>

@@ -10,7 +10,7 @@
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/Format.h>
 
-#include "Measure.h"
+#include "Report.h"
 #include "Verbs.h"
 
 namespace VantrelBench {
@@ -18,11 +18,6 @@ namespace VantrelBench {
 using namespace Corrade;
 
 namespace {
-
-void print(const Result& result) {
-    std::puts(toJson(result).data());
-    std::fflush(stdout);
-}
 
 // The paths of a change log: what the program searches and splits.
 std::string manyPaths() {

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <random>
 #include <vector>
 
@@ -6,7 +5,7 @@
 #include <Magnum/Math/DualQuaternion.h>
 #include <Magnum/Math/Matrix4.h>
 
-#include "Measure.h"
+#include "Report.h"
 #include "Verbs.h"
 
 namespace VantrelBench {
@@ -25,11 +24,6 @@ std::vector<float> randomFloats(std::size_t count) {
     std::vector<float> values(count);
     for(float& value: values) value = distribution(generator);
     return values;
-}
-
-void print(const Result& result) {
-    std::puts(toJson(result).data());
-    std::fflush(stdout);
 }
 
 Matrix4 someMatrix() {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
+#include <ctime>
 #include <utility>
 
 namespace VantrelBench {
@@ -13,10 +15,17 @@ using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
+// Of this thread: what others get of the processor meanwhile does not count.
+double processorSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
 double timeOf(const std::function<void()>& work, long repeats) {
-    const Clock::time_point start = Clock::now();
+    const double start = processorSeconds();
     for(long i = 0; i != repeats; ++i) work();
-    return secondsSince(start) / double(repeats);
+    return (processorSeconds() - start) / double(repeats);
 }
 
 // Enough repeats for a sample of the wanted length.
@@ -41,20 +50,32 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
+double secondsOf(const std::function<void()>& work) { return timeOf(work, 1); }
+
 Result measurePairs(std::string verb, std::string name, const std::function<void()>& figure,
     const std::function<void()>& floor, const Budget& budget) {
     const Clock::time_point start = Clock::now();
     const long figureRepeats = calibrate(figure, budget.sampleSeconds);
     const long floorRepeats = calibrate(floor, budget.sampleSeconds);
+    Budget rest = budget;
+    rest.seconds -= secondsSince(start);
+    return measureTimedPairs(
+        std::move(verb), std::move(name), [&] { return timeOf(figure, figureRepeats); },
+        [&] { return timeOf(floor, floorRepeats); }, rest);
+}
+
+Result measureTimedPairs(std::string verb, std::string name, const std::function<double()>& figure,
+    const std::function<double()>& floor, const Budget& budget) {
+    const Clock::time_point start = Clock::now();
     std::vector<double> figures, floors, ratios;
     while(int(ratios.size()) < budget.minimumPairs || secondsSince(start) < budget.seconds) {
         double figureTime, floorTime;
         if(ratios.size() % 2) {
-            floorTime = timeOf(floor, floorRepeats);
-            figureTime = timeOf(figure, figureRepeats);
+            floorTime = floor();
+            figureTime = figure();
         } else {
-            figureTime = timeOf(figure, figureRepeats);
-            floorTime = timeOf(floor, floorRepeats);
+            figureTime = figure();
+            floorTime = floor();
         }
         figures.push_back(figureTime * 1e9);
         floors.push_back(floorTime * 1e9);
@@ -63,6 +84,37 @@ Result measurePairs(std::string verb, std::string name, const std::function<void
     const int pairs = int(ratios.size());
     return {std::move(verb), std::move(name), median(std::move(figures)), median(std::move(floors)),
         median(std::move(ratios)), pairs};
+}
+
+double exponentOf(const std::vector<double>& sizes, const std::vector<double>& times) {
+    const double count = double(sizes.size());
+    double x = 0.0, y = 0.0;
+    for(std::size_t i = 0; i != sizes.size(); ++i) {
+        x += std::log(sizes[i]) / count;
+        y += std::log(times[i]) / count;
+    }
+    double xx = 0.0, xy = 0.0;
+    for(std::size_t i = 0; i != sizes.size(); ++i) {
+        const double dx = std::log(sizes[i]) - x;
+        xx += dx * dx;
+        xy += dx * (std::log(times[i]) - y);
+    }
+    return xy / xx;
+}
+
+Growth measureGrowth(
+    const std::vector<std::size_t>& sizes, const std::function<double(std::size_t)>& run, const Budget& budget) {
+    const Clock::time_point start = Clock::now();
+    std::vector<std::vector<double>> times(sizes.size());
+    for(int round = 0; round < budget.minimumPairs || secondsSince(start) < budget.seconds; ++round)
+        for(std::size_t i = 0; i != sizes.size(); ++i) times[i].push_back(run(sizes[i]));
+    Growth growth;
+    for(std::size_t i = 0; i != sizes.size(); ++i) {
+        growth.sizes.push_back(double(sizes[i]));
+        growth.seconds.push_back(median(std::move(times[i])));
+    }
+    growth.exponent = exponentOf(growth.sizes, growth.seconds);
+    return growth;
 }
 
 }

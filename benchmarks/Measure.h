@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,11 +29,36 @@ struct Budget {
     int minimumPairs = 11;
 };
 
+// Times are those that the work has the processor for.
+//
 // Runs figure and floor in turn, a sample of one beside a sample of the other, so that a machine that gets slower or
 // faster meanwhile does so for both. The order within a pair alternates. Both must do the same work and keep its result
 // observable (see keep()).
 Result measurePairs(std::string verb, std::string name, const std::function<void()>& figure,
     const std::function<void()>& floor, const Budget& budget = {});
+
+// The same for work that times itself, such as work that needs something made before each run: the two return seconds.
+Result measureTimedPairs(std::string verb, std::string name, const std::function<double()>& figure,
+    const std::function<double()>& floor, const Budget& budget = {});
+
+// Exponent of the power law that fits the times best: least squares over the logarithms. Expects two different sizes at
+// least, and everything above zero.
+double exponentOf(const std::vector<double>& sizes, const std::vector<double>& times);
+
+struct Growth {
+    std::vector<double> sizes;
+    std::vector<double> seconds; // median by size
+    double exponent;
+};
+
+// Runs the work at each size in turn, round after round, so that a machine that gets slower or faster meanwhile does so
+// for all of them. run() returns the seconds of one run. sampleSeconds of the budget is not used, minimumPairs is the
+// least number of rounds.
+Growth measureGrowth(
+    const std::vector<std::size_t>& sizes, const std::function<double(std::size_t)>& run, const Budget& budget);
+
+// Of one run, on the processor.
+double secondsOf(const std::function<void()>& work);
 
 // Makes the compiler believe that the value is read and that memory changed.
 template<class T> inline void keep(const T& value) { asm volatile("" : : "g"(&value) : "memory"); }

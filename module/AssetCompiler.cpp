@@ -34,15 +34,19 @@ void setName(NameManager& names, Id object, Containers::StringView name) {
 
 AssetCompiler::~AssetCompiler() = default;
 
-bool AssetCompiler::compileAll(bool compileComponents) {
+template<class Function> void AssetCompiler::forEachObject(Function&& function) {
     const JsonValue* const objects = ValueAccess{data().project()}["objects"].value();
+    if(!objects || !objects->IsObject()) return;
+    _objectIds.reserve(objects->MemberCount());
+    for(auto member = objects->MemberBegin(); member != objects->MemberEnd(); ++member)
+        function(_objectIds[{member->name.GetString(), member->name.GetStringLength()}], member->value);
+}
+
+bool AssetCompiler::compileAll(bool compileComponents) {
     begin();
-    if(objects && objects->IsObject()) {
-        _objectIds.reserve(objects->MemberCount());
-        for(auto member = objects->MemberBegin(); member != objects->MemberEnd(); ++member)
-            list(_objectIds[{member->name.GetString(), member->name.GetStringLength()}], member->value,
-                compileComponents ? Part::Everything : Part::WithoutComponents);
-    }
+    forEachObject([&](ObjectNode& node, const JsonValue& json) {
+        list(node, json, compileComponents ? Part::Everything : Part::WithoutComponents);
+    });
     compileListed();
     finish();
     return true;
@@ -88,32 +92,62 @@ void AssetCompiler::forgetPending(ObjectNode& node) {
     --_pendingCount;
 }
 
+void AssetCompiler::setAllPending() {
+    _isAllPending = true;
+    data().scene().setAssetTypeDirty(true);
+}
+
 bool AssetCompiler::compilePending() {
-    const ProjectFile& project = data().project();
     begin();
+    Batch batch;
+    if(_isAllPending)
+        sortAll(batch);
+    else
+        sortPending(batch);
+    _pending.clear();
+    _isAllPending = false;
     // What stays goes to its place first, and what is new comes when the place of what was deleted is free.
-    std::vector<Item> added;
-    std::vector<ObjectNode*> gone;
+    for(const ObjectNode* const node: batch.gone) listChildren(*node);
+    compileListed();
+    for(ObjectNode* const node: batch.gone) deleteObject(*node);
+    for(const Item& item: batch.added) list(*item.node, *item.json, Part::Everything);
+    compileListed();
+    finish();
+    return true;
+}
+
+// Lists what is in the scene already.
+void AssetCompiler::sortPending(Batch& batch) {
+    const ProjectFile& project = data().project();
     for(ObjectNode* const node: _pending) {
         node->isListedAsPending = false;
         const JsonValue* const json = project.member("objects", viewOf(node->id));
         if(node->pending == Part::None && json) continue;
         node->isGone = !json;
         if(!json)
-            gone.push_back(node);
+            batch.gone.push_back(node);
         else if(runtimeObject(*node))
             list(*node, *json, node->pending);
         else
-            added.push_back({node, json});
+            batch.added.push_back({node, json});
     }
-    for(const ObjectNode* const node: gone) listChildren(*node);
-    compileListed();
-    for(ObjectNode* const node: gone) deleteObject(*node);
-    for(const Item& item: added) list(*item.node, *item.json, Part::Everything);
-    compileListed();
-    _pending.clear();
-    finish();
-    return true;
+}
+
+void AssetCompiler::sortAll(Batch& batch) {
+    _objectIds.forEach([](ObjectNode& node) {
+        node.isListedAsPending = false;
+        node.isGone = true;
+    });
+    forEachObject([&](ObjectNode& node, const JsonValue& json) {
+        node.isGone = false;
+        if(runtimeObject(node))
+            list(node, json, Part::Everything);
+        else
+            batch.added.push_back({&node, &json});
+    });
+    _objectIds.forEach([&](ObjectNode& node) {
+        if(node.isGone) batch.gone.push_back(&node);
+    });
 }
 
 // Lists those that stay in the document without their parent.
@@ -122,9 +156,10 @@ void AssetCompiler::listChildren(const ObjectNode& parent) {
     const Id object = runtimeObject(parent);
     if(!object) return;
     for(Id child = scene.firstChild(object); child != NoObject; child = scene.nextSibling(child)) {
-        const Containers::StringView id = scene.objectIds.nameOf(child);
-        if(const JsonValue* const json = data().project().member("objects", id))
-            list(_objectIds[id], *json, Part::WithoutComponents);
+        ObjectNode* const node = child < _nodes.size() ? _nodes[child] : nullptr;
+        if(!node) continue;
+        if(const JsonValue* const json = data().project().member("objects", viewOf(node->id)))
+            list(*node, *json, Part::WithoutComponents);
     }
 }
 
@@ -135,9 +170,8 @@ Id AssetCompiler::objectOf(Containers::StringView id) const {
 
 // An object may have gone with its ancestor, and its id to another object.
 Id AssetCompiler::runtimeObject(const ObjectNode& node) const {
-    const Scene& scene = data().scene().main();
-    const bool isThere = node.object != RootObject && scene.isValid(node.object) &&
-        scene.objectIds.nameOf(node.object) == viewOf(node.id);
+    const bool isThere = node.object != RootObject && node.object < _nodes.size() && _nodes[node.object] == &node &&
+        data().scene().main().isValid(node.object);
     return isThere ? node.object : RootObject;
 }
 
@@ -152,6 +186,7 @@ void AssetCompiler::begin() {
 
 void AssetCompiler::list(ObjectNode& node, const JsonValue& json, Part part) {
     if(node.wanted == Part::None) _listed.push_back({&node, &json});
+    node.json = &json;
     node.wanted = std::max(node.wanted, part);
 }
 
@@ -160,8 +195,8 @@ void AssetCompiler::deleteObject(ObjectNode& node) {
     if(const Id object = runtimeObject(node)) {
         for(Id i = object; i != NoObject; i = scene.nextInTree(i, object)) {
             data().deselectObject(i);
-            const Containers::StringView id = scene.objectIds.nameOf(i);
-            if(ObjectNode* const descendant = _objectIds.find(id)) {
+            if(ObjectNode* const descendant = i < _nodes.size() ? _nodes[i] : nullptr) {
+                _nodes[i] = nullptr;
                 descendant->object = RootObject;
                 descendant->forgetUses();
                 forgetProblems(*descendant);
@@ -175,6 +210,7 @@ void AssetCompiler::deleteObject(ObjectNode& node) {
     }
     forgetProblems(node);
     forgetPending(node);
+    if(node.object < _nodes.size() && _nodes[node.object] == &node) _nodes[node.object] = nullptr;
     // Whoever still lists the node takes it out later.
     if(!node.isListedAsPending && node.wanted == Part::None) _objectIds.erase(viewOf(node.id));
 }
@@ -240,17 +276,15 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
         project.warnOnce("objects/" + item.node->id + ": its parents lead back to itself; it is at the root");
         return false;
     }
-    const JsonValue* const json = project.member("objects", id);
+    const bool isListed = parent && parent->wanted != Part::None;
+    const JsonValue* const json = isListed ? parent->json : project.member("objects", id);
     if(!json) {
         _problems.add(item.node->id, -1, "its parent does not exist; it is at the root");
-        if(viewOf(item.node->missingParent) != id) {
-            item.node->missingParent = {id.data(), id.size()};
-            _waiting[item.node->missingParent].push_back(item.node->id);
-        }
+        _waiting[{id.data(), id.size()}].insert(item.node->id);
         return false;
     }
-    parent = &_objectIds[id];
-    list(*parent, *json, Part::Everything);
+    if(!parent) parent = &_objectIds[id];
+    list(*parent, *json, runtimeObject(*parent) ? Part::WithoutComponents : Part::Everything);
     _stack.push_back({parent, json});
     return true;
 }
@@ -263,7 +297,6 @@ void AssetCompiler::listWaiting(const ObjectNode& parent) {
     for(const std::string& id: found->second)
         if(const JsonValue* const json = data().project().member("objects", viewOf(id))) {
             ObjectNode& child = _objectIds[viewOf(id)];
-            child.missingParent.clear();
             list(child, *json, runtimeObject(child) ? Part::WithoutComponents : Part::Everything);
         }
     _waiting.erase(found);
@@ -292,6 +325,8 @@ bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
             _problems.add(node.id, -1, "the scene is full");
             return false;
         }
+        if(_nodes.size() <= node.object) _nodes.resize(node.object + 1u);
+        _nodes[node.object] = &node;
         listWaiting(node);
     } else if(scene.parent(node.object) != parent) {
         // A parent that is still below the object waits for one in between to be moved.
@@ -377,7 +412,7 @@ void AssetCompiler::finish() {
     for(std::size_t aspect = 0; aspect != AspectCount; ++aspect)
         if(_changedAspects >> aspect & 1) sceneData.revisions().touch(Aspect(aspect));
     if(_isAnythingChanged) sceneData.revisions().touch();
-    sceneData.setAssetTypeDirty(_pendingCount != 0);
+    sceneData.setAssetTypeDirty(isPending());
 }
 
 } // namespace VantrelEngine

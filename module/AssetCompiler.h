@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -54,7 +55,9 @@ public:
     void setPending(Corrade::Containers::StringView id, bool withComponents);
     // Takes the note back, but for components: the runtime object is already where the document says.
     void setWritten(Corrade::Containers::StringView id);
-    bool isPending() const { return _pendingCount; }
+    // Notes that all objects of the document may be others.
+    void setAllPending();
+    bool isPending() const { return _isAllPending || _pendingCount; }
     // Compiles what was noted, each object once. Objects that stay go first and deleted ones after them: a child that
     // left its parent survives the parent, and one that stays in the document without it goes to the root.
     bool compilePending();
@@ -104,6 +107,16 @@ private:
     void deleteObject(ObjectNode& node);
     void finish();
 
+    // What compilePending() has to do besides compiling objects that are in the scene: those that are not yet, and those
+    // that are not in the document any more.
+    struct Batch {
+        std::vector<Item> added;
+        std::vector<ObjectNode*> gone;
+    };
+    void sortPending(Batch& batch);
+    void sortAll(Batch& batch);
+
+    template<class Function> void forEachObject(Function&& function);
     void reserve();
     void compileWithAncestors(const Item& item);
     bool compileParentFirst(const Item& item);
@@ -119,13 +132,16 @@ private:
 
     EditorData* _data;
     IdMap<ObjectNode> _objectIds;
+    // By runtime object. What was deleted by other means stays until its id is given to another one.
+    std::vector<ObjectNode*> _nodes;
     std::vector<JsComponentOrigin> _jsComponentOrigins;
     ComponentProblems _problems;
     // Objects at the root because their parent is not in the document, by its id: they go below it when it comes.
-    std::unordered_map<std::string, std::vector<std::string>> _waiting;
+    std::unordered_map<std::string, std::set<std::string>> _waiting;
     // Those that were pending since the last compilePending(), and how many still are.
     std::vector<ObjectNode*> _pending;
     std::size_t _pendingCount = 0;
+    bool _isAllPending = false;
 
     // Of the running compilation; kept for their memory.
     std::vector<Item> _listed;

@@ -45,4 +45,38 @@ TEST(MeasureTest, runsTheMinimumOfPairsWhateverTheBudget) {
     EXPECT_EQ(floors, 8);
 }
 
+TEST(MeasureTest, workMayTimeItself) {
+    double figure = 3.0;
+    const Result result = measureTimedPairs(
+        "verb", "case", [&] { return figure++; }, [] { return 2.0; }, {0.0, 0.0, 3});
+    EXPECT_EQ(result.pairs, 3);
+    EXPECT_EQ(result.figure, 4e9);
+    EXPECT_EQ(result.floor, 2e9);
+    EXPECT_EQ(result.ratio, 2.0);
+}
+
+TEST(MeasureTest, theExponentIsThatOfThePowerLaw) {
+    EXPECT_NEAR(exponentOf({10, 100, 1000}, {0.3, 3.0, 30.0}), 1.0, 1e-12);
+    EXPECT_NEAR(exponentOf({10, 100, 1000}, {7.0, 7.0, 7.0}), 0.0, 1e-12);
+    EXPECT_NEAR(exponentOf({2, 3, 5, 50}, {4.0, 9.0, 25.0, 2500.0}), 2.0, 1e-12);
+    // The line through the logarithms 0, 1, 2 that lies closest to 0, 1, 1 rises by one half.
+    EXPECT_NEAR(exponentOf({1, 10, 100}, {1.0, 10.0, 10.0}), 0.5, 1e-12);
+}
+
+TEST(MeasureTest, growthIsTheMedianOfRoundsOverAllSizes) {
+    std::vector<std::size_t> order;
+    int round = 0;
+    const Growth growth = measureGrowth({10, 100},
+        [&](std::size_t size) {
+            order.push_back(size);
+            // One round is disturbed.
+            return round++ / 2 == 1 ? 1000.0 : double(size * size);
+        },
+        {0.0, 0.0, 3});
+    EXPECT_EQ(order, (std::vector<std::size_t>{10, 100, 10, 100, 10, 100}));
+    EXPECT_EQ(growth.sizes, (std::vector<double>{10.0, 100.0}));
+    EXPECT_EQ(growth.seconds, (std::vector<double>{100.0, 10000.0}));
+    EXPECT_NEAR(growth.exponent, 2.0, 1e-12);
+}
+
 }

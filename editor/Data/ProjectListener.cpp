@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include <VantrelHost/ResourceCompiler.h>
 #include <Vantrel/EditorData/EditorData.h>
+#include <VantrelHost/ResourceCompiler.h>
 
 #include "AssetCompiler.h"
 #include "JsonEdit.h"
@@ -72,15 +72,8 @@ void ProjectListener::onObjectChange(Components components) {
         return withId(
             components[IdPosition], [this, isWhole](Containers::StringView id) { _objects.setPending(id, isWhole); });
     }
-    allObjectsChanged();
-}
-
-void ProjectListener::allObjectsChanged() {
-    std::vector<std::string> known;
-    _objects.objectIds().forEach([&](const ObjectNode& node) { known.push_back(node.id); });
-    for(const std::string& id: known) _objects.setPending({id.data(), id.size()}, true);
-    forEachMember(_data.project().valueByPointer("/objects"),
-        [this](Containers::StringView id) { _objects.setPending(id, true); });
+    // All of them were replaced.
+    _objects.setAllPending();
 }
 
 void ProjectListener::onResourceChange(std::size_t kind, Components components) {

@@ -20,9 +20,6 @@ public:
     void onChange(const Change& change,
         Corrade::Containers::ArrayView<const Corrade::Containers::StringView> components) override;
 
-    // Notes all objects that there are, and those that there were, as if each had been changed.
-    void allObjectsChanged();
-
 private:
     void onObjectChange(Corrade::Containers::ArrayView<const Corrade::Containers::StringView> components);
     void onResourceChange(

@@ -61,7 +61,7 @@ void ProjectSession::compileResources() {
 }
 
 void ProjectSession::compileObjects() {
-    _listener->allObjectsChanged();
+    _compiler->setAllPending();
     _compiler->compilePending();
 }
 

@@ -1,6 +1,3 @@
-#include <Corrade/Containers/ArrayView.h>
-#include <Vantrel/EngineData/RapidJsonUtils.h>
-
 #include "AssetCompiler/ComponentHandlers.h"
 
 namespace VantrelEngine {
@@ -14,8 +11,7 @@ void compileCollision(ComponentTask& task) {
     const ValueAccess json = task.json["collision"];
 
     const Containers::StringView collider = json["collider"].readValue().asString("sphere");
-    const auto kind = UnsignedByte(
-        RapidJsonUtils::enumStringToValue(collider, Containers::arrayView(CollisionManager::EnumValuesCollider)));
+    const UnsignedByte kind = task.enumValue(collider, CollisionManager::EnumValuesCollider);
     collisions.collider(task.component) = kind;
 
     // The sizes of the other kinds stand beside it and are kept for when the kind is switched back.

@@ -1,6 +1,3 @@
-#include <Corrade/Containers/ArrayView.h>
-#include <Vantrel/EngineData/RapidJsonUtils.h>
-
 #include "AssetCompiler/ComponentHandlers.h"
 
 namespace VantrelEngine {
@@ -11,8 +8,7 @@ void compileInput(ComponentTask& task) {
     InputManager& inputs = task.scene.inputs;
     if(!task.ensureComponent(inputs)) return;
     const Containers::StringView type = task.json["input"]["type"].readValue().asString("keyboard");
-    inputs.inputType(task.component) = Magnum::UnsignedByte(
-        RapidJsonUtils::enumStringToValue(type, Containers::arrayView(InputManager::EnumValuesInputType)));
+    inputs.inputType(task.component) = task.enumValue(type, InputManager::EnumValuesInputType);
     inputs.setActive(task.component, task.isActive());
 }
 

@@ -1,6 +1,6 @@
 #include "AssetCompiler/ComponentHandlers.h"
 
-#include <Corrade/Utility/Debug.h>
+#include <Vantrel/EngineData/RapidJsonUtils.h>
 
 #include "AssetCompiler.h"
 
@@ -35,6 +35,16 @@ bool ComponentTask::ensureComponent(ComponentManager& manager) {
     if(component != NoComponent) return true;
     problem("there are too many components of its type");
     return false;
+}
+
+Magnum::UnsignedByte ComponentTask::enumValue(
+    Containers::StringView name, Containers::ArrayView<const Containers::StringView> names) const {
+    const std::size_t value = RapidJsonUtils::enumStringToValue(name, names);
+    if(names[value] != name) {
+        const auto text = [](Containers::StringView view) { return std::string{view.data(), view.size()}; };
+        problem("\"" + text(name) + "\" is not known, \"" + text(names[value]) + "\" is used");
+    }
+    return Magnum::UnsignedByte(value);
 }
 
 void ComponentTask::problem(std::string reason) const { compiler._problems.add(node.id, position, std::move(reason)); }

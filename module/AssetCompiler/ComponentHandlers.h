@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <Corrade/Containers/ArrayView.h>
 #include <Corrade/Containers/StringView.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EngineData/JsonObject.h>
@@ -34,6 +35,9 @@ struct ComponentTask {
     bool ensureComponent(ComponentManager& manager);
     // Says that a renderer has to look at the scene again in this respect.
     void changed(Aspect aspect) const;
+    // Position of a name in a list. An unknown one stands in the list of problems and is read as the first.
+    Magnum::UnsignedByte enumValue(Corrade::Containers::StringView name,
+        Corrade::Containers::ArrayView<const Corrade::Containers::StringView> names) const;
     // Tells whoever looks at the list of problems.
     void problem(std::string reason) const;
     // Runtime index of a resource, 0 where it is not compiled. The object is compiled again when that changes.

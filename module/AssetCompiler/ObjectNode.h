@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include <Vantrel/EngineData/Json.h>
 #include <Vantrel/EngineData/ResourceMaps.h>
 #include <Vantrel/EngineData/Types.h>
 
@@ -17,15 +18,13 @@ struct ObjectNode: ResourceUser {
     // 0 where there is none yet.
     Id object = RootObject;
 
-    // The parent that it has in the document and that is not there; empty for none. May be out of date.
-    std::string missingParent;
-
     // What waits for compilePending().
     Part pending = Part::None;
     bool isListedAsPending = false;
 
     // Of the running compilation; the parent is null for the root.
     Part wanted = Part::None;
+    const JsonValue* json = nullptr;
     bool isUnderWay = false;
     // Not in the document any more, while the runtime object may still be there.
     bool isGone = false;

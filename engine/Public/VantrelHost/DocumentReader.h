@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 #include "Vantrel/EngineData/Json.h"
 
 namespace VantrelEngine {
@@ -20,9 +22,9 @@ constexpr std::size_t MaxDocumentSize = std::size_t{1} << 30;
 // double is refused. Duplicate keys stay, see DocumentCheck.h.
 //
 // Returns an empty text, or one line with the place and the reason, and leaves the document as it was.
-std::string parseDocument(std::string_view text, JsonDocument& document);
+CORRADE_VISIBILITY_EXPORT std::string parseDocument(std::string_view text, JsonDocument& document);
 
 // The same with a file. The line begins with its path.
-std::string readDocument(const std::string& path, JsonDocument& document);
+CORRADE_VISIBILITY_EXPORT std::string readDocument(const std::string& path, JsonDocument& document);
 
 } // namespace VantrelEngine

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 #include "Vantrel/EngineData/Json.h"
 
 namespace VantrelEngine {
@@ -11,6 +13,6 @@ namespace VantrelEngine {
 //
 // The text is read back and compared, the order of members included. Returns an empty text, or what cannot be written
 // and where: a number that is not finite, more than MaxNesting levels, text that is not UTF-8.
-std::string writeDocument(const JsonValue& document, std::string& text);
+CORRADE_VISIBILITY_EXPORT std::string writeDocument(const JsonValue& document, std::string& text);
 
 } // namespace VantrelEngine

@@ -110,6 +110,7 @@ TEST_F(ComponentsTest, input) {
     }
     const std::string warnings = printed([&] { compileOne(component("input", "'type': 'wand'")); });
     EXPECT_EQ(warnings, "RapidJsonUtils::enumStringToValue(): wand is none of keyboard mouse gamepad touch\n");
+    EXPECT_EQ(problem("a", 0), "\"wand\" is not known, \"keyboard\" is used");
 }
 
 TEST_F(ComponentsTest, collisionReadsTheSizeOfItsKind) {

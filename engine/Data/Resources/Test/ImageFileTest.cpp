@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include <Corrade/Containers/StridedArrayView.h>
 #include <Magnum/Math/Color.h>
 #include <Magnum/PixelFormat.h>
 #include <gmock/gmock.h>

@@ -1,12 +1,14 @@
 #include "Vantrel/EngineData/ProjectFile.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Debug.h>
 
@@ -37,6 +39,15 @@ std::size_t scanFor(const JsonValue& object, std::string_view name) {
 
 JsonValue& memberAt(JsonValue& object, std::size_t position) {
     return (object.MemberBegin() + std::ptrdiff_t(position))->value;
+}
+
+// None for a member that is missing or no text.
+std::optional<std::string_view> textMember(const JsonValue& object, std::string_view name) {
+    const std::size_t position = object.IsObject() ? scanFor(object, name) : MemberIndex::NotFound;
+    if(position == MemberIndex::NotFound) return {};
+    const JsonValue& value = (object.MemberBegin() + std::ptrdiff_t(position))->value;
+    if(!value.IsString()) return {};
+    return std::string_view{value.GetString(), value.GetStringLength()};
 }
 
 } // namespace
@@ -164,6 +175,22 @@ const JsonValue* ProjectFile::member(Containers::StringView section, Containers:
     JsonValue* const object = _state->findValue({&_state->document, 0, {}}, sectionName);
     if(!object || !object->IsObject()) return nullptr;
     return _state->findValue({object, 1, sectionName}, {key.data(), key.size()});
+}
+
+Containers::StringView ProjectFile::resourceByName(Containers::StringView section, Containers::StringView name) const {
+    const JsonValue* const resources = valueByPointer("/" + section);
+    if(!resources || !resources->IsObject()) return {};
+    for(auto member = resources->MemberBegin(); member != resources->MemberEnd(); ++member)
+        if(textMember(member->value, "name") == std::string_view{name.data(), name.size()})
+            return {member->name.GetString(), member->name.GetStringLength()};
+    return {};
+}
+
+FileLink ProjectFile::fileLinkForResource(Containers::StringView section, Containers::StringView id) const {
+    const JsonValue* const resource = member(section, id);
+    if(!resource) return {};
+    return {std::string{textMember(*resource, "asset").value_or("")},
+        std::string{textMember(*resource, "file").value_or("")}};
 }
 
 const JsonValue* ProjectFile::getValue(Containers::StringView pointer, bool withDefaults) const {

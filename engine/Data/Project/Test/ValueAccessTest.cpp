@@ -235,6 +235,26 @@ TEST_F(ValueAccessTest, valuesByPointerCanBeWritten) {
     EXPECT_EQ(JsonObject::valueByPointer(file, "/a/2"), nullptr);
 }
 
+TEST_F(ValueAccessTest, resourcesAreFoundByNameAndSayWhereTheirFileIs) {
+    parse(R"({"textures":{"t1":{"name":"Wood"},"t2":{"name":"Stone"},"t3":{"name":"Stone"},"t4":7,"t5":{"name":4}},
+              "images":{"a":{"file":"a/b.png"},"b":{"file":"c.glsl","asset":"default"},"c":{"file":3},"d":{}},
+              "meshes":"none"})");
+    EXPECT_EQ(file.resourceByName("textures", "Stone"), "t2");
+    EXPECT_EQ(file.resourceByName("textures", "Wood"), "t1");
+    for(const char* const section: {"textures", "meshes", "nothing"})
+        EXPECT_EQ(file.resourceByName(section, "Brick"), "") << section;
+    EXPECT_EQ(file.resourceByName("textures", ""), "");
+    const struct {
+        const char* id;
+        const char* asset;
+        const char* file;
+    } rows[]{{"a", "", "a/b.png"}, {"b", "default", "c.glsl"}, {"c", "", ""}, {"d", "", ""}, {"e", "", ""}};
+    for(const auto& row: rows) {
+        EXPECT_EQ(file.fileLinkForResource("images", row.id).asset, row.asset) << row.id;
+        EXPECT_EQ(file.fileLinkForResource("images", row.id).file, row.file) << row.id;
+    }
+}
+
 TEST(RapidJsonUtilsTest, enumStringToValue) {
     const Containers::StringView names[]{"red", "green"};
     EXPECT_EQ(RapidJsonUtils::enumStringToValue("green", names), 1u);

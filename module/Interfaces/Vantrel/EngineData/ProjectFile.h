@@ -7,6 +7,7 @@
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/VisibilityMacros.h>
 
+#include "Vantrel/EngineData/FileLink.h"
 #include "Vantrel/EngineData/Json.h"
 
 namespace VantrelEngine {
@@ -66,6 +67,13 @@ public:
     // The member of an object just below the root, by their plain names and
     // through the index: member("objects", "tree"). Null where there is none.
     const JsonValue* member(Corrade::Containers::StringView section, Corrade::Containers::StringView key) const;
+
+    // The id of the first resource of a section ("textures") that has this display name; empty where none has. Looks at
+    // each resource of the section.
+    Corrade::Containers::StringView resourceByName(
+        Corrade::Containers::StringView section, Corrade::Containers::StringView name) const;
+    // Where a resource has its data; without a file where the resource is not there or has none.
+    FileLink fileLinkForResource(Corrade::Containers::StringView section, Corrade::Containers::StringView id) const;
 
     // The value at a pointer, in the document or else, with the flag set, among
     // the defaults; null if neither has it.

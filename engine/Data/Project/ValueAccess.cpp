@@ -1,6 +1,5 @@
 #include "Vantrel/EngineData/ValueAccess.h"
 
-#include <cstring>
 #include <string_view>
 
 #include <Corrade/Utility/Assert.h>
@@ -17,9 +16,7 @@ namespace {
 const JsonValue* memberOf(const JsonValue* object, std::string_view key) {
     if(!object || !object->IsObject()) return nullptr;
     for(auto member = object->MemberBegin(); member != object->MemberEnd(); ++member)
-        if(member->name.GetStringLength() == key.size() &&
-            std::memcmp(member->name.GetString(), key.data(), key.size()) == 0)
-            return &member->value;
+        if(key == std::string_view{member->name.GetString(), member->name.GetStringLength()}) return &member->value;
     return nullptr;
 }
 

@@ -108,8 +108,10 @@ bool AssetCompiler::compilePending() {
     _isAllPending = false;
     // What stays goes to its place first, and what is new comes when the place of what was deleted is free.
     for(const ObjectNode* const node: batch.gone) listChildren(*node);
+    for(const Item& item: batch.added) item.node->isLater = true;
     compileListed();
     for(ObjectNode* const node: batch.gone) deleteObject(*node);
+    for(const Item& item: batch.added) item.node->isLater = false;
     for(const Item& item: batch.added) list(*item.node, *item.json, Part::Everything);
     compileListed();
     finish();
@@ -200,6 +202,9 @@ void AssetCompiler::deleteObject(ObjectNode& node) {
                 descendant->object = RootObject;
                 descendant->forgetUses();
                 forgetProblems(*descendant);
+                // Without its ancestor it goes to the root, in the next round.
+                if(i != object && data().project().member("objects", viewOf(descendant->id)))
+                    setPending(viewOf(descendant->id), true);
             }
             scene.objectIds.setName(i, "");
             scene.objectNames.setName(i, "");
@@ -236,9 +241,15 @@ void AssetCompiler::compileListed() {
     reserve();
     // Ancestors are added to the list while it is walked.
     for(std::size_t i = 0; i != _listed.size(); ++i) compileWithAncestors(Item{_listed[i]});
+}
+
+// Now that all others are in their places.
+void AssetCompiler::placeMisplaced() {
     Scene& scene = data().scene().main();
-    for(const ObjectNode* const node: _misplaced)
-        if(node->parent) scene.reparent(runtimeObject(*node), runtimeObject(*node->parent));
+    for(const ObjectNode* const node: _misplaced) {
+        const Id object = runtimeObject(*node);
+        if(object && node->parent) scene.reparent(object, runtimeObject(*node->parent));
+    }
     _misplaced.clear();
 }
 
@@ -265,6 +276,11 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
         ValueAccess{project}["objects"].withValue(viewOf(item.node->id), *item.json)["parent"].readValue().asString();
     if(id.isEmpty()) return false;
     ObjectNode* parent = _objectIds.find(id);
+    if(parent && parent->isLater) {
+        item.node->parent = parent;
+        _misplaced.push_back(item.node);
+        return false;
+    }
     const bool isReady = parent && !parent->isUnderWay && !parent->isGone &&
         (parent->wasCompiled || (parent->wanted == Part::None && runtimeObject(*parent)));
     if(isReady) {
@@ -280,6 +296,8 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
     const JsonValue* const json = isListed ? parent->json : project.member("objects", id);
     if(!json) {
         _problems.add(item.node->id, -1, "its parent does not exist; it is at the root");
+        project.warnOnce("objects/" + item.node->id + "/parent: there is no object \"" +
+            std::string{id.data(), id.size()} + "\", it is at the root");
         _waiting[{id.data(), id.size()}].insert(item.node->id);
         return false;
     }
@@ -305,7 +323,7 @@ void AssetCompiler::listWaiting(const ObjectNode& parent) {
 void AssetCompiler::compileObject(const Item& item) {
     ObjectNode& node = *item.node;
     const ValueAccess json = ValueAccess{data().project()}["objects"].withValue(viewOf(node.id), *item.json);
-    if(!placeObject(node, json)) return;
+    if(!placeObject(node, json)) return forgetPending(node);
     ++_compiledObjectCount;
     _isAnythingChanged = true;
     if(node.wanted == Part::Everything) {
@@ -356,6 +374,10 @@ void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json)
     _problems.forgetComponents(node.id);
 
     const ValueAccess list = json["components"];
+    if(list.value() && !list.value()->IsArray()) {
+        _problems.add(node.id, -1, "its components are no list");
+        data().project().warnOnce(list.description() + ": not usable, expected is an array");
+    }
     const std::size_t count = list.value() && list.value()->IsArray() ? list.value()->Size() : 0;
     for(std::size_t i = 0; i != count; ++i) {
         const ValueAccess component = list[i];
@@ -402,6 +424,7 @@ void AssetCompiler::dropCandidates(Id object) {
 
 void AssetCompiler::finish() {
     EditorSceneData& sceneData = data().scene();
+    placeMisplaced();
     for(const Item& item: _listed) {
         item.node->wanted = Part::None;
         item.node->wasCompiled = false;
@@ -412,7 +435,7 @@ void AssetCompiler::finish() {
     for(std::size_t aspect = 0; aspect != AspectCount; ++aspect)
         if(_changedAspects >> aspect & 1) sceneData.revisions().touch(Aspect(aspect));
     if(_isAnythingChanged) sceneData.revisions().touch();
-    sceneData.setAssetTypeDirty(isPending());
+    sceneData.setAssetTypeDirty(false);
 }
 
 } // namespace VantrelEngine

@@ -104,6 +104,7 @@ private:
     void begin();
     void list(ObjectNode& node, const JsonValue& json, Part part);
     void compileListed();
+    void placeMisplaced();
     void deleteObject(ObjectNode& node);
     void finish();
 

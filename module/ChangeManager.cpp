@@ -1,6 +1,7 @@
 #include "ChangeManager.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <functional>
 #include <iterator>
@@ -36,6 +37,15 @@ std::optional<JsonValue> copyIfAny(const JsonValue* value, JsonAllocator& alloca
 
 const JsonValue* valueOf(const std::optional<JsonValue>& value) { return value ? &*value : nullptr; }
 
+// None for what is no index, or too far behind the beginning of an array that is to be made.
+std::optional<std::size_t> paddableIndex(Containers::StringView token) {
+    std::size_t index = 0;
+    if(token.hasPrefix('-') && token.size() == 1) return index;
+    const std::from_chars_result read = std::from_chars(token.begin(), token.end(), index);
+    const bool isIndex = read.ec == std::errc{} && read.ptr == token.end() && (token.size() == 1 || token[0] != '0');
+    return isIndex && index <= ProjectFile::MaximumPadding ? std::optional<std::size_t>{index} : std::nullopt;
+}
+
 // What is written below a member of a section changes no index of the project file.
 bool isBelowSection(Containers::StringView path) { return std::count(path.begin(), path.end(), '/') > 2; }
 
@@ -68,15 +78,22 @@ void ChangeManager::recordChange(Containers::StringView path, const JsonValue* v
 }
 
 void ChangeManager::recordWithParents(Containers::StringView path, const JsonValue& value, bool merge) {
-    // What is missing is found from below; each step up puts the value into an object of one member.
-    JsonValue nested = copyOf(value, _projectFile.allocator());
+    JsonAllocator& allocator = _projectFile.allocator();
+    // What is missing is found from below; each step up puts the value into an array or an object of its own.
+    JsonValue nested = copyOf(value, allocator);
     SplitPath split = splitLast(path);
     while(!split.parent.isEmpty() && !_projectFile.valueByPointer(split.parent)) {
-        JsonValue object{rapidjson::kObjectType};
-        const std::string name = unescaped(split.token);
-        object.AddMember(JsonValue{name.c_str(), rapidjson::SizeType(name.size()), _projectFile.allocator()}, nested,
-            _projectFile.allocator());
-        nested = std::move(object);
+        JsonValue container;
+        if(const std::optional<std::size_t> index = paddableIndex(split.token)) {
+            container.SetArray().Reserve(rapidjson::SizeType(*index + 1), allocator);
+            while(container.Size() != *index) container.PushBack(JsonValue{}, allocator);
+            container.PushBack(nested, allocator);
+        } else {
+            const std::string name = unescaped(split.token);
+            container.SetObject().AddMember(
+                JsonValue{name.c_str(), rapidjson::SizeType(name.size()), allocator}, nested, allocator);
+        }
+        nested = std::move(container);
         path = split.parent;
         split = splitLast(path);
     }
@@ -84,6 +101,9 @@ void ChangeManager::recordWithParents(Containers::StringView path, const JsonVal
 }
 
 void ChangeManager::record(Containers::StringView path, std::optional<JsonValue> value, bool merge) {
+    CORRADE_ASSERT(!_isNotifying, "ChangeManager::recordChange(): a listener cannot make changes", );
+    ProjectFile::EditGuard* const guard = _projectFile.editGuard();
+    if(guard && value) guard->adjust(path, *value);
     JsonValue* const current = _projectFile.valueByPointer(path);
     if(isRefused(path, valueOf(value), current)) return;
     const std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
@@ -93,18 +113,31 @@ void ChangeManager::record(Containers::StringView path, std::optional<JsonValue>
         // stands for none of them.
         if(_markedChange >= merged) _markIsValid = false;
     } else {
+        // The path may be that of a record, which moves.
+        Containers::String ownPath = path;
         appendChange();
+        _changes[std::size_t(_lastChange)].path = std::move(ownPath);
     }
     checkLastChange();
     Change& change = _changes[std::size_t(_lastChange)];
     if(merged < 0) {
-        change.path = path;
         change.oldValue = copyIfAny(current, _projectFile.allocator());
     }
     change.newValue = std::move(value);
     change.group = _group;
+    rememberPruned(change);
     if(merged < 0) _mergeIndex.appended(_changes, _lastChange);
     applyChange(change, current);
+}
+
+// A merged change that removes the value later in its gesture keeps what stood around it at that time.
+void ChangeManager::rememberPruned(Change& change) {
+    change.pruned.reset();
+    if(change.newValue || !_projectFile.valueByPointer(change.path)) return;
+    const Containers::StringView pruned = prunedWith(_projectFile, change.path);
+    if(pruned.isEmpty()) return;
+    const JsonValue& value = *_projectFile.valueByPointer(pruned);
+    change.pruned.reset(new Change::Pruned{pruned, copyOf(value, _projectFile.allocator())});
 }
 
 void ChangeManager::recordString(Containers::StringView path, Containers::StringView text, bool merge) {
@@ -160,17 +193,36 @@ void ChangeManager::undoLast() {
     // number 0.
     const std::int32_t group = std::max(currentChange().group, 0);
     for(;;) {
-        const Change& change = currentChange();
-        Change inverse;
-        inverse.path = change.path;
-        inverse.oldValue = copyIfAny(valueOf(change.newValue), _projectFile.allocator());
-        inverse.newValue = copyIfAny(valueOf(change.oldValue), _projectFile.allocator());
-        applyChange(inverse, _projectFile.valueByPointer(inverse.path));
+        undo(currentChange());
         if(_lastChange-- == 0) break;
         checkLastChange();
         if(currentChange().group != group) break;
     }
     documentChanged();
+}
+
+void ChangeManager::undo(const Change& change) {
+    JsonAllocator& allocator = _projectFile.allocator();
+    Change inverse;
+    inverse.path = change.path;
+    inverse.oldValue = copyIfAny(valueOf(change.newValue), allocator);
+    inverse.newValue = copyIfAny(valueOf(change.oldValue), allocator);
+    // With the container comes what was in it last: of a merged change that is not the value from before it.
+    if(change.pruned) {
+        insertValue(_projectFile, change.pruned->path, change.pruned->value);
+        if(inverse.newValue) inverse.oldValue = JsonValue{};
+    }
+    applyChange(inverse, _projectFile.valueByPointer(inverse.path));
+}
+
+void ChangeManager::clear() {
+    CORRADE_ASSERT(_group < 0, "ChangeManager::clear(): a group is open. Forgot commit()?", );
+    _changes.clear();
+    _mergeIndex.clear();
+    _lastChange = -1;
+    _markedChange = -1;
+    _markIsValid = true;
+    _groupKey = 0;
 }
 
 void ChangeManager::redoLast() {
@@ -208,6 +260,8 @@ bool ChangeManager::isRefused(Containers::StringView path, const JsonValue* valu
         return true;
     };
     if(value && path.isEmpty()) return refuse("the root cannot be replaced");
+    // A pointer in a URI fragment names the same values by other texts, which listeners would not know.
+    if(path.hasPrefix('#')) return refuse("a pointer begins with \"/\"");
     // What stands there already can be written.
     if(value && !current) {
         const SplitPath split = splitLast(path);
@@ -273,11 +327,13 @@ void ChangeManager::notify(const Change& change) {
         components[i] = rest.prefix(slash.begin());
         if(i + 1 != count) rest = rest.suffix(slash.end());
     }
+    _isNotifying = true;
     for(std::size_t i = 0; i != count; ++i) {
         auto* const listeners = _listeners.find(components[i]);
         if(!listeners) continue;
         for(ChangeListener& listener: *listeners) listener.onChange(change, {components, count});
     }
+    _isNotifying = false;
 }
 
 std::int32_t ChangeManager::MergeIndex::find(
@@ -308,7 +364,11 @@ void ChangeManager::MergeIndex::swapped(const std::vector<Change>& changes, std:
 }
 
 void ChangeManager::MergeIndex::build(const std::vector<Change>& changes, std::int32_t last, std::int32_t group) {
-    _records.clear();
+    // Emptying a table costs a step for each place that it has: a small group would pay for a large one before it.
+    if(_records.bucket_count() > 256)
+        std::unordered_multimap<std::size_t, std::int32_t>{}.swap(_records);
+    else
+        _records.clear();
     _groupOfRun = group;
     _last = last;
     for(std::int32_t i = last; i > 0 && changes[std::size_t(i)].group == group; --i) add(changes, i);

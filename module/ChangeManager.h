@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -25,13 +26,21 @@ struct Change {
     std::optional<JsonValue> oldValue; // none: nothing stood there
     std::optional<JsonValue> newValue; // none: the value is removed
     std::int32_t group = -1;           // the group that was open, -1 for none
+
+    // Of a removal that took away the object or array around the value, too, because that was empty then: the outermost
+    // one with all that was in it, which undo puts back.
+    struct Pruned {
+        Corrade::Containers::String path;
+        JsonValue value;
+    };
+    std::unique_ptr<Pruned> pruned;
 };
 
 class ChangeListener {
 public:
     virtual ~ChangeListener() = default;
     // A change was applied. components are the pieces of its path between the
-    // "/", the empty one in front included.
+    // "/", the empty one in front included. A listener makes no changes itself.
     virtual void onChange(
         const Change& change, Corrade::Containers::ArrayView<const Corrade::Containers::StringView> components) = 0;
 };
@@ -74,8 +83,9 @@ public:
     // A path that cannot be written without destroying a value on the way, and an edit that the project file's guard
     // does not allow, is refused with one line: the document and the log stay as they are.
     void recordChange(Corrade::Containers::StringView path, const JsonValue* value, bool merge);
-    // The same for a member of objects that may be missing, as those of a setting in a project that has only some of
-    // them: they are made and recorded together with it, as one value, so that undo takes all of it away.
+    // The same for a value whose parents may be missing, as those of a setting in a project that has only some of them:
+    // they are made and recorded together with it, as one value, so that undo takes all of it away. An index makes an
+    // array, any other token an object.
     void recordWithParents(Corrade::Containers::StringView path, const JsonValue& value, bool merge);
     void recordString(Corrade::Containers::StringView path, Corrade::Containers::StringView text, bool merge);
     // An array of three numbers.
@@ -85,6 +95,9 @@ public:
     // is none, see rotationFromMatrix(). A factor of the scaling that the document has as zero, and that is what the
     // engine computes with instead, stays zero.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
+
+    // Forgets all changes: another document is in place. Listeners stay. Aborts while a group is open.
+    void clear();
 
     // Closes the open group and announces its changes in the order of the log.
     void commit();
@@ -138,6 +151,7 @@ private:
     };
 
     void record(Corrade::Containers::StringView path, std::optional<JsonValue> value, bool merge);
+    void rememberPruned(Change& change);
     bool isRefused(Corrade::Containers::StringView path, const JsonValue* value, const JsonValue* current) const;
     void keepZeroScaling(Corrade::Containers::StringView objectPath, Magnum::Vector3& scaling) const;
     void appendChange();
@@ -147,6 +161,7 @@ private:
     // target is what stands at the path, null for nothing.
     void applyChange(const Change& change, JsonValue* target);
     void notify(const Change& change);
+    void undo(const Change& change);
     void documentChanged();
 
     std::int32_t _lastChange = -1;   // index of the last change in effect
@@ -158,6 +173,7 @@ private:
     std::vector<Change> _changes;
     StaticMap<Corrade::Containers::Array<Corrade::Containers::Reference<ChangeListener>>> _listeners;
     MergeIndex _mergeIndex;
+    bool _isNotifying = false;
     bool _markIsValid = true; // false: the marked state cannot be reached by undo
                               // and redo any more
 };

@@ -106,4 +106,19 @@ void eraseValue(ProjectFile& file, Containers::StringView path) {
     }
 }
 
+Containers::StringView prunedWith(ProjectFile& file, Containers::StringView path) {
+    Containers::StringView pruned;
+    Containers::StringView container = splitLast(path).parent;
+    while(!container.isEmpty()) {
+        const JsonValue* const value = file.valueByPointer(container);
+        const Containers::StringView above = splitLast(container).parent;
+        const bool hasOne =
+            value && ((value->IsObject() && value->MemberCount() == 1) || (value->IsArray() && value->Size() == 1));
+        if(!hasOne || above.isEmpty()) return pruned;
+        pruned = container;
+        container = above;
+    }
+    return pruned;
+}
+
 } // namespace VantrelEngine

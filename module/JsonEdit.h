@@ -32,6 +32,9 @@ void insertValue(ProjectFile& file, Corrade::Containers::StringView path, const 
 // never one just below the root.
 void eraseValue(ProjectFile& file, Corrade::Containers::StringView path);
 
+// The outermost object or array that eraseValue() would remove along with a value; empty where it removes just that.
+Corrade::Containers::StringView prunedWith(ProjectFile& file, Corrade::Containers::StringView path);
+
 // Everything before the last "/" of a pointer, and what stands behind it; all
 // of a text without "/" is the token.
 struct SplitPath {

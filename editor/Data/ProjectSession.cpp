@@ -1,6 +1,7 @@
 #include "Data/ProjectSession.h"
 
 #include "Data/ProjectListener.h"
+#include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
 namespace VantrelEngine {
@@ -8,6 +9,8 @@ namespace VantrelEngine {
 using namespace Corrade;
 
 namespace {
+
+constexpr std::size_t UuidLength = 36;
 
 std::string folderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -20,22 +23,18 @@ ProjectSession::ProjectSession():
     _store{_data.project()}, _resourceCompiler{std::make_unique<ResourceCompiler>(_data.project(), _data.resources(),
                                  _data.scene().resources(), _data.scene().resourceMaps(), _data.scene().revisions())},
     _compiler{std::make_unique<AssetCompiler>(&_data)}, _listener{std::make_unique<ProjectListener>(
-                                                            _data, *_compiler, *_resourceCompiler)} {
+                                                            _data, *_compiler, *_resourceCompiler)},
+    _changes{std::make_unique<ChangeManager>(_data.project())} {
+    _listener->registerWith(*_changes);
+    _changes->compileListeners();
     _editor.state().assetCompiler = _compiler.get();
+    _editor.state().changeManager = _changes.get();
     _store.startNew();
-    startLog();
     compileResources();
     compileObjects();
 }
 
 ProjectSession::~ProjectSession() = default;
-
-void ProjectSession::startLog() {
-    _changes = std::make_unique<ChangeManager>(_data.project());
-    _listener->registerWith(*_changes);
-    _changes->compileListeners();
-    _editor.state().changeManager = _changes.get();
-}
 
 OpenedProject ProjectSession::open(const std::string& path) {
     OpenedProject opened = read(path);
@@ -48,11 +47,22 @@ OpenedProject ProjectSession::open(const std::string& path) {
 OpenedProject ProjectSession::read(const std::string& path) {
     OpenedProject opened = _store.open(path);
     if(!opened.error.empty()) return opened;
-    _data.project().forgetWarnings();
     _data.resources().setProjectFolder(folderOf(path));
     _data.selection().clear();
-    startLog();
+    _changes->clear();
+    readEditorSettings();
     return opened;
+}
+
+void ProjectSession::readEditorSettings() {
+    const ValueAccess root{_data.project()};
+    const ValueAccess camera = root["settings"]["editor"]["camera"];
+    _data.cameraPitch = camera["pitch"].readValue().asFloat(_data.cameraPitch);
+    _data.cameraYaw = camera["yaw"].readValue().asFloat(_data.cameraYaw);
+    // A project has ids of one kind.
+    const JsonValue* const objects = root["objects"].value();
+    const bool hasObjects = objects && objects->IsObject() && !objects->ObjectEmpty();
+    _data.objectIdMode = hasObjects && objects->MemberBegin()->name.GetStringLength() == UuidLength;
 }
 
 void ProjectSession::compileResources() {
@@ -66,17 +76,26 @@ void ProjectSession::compileObjects() {
 }
 
 std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired repaired) {
+    const std::string folder = folderOf(_store.path());
     std::string error = _store.save(path, repaired);
     if(!error.empty()) return error;
-    _data.resources().setProjectFolder(folderOf(path));
     _changes->markSaved();
+    if(folderOf(path) == folder) return {};
+    // The files of the resources are others now, or are missing.
+    _data.resources().setProjectFolder(folderOf(path));
+    compileResources();
+    setUsersPending();
     return {};
+}
+
+void ProjectSession::setUsersPending() {
+    for(const ResourceUser* const object: _resourceCompiler->objectsToCompile())
+        _compiler->setPending({object->id.data(), object->id.size()}, true);
 }
 
 void ProjectSession::update() {
     _resourceCompiler->update();
-    for(const ResourceUser* const object: _resourceCompiler->objectsToCompile())
-        _compiler->setPending({object->id.data(), object->id.size()}, true);
+    setUsersPending();
     if(_compiler->isPending()) _compiler->compilePending();
 }
 

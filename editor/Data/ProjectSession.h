@@ -29,7 +29,6 @@ public:
 
     EditorData& data() { return _data; }
     VantrelEditor& editor() { return _editor; }
-    // Another one after each open().
     ChangeManager& changes() { return *_changes; }
     AssetCompiler& compiler() { return *_compiler; }
     ResourceCompiler& resourceCompiler() { return *_resourceCompiler; }
@@ -53,7 +52,8 @@ public:
     void update();
 
 private:
-    void startLog();
+    void readEditorSettings();
+    void setUsersPending();
 
     EditorData _data;
     VantrelEditor _editor;

@@ -50,6 +50,8 @@ std::string bind(const ComponentTask& task) {
     const Containers::StringView mesh = meshKey.readValue().asString();
     const Id meshIndex = mesh.isEmpty() ? 0 : task.resource(ResourceKind::Mesh, mesh);
     meshes.mesh(task.component) = meshIndex;
+    // It is not drawn, but in the scene, and works as soon as the mesh is there.
+    if(!mesh.isEmpty() && !meshIndex) task.problem("its mesh " + quoted(mesh) + " is not compiled");
 
     bool isSkinned = false;
     const Containers::StringView skin = json["skin"].readValue().asString("", JsonObject::WhenMissing::Accept);

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 
 #include <Magnum/Math/Matrix4.h>
 
@@ -15,7 +16,7 @@ namespace {
 Matrix4 perspectiveProjection(float degrees, float near, float far) {
     const float extent = 2.0f * near * std::tan(degrees * 3.1415927f / 180.0f * 0.5f);
     const float scale = 2.0f * near / extent;
-    const bool isInfinite = std::isinf(far);
+    const bool isInfinite = far == std::numeric_limits<float>::infinity();
     const float depthScale = isInfinite ? -1.0f : (far + near) / (near - far);
     const float depthOffset = isInfinite ? -2.0f * near : 2.0f * far * near / (near - far);
     return {{scale, 0.0f, 0.0f, 0.0f}, {0.0f, scale, 0.0f, 0.0f}, {0.0f, 0.0f, depthScale, -1.0f},

@@ -28,6 +28,8 @@ struct ObjectNode: ResourceUser {
     bool isUnderWay = false;
     // Not in the document any more, while the runtime object may still be there.
     bool isGone = false;
+    // Not in the scene yet, and not to come before others are gone.
+    bool isLater = false;
     bool wasCompiled = false;
     ObjectNode* parent = nullptr;
 };

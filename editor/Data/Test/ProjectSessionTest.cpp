@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include <Vantrel/EngineData/JsonObject.h>
+#include <VantrelHost/ResourceCompiler.h>
 
 #include "Data/Test/SessionFixture.h"
 
@@ -76,6 +77,62 @@ TEST_F(ProjectSessionTest, everySettingHasADefault) {
         EXPECT_FALSE(settings["physx"]["enable"].readValue().asBool(true));
     });
     EXPECT_EQ(warnings, "");
+}
+
+TEST_F(ProjectSessionTest, theSharedInstancesStayWhenAnotherProjectIsOpened) {
+    ChangeManager* const log = session.editor().state().changeManager;
+    AssetCompiler* const objects = session.editor().state().assetCompiler;
+    record("/objects/a", object());
+    ASSERT_EQ(session.open(write("p.json", project("'a': " + object()))).error, "");
+    EXPECT_EQ(session.editor().state().changeManager, log);
+    EXPECT_EQ(&changes(), log);
+    EXPECT_EQ(session.editor().state().assetCompiler, objects);
+    record("/objects/a/translation", "[1, 0, 0]");
+    EXPECT_EQ(update(), (Compiled{1, 0}));
+}
+
+TEST_F(ProjectSessionTest, theCameraAndTheKindOfIdsComeFromTheProject) {
+    EXPECT_FLOAT_EQ(session.data().cameraPitch, -35.264f);
+    EXPECT_FLOAT_EQ(session.data().cameraYaw, 45.0f);
+    const std::string uuid = "01234567-89ab-cdef-0123-456789abcdef";
+    ASSERT_EQ(session
+                  .open(write("p.json",
+                      "{'objects': {'" + uuid + "': " + object() +
+                          "}, 'settings': {'editor': {'camera': {'pitch': -10, 'yaw': 20}}}}"))
+                  .error,
+        "");
+    EXPECT_EQ(session.data().cameraPitch, -10.0f);
+    EXPECT_EQ(session.data().cameraYaw, 20.0f);
+    EXPECT_EQ(session.data().objectIdMode, 1);
+    ASSERT_EQ(session.open(write("q.json", project("'a': " + object()))).error, "");
+    EXPECT_FLOAT_EQ(session.data().cameraYaw, 45.0f);
+    EXPECT_EQ(session.data().objectIdMode, 0);
+}
+
+TEST_F(ProjectSessionTest, whatIsBesideAProjectThatMovesIsLookedForThere) {
+    std::filesystem::create_directory(folder / "other");
+    std::ofstream{path("other/mesh.glb")} << "not one";
+    const std::string text = "{'objects': {}, 'meshes': {'m': {'name': 'M', 'file': 'mesh.glb'}}}";
+    EXPECT_THAT(printed([&] { ASSERT_EQ(session.open(write("p.json", text)).error, ""); }),
+        HasSubstr("ResourceCompiler: meshes/m: mesh.glb"));
+    ASSERT_EQ(session.resourceCompiler().problems().size(), 1u);
+    const std::string before = session.resourceCompiler().problems()[0].reason;
+    printed([&] { EXPECT_EQ(session.save(path("other/p.json")), ""); });
+    ASSERT_EQ(session.resourceCompiler().problems().size(), 1u);
+    EXPECT_NE(session.resourceCompiler().problems()[0].reason, before);
+}
+
+TEST_F(ProjectSessionTest, aParentThatIsCompiledAwayDirectlyLeavesItsChildrenToTheNextFrame) {
+    record("/objects/p", object());
+    record("/objects/c", object("p"));
+    session.update();
+    remove("/objects/p");
+    const Corrade::Containers::StringView ids[]{"p"};
+    compiler().compileObjects(ids, true);
+    EXPECT_EQ(objectOf("c"), RootObject);
+    printed([this] { session.update(); });
+    EXPECT_NE(objectOf("c"), RootObject);
+    EXPECT_EQ(parentOf("c"), "");
 }
 
 TEST_F(ProjectSessionTest, opensEditsSavesAndOpensAgain) {

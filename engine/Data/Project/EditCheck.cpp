@@ -1,5 +1,7 @@
 #include "Data/Project/EditCheck.h"
 
+#include <Corrade/Utility/Debug.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -82,13 +84,6 @@ const JsonValue* valueForSetting(const PointerTokens& path, const JsonValue& val
     return key.empty() ? &value : valueAtKey(value, key);
 }
 
-std::string whyKernelSizeRefused(const PointerTokens& path, const JsonValue& value) {
-    const JsonValue* const size = valueForSetting(path, value, BloomKernelSizeKey);
-    if(!size || !size->IsNumber()) return {};
-    const bool isInRange = size->GetDouble() >= 0.0 && size->GetDouble() <= MaxBloomKernelSize;
-    return isInRange ? "" : "the size of the bloom kernel is not between 0 and 21";
-}
-
 std::string whyNoObject(const JsonValue& value) {
     if(!value.IsObject()) return "an object of the scene is a JSON object";
     for(const char* key: {"name", "parent"})
@@ -112,10 +107,22 @@ std::string EditCheck::whyRefused(ProjectFile& file, Containers::StringView poin
 
     std::string reason = whyTokensRefused(path);
     if(reason.empty()) reason = withoutSlash(ValueCheck{}.whyRefused(*value, path.size(), path[path.size() - 1].name));
-    if(reason.empty()) reason = whyKernelSizeRefused(path, *value);
     if(!reason.empty()) return reason;
     if(path.size() == 1) return whySectionRefused(path[0].name, *value);
     return path[0].name == "objects" ? whyObjectEditRefused(file, path, *value) : std::string{};
+}
+
+void EditCheck::adjust(Containers::StringView pointer, JsonValue& value) {
+    const PointerTokens path{pointer};
+    if(!path.isValid() || !path.size()) return;
+    // The value is ours to change; only the way to it is that of a reader.
+    auto* const size = const_cast<JsonValue*>(valueForSetting(path, value, BloomKernelSizeKey));
+    if(!size || !size->IsNumber() || !std::isfinite(size->GetDouble())) return;
+    const double clamped = std::min(std::max(size->GetDouble(), 0.0), MaxBloomKernelSize);
+    if(clamped == size->GetDouble()) return;
+    Utility::Warning{} << "settings/rendering/bloom/kernelSize:" << size->GetDouble()
+                       << "is not between 0 and 21, it became" << clamped;
+    size->SetDouble(clamped);
 }
 
 void EditCheck::documentChanged() { _ancestry.forget(); }

@@ -12,11 +12,12 @@ namespace VantrelEngine {
 // Keeps edits from bringing into the document what opening it would refuse or repair: "objects" missing, a section that
 // is no object, an object that is none, has no id, or has a "name" or "parent" that is no text, an object too many, an
 // object that is its own ancestor, duplicate keys, more than MaxNesting levels, text that is not UTF-8, numbers that
-// are not finite or (but for "far") beyond a float, a bloom kernel's size out of range.
+// are not finite or (but for "far") beyond a float. A bloom kernel's size out of range is brought into it.
 //
 // Costs the size of the value, and a walk up the parents where it cannot know better, see Ancestry.
 class EditCheck: public ProjectFile::EditGuard {
 public:
+    void adjust(Corrade::Containers::StringView pointer, JsonValue& value) override;
     std::string whyRefused(ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) override;
     void documentChanged() override;
 

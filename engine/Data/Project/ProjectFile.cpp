@@ -66,11 +66,17 @@ struct ProjectFile::State {
     // By the name of an object below the root. An entry that does not fit its
     // object is made anew when it is asked.
     std::unordered_map<std::string, MemberIndex> indexes;
+    // Of the root itself.
+    std::optional<MemberIndex> rootIndex;
     std::unordered_set<std::string> warnings;
     EditGuard* guard = nullptr;
 
     MemberIndex* indexOf(const Place& place) {
-        if(place.depth != 1 || place.value->MemberCount() < IndexedMemberCount) return nullptr;
+        if(place.depth > 1 || place.value->MemberCount() < IndexedMemberCount) return nullptr;
+        if(place.depth == 0) {
+            if(!rootIndex || !rootIndex->fits(*place.value)) rootIndex.emplace(*place.value);
+            return &*rootIndex;
+        }
         const auto known = indexes.find(std::string{place.key});
         if(known != indexes.end()) {
             if(known->second.fits(*place.value)) return &known->second;
@@ -143,7 +149,10 @@ const JsonDocument& ProjectFile::projectFile() const { return _state->document; 
 
 JsonAllocator& ProjectFile::allocator() { return _state->document.GetAllocator(); }
 
-void ProjectFile::membersChanged() { _state->indexes.clear(); }
+void ProjectFile::membersChanged() {
+    _state->indexes.clear();
+    _state->rootIndex.reset();
+}
 
 void ProjectFile::setDefaults(JsonDocument&& defaults) { _state->defaults = std::move(defaults); }
 
@@ -167,6 +176,11 @@ JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) {
 const JsonValue* ProjectFile::valueByPointer(Containers::StringView pointer) const {
     // The index is made while looking; the document is not changed.
     return const_cast<ProjectFile&>(*this).valueByPointer(pointer);
+}
+
+const JsonValue* ProjectFile::section(Containers::StringView name) const {
+    if(!_state->document.IsObject()) return nullptr;
+    return _state->findValue({&_state->document, 0, {}}, {name.data(), name.size()});
 }
 
 const JsonValue* ProjectFile::member(Containers::StringView section, Containers::StringView key) const {
@@ -256,7 +270,7 @@ JsonValue& ProjectFile::createByPointer(Containers::StringView pointer, bool* ex
     }
     if(existed) *existed = found;
     // The caller may give the value other members.
-    if(place.depth == 0) _state->indexes.clear();
+    if(place.depth == 0) membersChanged();
     if(place.depth == 1) _state->indexes.erase(std::string{place.key});
     return *place.value;
 }

@@ -1,8 +1,12 @@
-#include <VantrelHost/ProjectStore.h>
+#include "VantrelHost/ProjectStore.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <utility>
 
+#include <VantrelHost/DocumentReader.h>
+#include <VantrelHost/DocumentWriter.h>
 #include <sys/stat.h>
 
 #include "Data/Project/DefaultSettings.h"
@@ -10,8 +14,6 @@
 #include "Data/Project/EditCheck.h"
 #include "Data/Project/ReplaceFile.h"
 #include "Vantrel/EngineData/ProjectFile.h"
-#include <VantrelHost/DocumentReader.h>
-#include <VantrelHost/DocumentWriter.h>
 
 namespace VantrelEngine {
 
@@ -24,12 +26,18 @@ std::size_t countOf(const std::vector<DocumentProblem>& problems, Kind kind) {
         problems.begin(), problems.end(), [kind](const DocumentProblem& problem) { return problem.kind == kind; }));
 }
 
-// Whether two paths lead to one file, also through links.
-bool isSameFile(const std::string& a, const std::string& b) {
-    if(a == b) return true;
-    struct stat left, right;
-    return stat(a.data(), &left) == 0 && stat(b.data(), &right) == 0 && left.st_dev == right.st_dev &&
-        left.st_ino == right.st_ino;
+// A file by what it is, not by the path that leads to it.
+using FileIdentity = std::pair<dev_t, ino_t>;
+
+std::optional<FileIdentity> identityOf(const std::string& path) {
+    struct stat status;
+    if(stat(path.data(), &status) != 0) return {};
+    return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::string repairs(std::size_t count) {
+    return "the project was repaired in " + std::to_string(count) + (count == 1 ? " place" : " places") +
+        " when it was opened";
 }
 
 std::string refusal(const std::string& path, const std::vector<DocumentProblem>& problems) {
@@ -53,9 +61,23 @@ struct ProjectStore::State {
     EditCheck check;
     std::string path;
     std::size_t repairCount = 0;
+    // Files that hold what this program has not, and why: they are not written over unasked.
+    std::map<FileIdentity, std::string> kept;
+
+    void keep(const std::string& file, const std::string& reason) {
+        if(const auto identity = identityOf(file)) kept[*identity] = reason;
+    }
+    std::string whyKept(const std::string& file) const {
+        const auto identity = identityOf(file);
+        const auto found = identity ? kept.find(*identity) : kept.end();
+        return found == kept.end() ? std::string{} : found->second;
+    }
+    void release(const std::string& file) {
+        if(const auto identity = identityOf(file)) kept.erase(*identity);
+    }
 };
 
-ProjectStore::ProjectStore(ProjectFile& file): _state{new State{file, {}, {}, 0}} {
+ProjectStore::ProjectStore(ProjectFile& file): _state{new State{file, {}, {}, 0, {}}} {
     file.setDefaults(defaultProject());
     file.setEditGuard(&_state->check);
 }
@@ -73,26 +95,37 @@ OpenedProject ProjectStore::open(const std::string& path) {
     OpenedProject opened;
     JsonDocument document;
     opened.error = readDocument(path, document);
-    if(!opened.error.empty()) return opened;
+    if(!opened.error.empty()) {
+        _state->keep(path, "the project in this file could not be opened");
+        return opened;
+    }
     opened.problems = checkDocument(document);
     if(isRefused(opened.problems)) {
         opened.error = refusal(path, opened.problems);
+        _state->keep(path, "the project in this file could not be opened");
         return opened;
     }
     _state->replace(document);
     _state->path = path;
     _state->repairCount = countOf(opened.problems, Kind::Repair);
+    if(_state->repairCount)
+        _state->keep(path, repairs(_state->repairCount));
+    else
+        _state->release(path);
     return opened;
 }
 
 std::string ProjectStore::save(const std::string& path, Repaired repaired) {
-    if(_state->repairCount && repaired == Repaired::Keep && isSameFile(path, _state->path))
-        return path + ": the project was repaired in " + std::to_string(_state->repairCount) +
-            (_state->repairCount == 1 ? " place" : " places") + " when it was opened, the file is kept as it is";
+    const std::string kept = _state->whyKept(path);
+    if(!kept.empty() && repaired == Repaired::Keep) return path + ": " + kept + ", the file is kept as it is";
     std::string text;
     std::string error = writeDocument(_state->file.projectFile(), text);
     if(error.empty()) error = replaceFile(path, text);
+    // A file that is replaced is another one afterwards; the backup has the old contents, and they are not needed to be
+    // guarded any more.
     if(!error.empty()) return path + ": " + error;
+    _state->release(path);
+    _state->release(path + ".bak");
     _state->path = path;
     _state->repairCount = 0;
     return {};

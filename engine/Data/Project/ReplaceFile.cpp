@@ -33,8 +33,7 @@ std::string folderOf(const std::string& path) {
 
 class Replacement {
 public:
-    Replacement(const std::string& path, FileCalls& calls):
-        _calls{calls}, _path{resolved(path)}, _new{_path + ".new"}, _old{_path + ".old"} {
+    Replacement(const std::string& path, FileCalls& calls): _calls{calls}, _path{resolved(path)} {
         struct stat status;
         _exists = stat(_path.data(), &status) == 0;
         if(_exists) _mode = status.st_mode & 07777;
@@ -47,15 +46,28 @@ public:
 
 private:
     bool writeNew(std::string_view contents) {
-        // What an interrupted save left behind is in the way; that it is not there is no error.
-        _calls.unlink(_new.data());
-        const int file = _calls.open(_new.data(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if(file < 0) return failed("create", _new);
+        int file = -1;
+        const bool created = withFreeName(".new", _new, [&] {
+            file = _calls.open(_new.data(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            return file >= 0;
+        });
+        if(!created) return failed("create", _new);
         const bool written = (!_exists || _calls.fchmod(file, _mode) == 0 || failed("set the mode of", _new)) &&
             writeAll(file, contents) && (_calls.fsync(file) == 0 || failed("flush", _new));
         const bool closed = _calls.close(file) == 0 || (written && failed("close", _new));
         if(written && closed) return true;
         _calls.unlink(_new.data());
+        return false;
+    }
+
+    // Tries names beside the file until one is free: what stands there already may be somebody's. The first is the one
+    // that a person would look for.
+    template<class Attempt> bool withFreeName(const char* suffix, std::string& name, Attempt&& attempt) {
+        for(int i = 0; i != 100; ++i) {
+            name = _path + (i ? "." + std::to_string(i) : std::string{}) + suffix;
+            if(attempt()) return true;
+            if(errno != EEXIST) return false;
+        }
         return false;
     }
 
@@ -72,8 +84,7 @@ private:
     // A second name for the old contents, which becomes the backup once the new ones are in place.
     bool keepOld() {
         if(!_exists) return true;
-        _calls.unlink(_old.data());
-        if(_calls.link(_path.data(), _old.data()) == 0) return true;
+        if(withFreeName(".old", _old, [&] { return _calls.link(_path.data(), _old.data()) == 0; })) return true;
         failed("keep the old contents as", _old);
         _calls.unlink(_new.data());
         return false;

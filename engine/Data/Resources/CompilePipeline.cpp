@@ -20,7 +20,7 @@ bool isIdentifier(const std::string& text) {
 
 std::vector<std::string> readFeatures(const ResourceEntry& entry) {
     std::vector<std::string> features;
-    for(std::string& feature: entry.texts("features")) {
+    for(std::string& feature: entry.has("features") ? entry.texts("features") : std::vector<std::string>{}) {
         if(isIdentifier(feature))
             features.push_back(std::move(feature));
         else if(!feature.empty())

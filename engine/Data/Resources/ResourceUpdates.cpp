@@ -97,7 +97,7 @@ void ResourceUpdates::compile(ResourceKind kind, Containers::StringView id) {
 
 void ResourceUpdates::update() {
     _objects.clear();
-    _isCollected.clear();
+    if(!_isCollected.empty()) _isCollected.clear();
     // Resources use only those of kinds that come before.
     for(std::size_t i = 0; i != ResourceKindCount; ++i) compileMarked(ResourceKind(i));
     touchAspects();
@@ -106,7 +106,7 @@ void ResourceUpdates::update() {
 void ResourceUpdates::compileMarked(ResourceKind kind) {
     const std::vector<std::string> marked = std::move(of(kind).marked);
     of(kind).marked.clear();
-    of(kind).isMarked.clear();
+    if(!of(kind).isMarked.empty()) of(kind).isMarked.clear();
     // Those that go make place for those that come.
     std::vector<std::pair<const std::string*, const JsonValue*>> toCompile;
     for(const std::string& id: marked) {

@@ -37,7 +37,8 @@ public:
     OpenedProject open(const std::string& path);
 
     enum class Repaired {
-        // A project that was repaired when it was opened is not saved over its file.
+        // A file whose project was repaired when it was opened, or could not be opened, is not written over, whatever
+        // project is saved there.
         Keep,
         Overwrite
     };

@@ -54,6 +54,8 @@ TEST_F(MatchingTest, withoutAListAllComponentsGo) {
         setObjects(object("a", "", more));
         compile({"a"});
         EXPECT_EQ(scene.componentsSize(), 0u) << more;
+        const bool isList = !*more || std::string{more}.find('[') != std::string::npos;
+        EXPECT_EQ(problem("a", -1), isList ? "" : "its components are no list");
     }
 }
 

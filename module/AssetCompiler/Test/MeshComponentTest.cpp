@@ -101,6 +101,7 @@ TEST_F(MeshComponentTest, anEmptyOrUnknownMeshIsNone) {
         EXPECT_EQ(meshes.mesh(id), 0);
         EXPECT_FALSE(isSkinned(id));
         EXPECT_TRUE(meshes.isActive(id));
+        EXPECT_EQ(problem("a", 0), *mesh ? "its mesh \"unknown\" is not compiled" : "");
     }
 }
 

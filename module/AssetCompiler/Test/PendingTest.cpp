@@ -178,6 +178,30 @@ TEST_F(PendingTest, aSceneIsReplacedWholeWithoutRoomForBoth) {
     EXPECT_TRUE(compiler.problems().empty());
 }
 
+TEST_F(PendingTest, inAFullSceneANewParentTakesThePlaceOfWhatIsDeleted) {
+    std::string rest;
+    for(std::size_t i = 0; i != MaxObjects - 2; ++i) rest += "," + object(std::to_string(i));
+    setObjects(object("x") + "," + object("y") + rest);
+    compiler.compileAll(true);
+    const Id y = objectOf("y");
+    ASSERT_EQ(scene.size(), MaxObjects + 1);
+    setObjects(object("new") + "," + object("y", "new") + rest);
+    for(const char* const id: {"y", "new", "x"}) compiler.setPending(id, true);
+    EXPECT_EQ(printed<Corrade::Utility::Error>([this] { compiler.compilePending(); }), "");
+    EXPECT_EQ(scene.size(), MaxObjects + 1);
+    EXPECT_EQ(objectOf("y"), y);
+    EXPECT_EQ(parentOf("y"), "new");
+    EXPECT_FALSE(compiler.isPending());
+    EXPECT_TRUE(compiler.problems().empty());
+
+    // One that finds no place is not tried again before it is noted again.
+    setObjects(object("new") + "," + object("y", "new") + "," + object("more") + rest);
+    compiler.setPending("more", true);
+    printed<Corrade::Utility::Error>([this] { compiler.compilePending(); });
+    EXPECT_EQ(problem("more", -1), "the scene is full");
+    EXPECT_FALSE(compiler.isPending());
+}
+
 TEST_F(PendingTest, anIdThatCameAndWentLeavesNothingBehind) {
     setObjects("");
     compiler.setPending("a", true);

@@ -5,7 +5,9 @@
 #include <random>
 #include <set>
 
+#include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Debug.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -93,19 +95,40 @@ TEST_F(EditCheckTest, whatMayNot) {
             {"/settings/far", "{\"x\":1e39}", "x: the number is too large for a float"},
             {"/settings/far", "[1e39]", "0: the number is too large for a float"},
             {"/settings/x", R"({"a":{"b":1,"c":2,"b":3}})", "a/b: the key stands there twice"},
-            {"/settings/rendering/bloom/kernelSize", "22", "the size of the bloom kernel is not between 0 and 21"},
-            {"/settings/rendering/bloom/kernelSize", "-0.5", "the size of the bloom kernel is not between 0 and 21"},
-            {"/settings/rendering/bloom", R"({"kernelSize":22})",
-                "the size of the bloom kernel is not between 0 and 21"},
-            {"/settings/rendering", R"({"bloom":{"kernelSize":22}})",
-                "the size of the bloom kernel is not between 0 and 21"},
-            {"/settings", R"({"rendering":{"bloom":{"kernelSize":22}}})",
-                "the size of the bloom kernel is not between 0 and 21"},
             {"/other/\xff", "1", "a key is not UTF-8"}})
         EXPECT_EQ(check.whyRefused(file, pointer, std::make_unique<JsonDocument>(parsedValue(value)).get()), reason)
             << pointer << value;
     EXPECT_EQ(remove("/objects"), "a project always has \"objects\"");
     EXPECT_EQ(remove(""), "a project is not edited as a whole");
+}
+
+TEST_F(EditCheckTest, theSizeOfTheBloomKernelIsBroughtIntoItsRange) {
+    const struct {
+        const char* pointer;
+        const char* value;
+        const char* adjusted;
+    } rows[]{
+        {"/settings/rendering/bloom/kernelSize", "22", "21.0"},
+        {"/settings/rendering/bloom/kernelSize", "-0.5", "0.0"},
+        {"/settings/rendering/bloom", R"({"passes":3,"kernelSize":1e300})", R"({"passes":3,"kernelSize":21.0})"},
+        {"/settings/rendering", R"({"bloom":{"kernelSize":22}})", R"({"bloom":{"kernelSize":21.0}})"},
+        {"/settings", R"({"rendering":{"bloom":{"kernelSize":22}}})", R"({"rendering":{"bloom":{"kernelSize":21.0}}})"},
+        {"/settings/rendering/bloom/kernelSize", "21", "21"},
+        {"/settings/rendering/bloom/kernelSize", "\"x\"", "\"x\""},
+        {"/settings/rendering/bloom/kernelSize/x", "99", "99"},
+        {"/settings/rendering/bloom/passes", "99", "99"},
+        {"/other", R"({"rendering":{"bloom":{"kernelSize":22}}})", R"({"rendering":{"bloom":{"kernelSize":22}}})"},
+    };
+    for(const auto& row: rows) {
+        JsonDocument value = parsedValue(row.value);
+        Corrade::Containers::String lines;
+        {
+            Corrade::Utility::Warning redirected{&lines};
+            check.adjust(row.pointer, value);
+        }
+        EXPECT_EQ(jsonText(value), row.adjusted) << row.pointer;
+        EXPECT_EQ(lines.isEmpty(), row.value == std::string{row.adjusted}) << lines.data();
+    }
 }
 
 TEST_F(EditCheckTest, numbersThatAreNotFinite) {

@@ -90,10 +90,38 @@ TEST_F(ProjectStoreTest, aNewProject) {
     EXPECT_TRUE(file.valueByPointer("/pipelines/lit"));
     EXPECT_FALSE(file.valueByPointer("/objects/x"));
     const std::string before = text();
-    EXPECT_EQ(store.save(path), "");
+    // The file still holds what the repair took away.
+    EXPECT_THAT(store.save(path), HasSubstr("the file is kept as it is"));
+    EXPECT_EQ(store.path(), "");
+    EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
     EXPECT_EQ(store.path(), path);
+    EXPECT_EQ(store.save(path), "");
     EXPECT_EQ(store.open(path).error, "");
     EXPECT_EQ(text(), before);
+}
+
+TEST_F(ProjectStoreTest, aFileThatWasRepairedStaysKeptAfterASaveElsewhere) {
+    const std::string repaired = R"({"objects":{"x":{"parent":"x"}}})";
+    write(path, repaired);
+    ASSERT_EQ(store.open(path).error, "");
+    ASSERT_EQ(store.save(path + ".copy"), "");
+    EXPECT_THAT(store.save(path), HasSubstr("was repaired in 1 place"));
+    EXPECT_EQ(store.path(), path + ".copy");
+    EXPECT_EQ(store.save(path + ".copy"), "");
+    EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_EQ(store.save(path), "");
+}
+
+TEST_F(ProjectStoreTest, aFileThatWasRefusedIsNotWrittenOverUnasked) {
+    for(const char* const refused: {"{\"objects\":3}", "{\"objects\":{"}) {
+        write(path, refused);
+        ASSERT_NE(store.open(path).error, "");
+        EXPECT_THAT(store.save(path), HasSubstr("could not be opened, the file is kept as it is")) << refused;
+        // Mended by other means.
+        write(path, R"({"objects":{}})");
+        ASSERT_EQ(store.open(path).error, "");
+        EXPECT_EQ(store.save(path), "") << refused;
+    }
 }
 
 TEST_F(ProjectStoreTest, whatIsRefusedLeavesTheProjectAsItWas) {

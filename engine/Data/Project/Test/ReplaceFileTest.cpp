@@ -134,14 +134,16 @@ TEST_F(ReplaceFileTest, aLinkToNothingGetsItsTarget) {
     EXPECT_EQ(read(folder / "target.json"), "new");
 }
 
-TEST_F(ReplaceFileTest, whatAnInterruptedSaveLeftIsNotInTheWay) {
+TEST_F(ReplaceFileTest, filesThatStandBesideItAreLeftAlone) {
     write(path, "old");
     write(folder / "project.json.new", "half");
     write(folder / "project.json.old", "older");
     EXPECT_EQ(replaceFile(path, "new"), "");
     EXPECT_EQ(read(path), "new");
     EXPECT_EQ(read(folder / "project.json.bak"), "old");
-    EXPECT_THAT(files(), ElementsAre("project.json", "project.json.bak"));
+    EXPECT_EQ(read(folder / "project.json.new"), "half");
+    EXPECT_EQ(read(folder / "project.json.old"), "older");
+    EXPECT_THAT(files(), ElementsAre("project.json", "project.json.bak", "project.json.new", "project.json.old"));
 }
 
 TEST_F(ReplaceFileTest, anyCallThatFailsLeavesTheOldContents) {

@@ -28,7 +28,7 @@ public:
     SceneRevisions& revisions() { return _revisions; }
     const SceneRevisions& revisions() const { return _revisions; }
 
-    // Whether objects of the document wait to be compiled.
+    // Set where an object of the document changed, cleared whenever objects were compiled.
     void setAssetTypeDirty(bool dirty) { _isAssetTypeDirty = dirty; }
     bool isAssetTypeDirty() const { return _isAssetTypeDirty; }
 

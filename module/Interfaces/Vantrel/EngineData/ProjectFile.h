@@ -15,7 +15,7 @@ namespace VantrelEngine {
 // The project's JSON document, and the way to its values.
 //
 // A value is named by a JSON pointer (RFC 6901): "/objects/tree/translation/0".
-// The members of the large objects just below the root (objects, materials,
+// The members of the root and of the large objects just below it (objects, materials,
 // meshes, ...) are found through an index, so that a look-up, an addition and a
 // removal cost the same in a small and in a large project; the order of members
 // is kept. Hence members are added and removed through the functions below.
@@ -50,6 +50,8 @@ public:
     class EditGuard {
     public:
         virtual ~EditGuard() = default;
+        // Brings the value of an edit into its range, with one line; called first.
+        virtual void adjust(Corrade::Containers::StringView pointer, JsonValue& value) = 0;
         virtual std::string whyRefused(
             ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) = 0;
         // The document was changed by other means: undo, redo, another document.
@@ -64,6 +66,8 @@ public:
     JsonValue* valueByPointer(Corrade::Containers::StringView pointer);
     const JsonValue* valueByPointer(Corrade::Containers::StringView pointer) const;
 
+    // The member of the root. Null where there is none.
+    const JsonValue* section(Corrade::Containers::StringView name) const;
     // The member of an object just below the root, by their plain names and
     // through the index: member("objects", "tree"). Null where there is none.
     const JsonValue* member(Corrade::Containers::StringView section, Corrade::Containers::StringView key) const;

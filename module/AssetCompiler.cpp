@@ -297,7 +297,7 @@ bool AssetCompiler::compileParentFirst(const Item& item) {
     if(!json) {
         _problems.add(item.node->id, -1, "its parent does not exist; it is at the root");
         project.warnOnce("objects/" + item.node->id + "/parent: there is no object \"" +
-            std::string{id.data(), id.size()} + "\", it is at the root");
+            std::string{id.data(), id.size()} + "\", the root is taken");
         _waiting[{id.data(), id.size()}].insert(item.node->id);
         return false;
     }

@@ -38,9 +38,15 @@ void addResourceProblems(ProjectSession& session, std::vector<DocumentProblem>& 
 }
 
 void addComponentProblems(ProjectSession& session, std::vector<DocumentProblem>& problems) {
-    for(const auto& problem: session.compiler().problems())
+    // What is wrong with an object as such was found when the project was opened, and has its key there.
+    std::unordered_set<std::string> known;
+    for(const DocumentProblem& problem: problems)
+        if(problem.component == -1) known.insert(problem.object);
+    for(const auto& problem: session.compiler().problems()) {
+        if(problem.first.second == -1 && known.count(problem.first.first)) continue;
         problems.push_back(
             {DocumentProblem::Kind::Warning, problem.first.first, problem.first.second, {}, problem.second});
+    }
 }
 
 // What the libraries say while they work. The same problems are listed with their places afterwards; what is on no list
@@ -59,7 +65,9 @@ private:
 // Whether a line only says again what the list has; that of a component has no place in the line.
 bool isListed(std::string_view line, const std::unordered_set<std::string>& listed) {
     const auto begins = [&](std::string_view text) { return line.substr(0, text.size()) == text; };
-    if(begins("Unknown light type ") || begins("Skipping component with missing JavaScript component: ")) return true;
+    if(begins("Unknown light type ") || begins("RapidJsonUtils::enumStringToValue(): ") ||
+        begins("Skipping component with missing JavaScript component: "))
+        return true;
     constexpr std::string_view resources = "ResourceCompiler: ";
     if(begins(resources)) line.remove_prefix(resources.size());
     return listed.count(std::string{line});

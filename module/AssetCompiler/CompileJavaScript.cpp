@@ -12,9 +12,9 @@ void compileJavaScript(ComponentTask& task) {
     const Containers::StringView name = task.json["type"].readValue().asString();
     const Magnum::UnsignedShort type = scripts.typeIndex(name);
     if(type == JavaScriptManager::UnknownType) {
-        Utility::Warning{} << "Skipping component with missing JavaScript component:" << name << "on object"
-                           << task.node.id.c_str();
-        task.problem("there is no JavaScript component " + std::string{name.data(), name.size()});
+        if(task.problem("there is no JavaScript component " + std::string{name.data(), name.size()}))
+            Utility::Warning{} << "Skipping component with missing JavaScript component:" << name << "on object"
+                               << task.node.id.c_str();
         return;
     }
     if(task.component == NoComponent) task.component = scripts.addComponent(task.object(), type);

@@ -51,8 +51,8 @@ void compileLight(ComponentTask& task) {
         lights.setActive(task.component, task.isActive());
         return;
     }
-    Utility::Error{} << "Unknown light type" << light.type;
-    task.problem("unknown light type " + std::string{light.type.data(), light.type.size()});
+    if(task.problem("unknown light type " + std::string{light.type.data(), light.type.size()}))
+        Utility::Error{} << "Unknown light type" << light.type;
     lights.setActive(task.component, false);
 }
 

@@ -58,9 +58,11 @@ std::string bind(const ComponentTask& task) {
     if(meshIndex && !skin.isEmpty() && hasJoints(task, meshIndex)) {
         const Id skinIndex = task.resource(ResourceKind::Skin, skin);
         if(!skinIndex) {
-            Utility::Debug{} << "While compiling mesh component on object" << task.node.id.c_str()
-                             << Utility::Debug::nospace << ", skin" << skin << "is not compiled";
-            return "its skin " + quoted(skin) + " is not compiled";
+            std::string reason = "its skin " + quoted(skin) + " is not compiled";
+            if(task.problem(reason))
+                Utility::Debug{} << "While compiling mesh component on object" << task.node.id.c_str()
+                                 << Utility::Debug::nospace << ", skin" << skin << "is not compiled";
+            return reason;
         }
         meshes.setSkin(task.component, skinIndex);
         isSkinned = true;

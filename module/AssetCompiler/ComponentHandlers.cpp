@@ -1,5 +1,7 @@
 #include "AssetCompiler/ComponentHandlers.h"
 
+#include <algorithm>
+
 #include <Vantrel/EngineData/RapidJsonUtils.h>
 
 #include "AssetCompiler.h"
@@ -39,15 +41,16 @@ bool ComponentTask::ensureComponent(ComponentManager& manager) {
 
 Magnum::UnsignedByte ComponentTask::enumValue(
     Containers::StringView name, Containers::ArrayView<const Containers::StringView> names) const {
-    const std::size_t value = RapidJsonUtils::enumStringToValue(name, names);
-    if(names[value] != name) {
-        const auto text = [](Containers::StringView view) { return std::string{view.data(), view.size()}; };
-        problem("\"" + text(name) + "\" is not known, \"" + text(names[value]) + "\" is used");
-    }
-    return Magnum::UnsignedByte(value);
+    const auto* const found = std::find(names.begin(), names.end(), name);
+    if(found != names.end()) return Magnum::UnsignedByte(found - names.begin());
+    const auto text = [](Containers::StringView view) { return std::string{view.data(), view.size()}; };
+    const bool isNew = problem("\"" + text(name) + "\" is not known, \"" + text(names[0]) + "\" is used");
+    return isNew ? Magnum::UnsignedByte(RapidJsonUtils::enumStringToValue(name, names)) : 0;
 }
 
-void ComponentTask::problem(std::string reason) const { compiler._problems.add(node.id, position, std::move(reason)); }
+bool ComponentTask::problem(std::string reason) const {
+    return compiler._problems.add(node.id, position, std::move(reason));
+}
 
 void ComponentTask::changed(Aspect aspect) const { compiler._changedAspects |= 1u << unsigned(aspect); }
 

@@ -38,8 +38,9 @@ struct ComponentTask {
     // Position of a name in a list. An unknown one stands in the list of problems and is read as the first.
     Magnum::UnsignedByte enumValue(Corrade::Containers::StringView name,
         Corrade::Containers::ArrayView<const Corrade::Containers::StringView> names) const;
-    // Tells whoever looks at the list of problems.
-    void problem(std::string reason) const;
+    // Tells whoever looks at the list of problems. Whether it is news: a line is printed for those only, or dragging a
+    // value of a component that does not work would print one each frame.
+    bool problem(std::string reason) const;
     // Runtime index of a resource, 0 where it is not compiled. The object is compiled again when that changes.
     Id resource(ResourceKind kind, Corrade::Containers::StringView id) const;
 };

@@ -63,6 +63,10 @@ TEST_F(ComponentsTest, aLightOfUnknownTypeStaysInactive) {
     EXPECT_EQ(scene.lights.lightType(id), LightType::Spot);
     EXPECT_EQ(scene.lights.color(id), (Vector4{0.25f, 0.5f, 0.75f, 3.0f}));
     EXPECT_EQ(problem("a", 0), "unknown light type neon");
+    // Said once, as long as nothing else is wrong with it.
+    EXPECT_EQ(printed<Corrade::Utility::Error>([&] { compile({"a"}); }), "");
+    EXPECT_EQ(printed<Corrade::Utility::Error>([&] { compileOne(light("laser")); }), "Unknown light type laser\n");
+    EXPECT_EQ(problem("a", 0), "unknown light type laser");
     EXPECT_TRUE(scene.lights.isActive(compileOne(light("sun"))));
     EXPECT_EQ(problem("a", 0), "");
 }
@@ -110,6 +114,8 @@ TEST_F(ComponentsTest, input) {
     }
     const std::string warnings = printed([&] { compileOne(component("input", "'type': 'wand'")); });
     EXPECT_EQ(warnings, "RapidJsonUtils::enumStringToValue(): wand is none of keyboard mouse gamepad touch\n");
+    EXPECT_EQ(problem("a", 0), "\"wand\" is not known, \"keyboard\" is used");
+    EXPECT_EQ(printed([&] { compile({"a"}); }), "");
     EXPECT_EQ(problem("a", 0), "\"wand\" is not known, \"keyboard\" is used");
 }
 

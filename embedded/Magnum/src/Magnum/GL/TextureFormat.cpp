@@ -58,7 +58,9 @@ static_assert(std::size_t(PixelFormat::Depth32FStencil8UI) == FormatCount, "the 
 Implementation::PixelTransfer transferAt(std::size_t index) {
     if(index >= ColorCount) return DepthFormats[index - ColorCount].transfer;
     const FormatInfo& info = ColorFormats[index / 4];
-    return {(info.integer ? IntegerChannels : Channels)[index % 4], info.transferType};
+    // By a pointer: indexing the conditional itself gives the first element under -fsanitize with gcc 12.
+    const GLenum* const channels = info.integer ? IntegerChannels : Channels;
+    return {channels[index % 4], info.transferType};
 }
 
 GLenum storageAt(std::size_t index) {

@@ -366,10 +366,7 @@ bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
 
 void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json) {
     Scene& scene = data().scene().main();
-    const auto components = scene.components(node.object);
-    const auto managers = scene.componentTypes(node.object);
-    _candidates.clear();
-    for(std::size_t i = 0; i != components.size(); ++i) _candidates.push_back({components[i], managers[i]});
+    _candidates.reset(scene, node.object);
     node.forgetUses();
     _problems.forgetComponents(node.id);
 
@@ -386,7 +383,7 @@ void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json)
             _problems.add(node.id, int(i), "it has no type");
             continue;
         }
-        ComponentTask task{*this, data(), scene, node, component, int(i), takeCandidate(type)};
+        ComponentTask task{*this, data(), scene, node, component, int(i), _candidates.take(scene, type)};
         const ComponentType* const known = componentType(type);
         if(!known)
             compileJavaScript(task);
@@ -398,24 +395,9 @@ void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json)
     dropCandidates(node.object);
 }
 
-Id AssetCompiler::takeCandidate(Containers::StringView type) {
-    const Scene& scene = data().scene().main();
-    const auto matches = [&](const Candidate& candidate) {
-        if(candidate.manager != Scene::JavaScript) return scene.componentManager(candidate.manager)->name() == type;
-        const UnsignedByte index = scene.scripts.componentType(candidate.component);
-        return index != JavaScriptManager::NoType && scene.scripts.typeName(index) == type;
-    };
-    const auto found = std::find_if(_candidates.begin(), _candidates.end(), matches);
-    if(found == _candidates.end()) return NoComponent;
-    const Id component = found->component;
-    *found = _candidates.back();
-    _candidates.pop_back();
-    return component;
-}
-
 void AssetCompiler::dropCandidates(Id object) {
     Scene& scene = data().scene().main();
-    for(const Candidate& candidate: _candidates) {
+    for(const ComponentCandidates::Candidate& candidate: _candidates.rest()) {
         if(candidate.manager == Scene::JavaScript && candidate.component < _jsComponentOrigins.size())
             _jsComponentOrigins[candidate.component] = {};
         scene.deleteComponent(object, candidate.manager, candidate.component);

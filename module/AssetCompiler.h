@@ -12,6 +12,7 @@
 #include <Vantrel/EngineData/Json.h>
 #include <Vantrel/EngineData/Types.h>
 
+#include "AssetCompiler/ComponentCandidates.h"
 #include "AssetCompiler/ComponentProblems.h"
 #include "AssetCompiler/ObjectNode.h"
 #include "Utils/Assert.h"
@@ -126,7 +127,6 @@ private:
     void compileObject(const Item& item);
     bool placeObject(ObjectNode& node, const ValueAccess& json);
     void compileComponents(ObjectNode& node, const ValueAccess& json);
-    Id takeCandidate(Corrade::Containers::StringView type);
     void dropCandidates(Id object);
     void forgetPending(ObjectNode& node);
     void forgetProblems(const ObjectNode& node);
@@ -149,11 +149,7 @@ private:
     std::vector<Item> _stack;
     // At the root until all others are in their places.
     std::vector<ObjectNode*> _misplaced;
-    struct Candidate {
-        Id component;
-        Magnum::UnsignedByte manager;
-    };
-    std::vector<Candidate> _candidates;
+    ComponentCandidates _candidates;
     bool _isAnythingChanged = false;
     // A bit an aspect.
     std::uint32_t _changedAspects = 0;

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <random>
+#include <set>
+
 #include "AssetCompiler/Test/CompilerFixture.h"
 
 namespace {
@@ -135,6 +139,55 @@ TEST_F(MatchingTest, aComponentOfNoScriptMatchesNothing) {
     compileWith("{'type': 'js'}," + script("spin"));
     EXPECT_FALSE(scene.scripts.isValid(untyped));
     EXPECT_EQ(scene.scripts.size(), 1u);
+}
+
+TEST_F(MatchingTest, manyComponentsMatchAsFewDo) {
+    scene.scripts.registerType("spin");
+    scene.scripts.registerType("jump");
+    const std::string kinds[]{input, collision, script("spin"), script("jump")};
+    std::mt19937 random{5};
+    for(int round = 0; round != 30; ++round) {
+        const auto components = [&](std::size_t count) {
+            std::vector<std::string> list;
+            for(std::size_t i = 0; i != count; ++i) list.push_back(kinds[random() % 4]);
+            return list;
+        };
+        const auto joined = [](const std::vector<std::string>& list) {
+            std::string text;
+            for(const std::string& item: list) text += (text.empty() ? "" : ",") + item;
+            return text;
+        };
+        compileWith(joined(components(random() % 100)));
+        using Component = std::pair<std::string, Id>;
+        const auto all = [this] {
+            std::vector<Component> components;
+            const std::vector<std::string> types = typesOf("a");
+            const std::vector<Id> ids = componentsOf("a");
+            for(std::size_t i = 0; i != ids.size(); ++i) components.emplace_back(types[i], ids[i]);
+            return components;
+        };
+        const std::vector<Component> before = all();
+        // The rule, step by step.
+        std::vector<Component> candidates = before;
+        std::set<Component> kept;
+        const std::vector<std::string> wanted = components(random() % 100);
+        for(const std::string& component: wanted) {
+            const auto found = std::find_if(candidates.begin(), candidates.end(), [&](const Component& candidate) {
+                return component.find("'type': '" + candidate.first + "'") != std::string::npos;
+            });
+            if(found == candidates.end()) continue;
+            kept.insert(*found);
+            *found = candidates.back();
+            candidates.pop_back();
+        }
+        compileWith(joined(wanted));
+        // What is new has an id that was free before.
+        std::set<Component> reused;
+        for(const Component& component: all())
+            if(std::count(before.begin(), before.end(), component)) reused.insert(component);
+        ASSERT_EQ(all().size(), wanted.size());
+        EXPECT_EQ(reused, kept) << round;
+    }
 }
 
 TEST_F(MatchingTest, typesThatAreNotCompiledYetAreNoScripts) {

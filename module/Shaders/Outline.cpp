@@ -1,5 +1,7 @@
 #include "Shaders/Outline.h"
 
+#include <utility>
+
 #include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Assert.h>
 #include <Corrade/Utility/Format.h>

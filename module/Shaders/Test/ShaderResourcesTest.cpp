@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringIterable.h>
 #include <Corrade/Utility/Resource.h>
 #include <Magnum/GL/Context.h>

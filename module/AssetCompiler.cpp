@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <Corrade/Utility/Debug.h>
 #include <Magnum/Math/DualQuaternion.h>
 #include <Magnum/Math/Quaternion.h>
 #include <Vantrel/EditorData/EditorData.h>
@@ -326,6 +325,11 @@ void AssetCompiler::compileObject(const Item& item) {
     if(!placeObject(node, json)) return forgetPending(node);
     ++_compiledObjectCount;
     _isAnythingChanged = true;
+    const ValueAccess components = json["components"];
+    if(components.exists() && !components.value()->IsArray()) {
+        _problems.add(node.id, -1, "its components are no list");
+        data().project().warnOnce(components.description() + ": not usable, expected is an array");
+    }
     if(node.wanted == Part::Everything) {
         ++_compiledComponentsCount;
         compileComponents(node, json);
@@ -371,10 +375,6 @@ void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json)
     _problems.forgetComponents(node.id);
 
     const ValueAccess list = json["components"];
-    if(list.value() && !list.value()->IsArray()) {
-        _problems.add(node.id, -1, "its components are no list");
-        data().project().warnOnce(list.description() + ": not usable, expected is an array");
-    }
     const std::size_t count = list.value() && list.value()->IsArray() ? list.value()->Size() : 0;
     for(std::size_t i = 0; i != count; ++i) {
         const ValueAccess component = list[i];

@@ -120,9 +120,7 @@ void ChangeManager::record(Containers::StringView path, std::optional<JsonValue>
     }
     checkLastChange();
     Change& change = _changes[std::size_t(_lastChange)];
-    if(merged < 0) {
-        change.oldValue = copyIfAny(current, _projectFile.allocator());
-    }
+    if(merged < 0) change.oldValue = copyIfAny(current, _projectFile.allocator());
     change.newValue = std::move(value);
     change.group = _group;
     rememberPruned(change);

@@ -1,8 +1,7 @@
 #include "Data/ProjectListener.h"
 
-#include <algorithm>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include <Vantrel/EditorData/EditorData.h>
 #include <VantrelHost/ResourceCompiler.h>

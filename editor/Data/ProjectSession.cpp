@@ -1,8 +1,9 @@
 #include "Data/ProjectSession.h"
 
-#include "Data/ProjectListener.h"
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
+
+#include "Data/ProjectListener.h"
 
 namespace VantrelEngine {
 

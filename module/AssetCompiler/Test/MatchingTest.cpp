@@ -59,7 +59,10 @@ TEST_F(MatchingTest, withoutAListAllComponentsGo) {
         compile({"a"});
         EXPECT_EQ(scene.componentsSize(), 0u) << more;
         const bool isList = !*more || std::string{more}.find('[') != std::string::npos;
-        EXPECT_EQ(problem("a", -1), isList ? "" : "its components are no list");
+        const std::string expected = isList ? "" : "its components are no list";
+        EXPECT_EQ(problem("a", -1), expected);
+        compile({"a"}, false);
+        EXPECT_EQ(problem("a", -1), expected);
     }
 }
 

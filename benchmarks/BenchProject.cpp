@@ -8,8 +8,8 @@
 #include <malloc.h>
 #include <rapidjson/filewritestream.h>
 #include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+
+#include "Support/JsonText.h"
 
 namespace VantrelBench {
 
@@ -72,12 +72,7 @@ std::vector<std::string> spreadPaths(ProjectSession& session, std::size_t count)
     return paths;
 }
 
-std::string textOf(ProjectSession& session) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    session.data().project().projectFile().Accept(writer);
-    return {buffer.GetString(), buffer.GetSize()};
-}
+std::string textOf(ProjectSession& session) { return VantrelTest::jsonText(session.data().project().projectFile()); }
 
 std::size_t allocatedBytes() {
     const struct mallinfo2 info = mallinfo2();

@@ -8,26 +8,20 @@
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
+
+#include "Support/JsonText.h"
 
 namespace {
 
 using namespace Corrade;
 using namespace VantrelEngine;
+using VantrelTest::jsonText;
 using Magnum::Matrix4;
 using Magnum::Vector3;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
 
 // Allows what does not say "bad", and notes what it is told.
 struct Guard: ProjectFile::EditGuard {
@@ -35,7 +29,7 @@ struct Guard: ProjectFile::EditGuard {
         if(value.IsInt() && value.GetInt() > 100) value.SetInt(100);
     }
     std::string whyRefused(ProjectFile&, Containers::StringView pointer, const JsonValue* value) override {
-        asked.push_back(std::string{pointer.data(), pointer.size()} + " " + (value ? text(*value) : "none"));
+        asked.push_back(std::string{pointer.data(), pointer.size()} + " " + (value ? jsonText(*value) : "none"));
         return value && value->IsString() && value->GetString() == std::string{"bad"} ? "it is bad" : "";
     }
     void documentChanged() override { ++changes; }
@@ -52,7 +46,7 @@ struct ChangeManagerHostTest: testing::Test {
         ASSERT_FALSE(file.projectFile().HasParseError());
         file.membersChanged();
     }
-    std::string document() { return text(file.projectFile()); }
+    std::string document() { return jsonText(file.projectFile()); }
 
     ProjectFile file;
     ChangeManager manager{file};
@@ -293,7 +287,7 @@ TEST_F(ChangeManagerHostTest, aZeroFactorOfTheScalingStaysZero) {
     for(const auto& row: rows) {
         parse(row.document);
         manager.recordTransform("/a", Matrix4::scaling(row.scaling), false);
-        EXPECT_EQ(text(*file.valueByPointer("/a/scaling")), row.expected) << row.document;
+        EXPECT_EQ(jsonText(*file.valueByPointer("/a/scaling")), row.expected) << row.document;
     }
 }
 

@@ -7,21 +7,15 @@
 #include <Corrade/Containers/StringStl.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
+
+#include "Support/JsonText.h"
 
 namespace {
 
 using namespace VantrelEngine;
-
-std::string text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
+using VantrelTest::jsonText;
 
 // The order of the records after merges, found by a walk: what the manager's index has to agree with.
 struct PlainLog {
@@ -112,7 +106,7 @@ struct RandomSequence {
     // Also checks that what was undone comes back.
     void redo() {
         if(!manager.canUndo()) return;
-        const std::string after = text(file.projectFile());
+        const std::string after = jsonText(file.projectFile());
         const std::int32_t last = manager.lastChange();
         manager.undoLast();
         manager.redoLast();

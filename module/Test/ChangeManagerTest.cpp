@@ -9,8 +9,8 @@
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+
+#include "Support/JsonText.h"
 
 namespace {
 
@@ -18,23 +18,18 @@ using namespace Corrade;
 using namespace Magnum;
 using namespace Math::Literals;
 using namespace VantrelEngine;
+using VantrelTest::jsonText;
 using testing::ElementsAre;
 using testing::Eq;
 using testing::IsEmpty;
 using testing::KilledBySignal;
 
-std::string text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
-
-std::string text(const std::optional<JsonValue>& value) { return value ? text(*value) : "none"; }
+std::string jsonText(const std::optional<JsonValue>& value) { return value ? jsonText(*value) : "none"; }
 
 struct Recorder: ChangeListener {
     void onChange(const Change& change, Containers::ArrayView<const Containers::StringView> components) override {
-        heard.push_back(std::string(change.path) + " " + text(change.oldValue) + " -> " + text(change.newValue));
+        heard.push_back(
+            std::string(change.path) + " " + jsonText(change.oldValue) + " -> " + jsonText(change.newValue));
         lastComponents.clear();
         for(const Containers::StringView component: components) lastComponents.emplace_back(component);
         lastGroup = change.group;
@@ -53,10 +48,10 @@ struct ChangeManagerTest: testing::Test {
         file.projectFile().Parse(json);
         file.membersChanged();
     }
-    std::string document() { return text(file.projectFile()); }
+    std::string document() { return jsonText(file.projectFile()); }
     std::string at(const char* path) {
         const JsonValue* const value = file.valueByPointer(path);
-        return value ? text(*value) : "none";
+        return value ? jsonText(*value) : "none";
     }
     void record(const char* path, int value, bool merge = false) {
         const JsonValue json{value};
@@ -65,7 +60,8 @@ struct ChangeManagerTest: testing::Test {
     std::vector<std::string> log() {
         std::vector<std::string> lines;
         for(const Change& change: manager.changes())
-            lines.push_back(std::string(change.path) + " " + text(change.oldValue) + " -> " + text(change.newValue));
+            lines.push_back(
+                std::string(change.path) + " " + jsonText(change.oldValue) + " -> " + jsonText(change.newValue));
         return lines;
     }
 

@@ -6,19 +6,13 @@
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+
+#include "Support/JsonText.h"
 
 namespace {
 
 using namespace VantrelEngine;
-
-std::string text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
+using VantrelTest::jsonText;
 
 TEST(JsonEditTest, splitLast) {
     const struct {
@@ -73,7 +67,7 @@ TEST_F(EditTest, insertValue) {
     for(const auto& row: data) {
         parse(row.before);
         insertValue(file, row.path, JsonValue{7});
-        EXPECT_EQ(text(file.projectFile()), row.after) << row.before << " " << row.path;
+        EXPECT_EQ(jsonText(file.projectFile()), row.after) << row.before << " " << row.path;
     }
 }
 
@@ -86,14 +80,14 @@ TEST_F(EditTest, insertValueMakesAParentThatOnlyTheDefaultsKnow) {
     setDefaults();
     parse("{}");
     insertValue(file, "/settings/near", JsonValue{7});
-    EXPECT_EQ(text(file.projectFile()), R"({"settings":{"near":7}})");
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"settings":{"near":7}})");
     // For an index token the parent would else have become an array.
     JsonDocument numbered;
     numbered.Parse(R"({"settings":{"0":5}})");
     file.setDefaults(std::move(numbered));
     parse("{}");
     insertValue(file, "/settings/0", JsonValue{7});
-    EXPECT_EQ(text(file.projectFile()), R"({"settings":{"0":7}})");
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"settings":{"0":7}})");
     // A default that is an object or an array makes no parent.
     setDefaults();
     parse("{}");
@@ -124,7 +118,7 @@ TEST_F(EditTest, valuesAreDeepCopies) {
         const JsonValue replaced = value(R"(["another text that is long enough to be on the heap"])");
         replaceValue(file, "/a/x", replaced);
     }
-    EXPECT_EQ(text(file.projectFile()), R"({"a":{"x":["another text that is long enough to be on the heap"]}})");
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"a":{"x":["another text that is long enough to be on the heap"]}})");
 }
 
 TEST_F(EditTest, eraseValue) {
@@ -149,7 +143,7 @@ TEST_F(EditTest, eraseValue) {
     for(const auto& row: data) {
         parse(row.before);
         eraseValue(file, row.path);
-        EXPECT_EQ(text(file.projectFile()), row.after) << row.before << " " << row.path;
+        EXPECT_EQ(jsonText(file.projectFile()), row.after) << row.before << " " << row.path;
     }
 }
 

@@ -1,12 +1,8 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
 #include "Data/Test/SessionFixture.h"
+#include "Support/TestFolder.h"
 
 namespace {
 
@@ -16,27 +12,17 @@ using testing::IsEmpty;
 
 class ProjectSessionTest: public VantrelTest::SessionFixture {
 protected:
-    ProjectSessionTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "SessionTestXXXXXX").string();
-        folder = mkdtemp(name.data());
-    }
-    ~ProjectSessionTest() { std::filesystem::remove_all(folder); }
-
-    std::string path(const char* name) const { return (folder / name).string(); }
+    std::string path(const char* name) const { return folder.path(name); }
     // Quotes may be written as '.
     std::string write(const char* name, std::string text) {
         for(char& c: text)
             if(c == '\'') c = '"';
-        std::ofstream{path(name)} << text;
+        folder.write(name, text);
         return path(name);
-    }
-    static std::string read(const std::string& path) {
-        std::ifstream stream{path};
-        return {std::istreambuf_iterator<char>{stream}, {}};
     }
     static std::string project(const std::string& objects) { return "{'objects': {" + objects + "}}"; }
 
-    std::filesystem::path folder;
+    VantrelTest::TestFolder folder;
 };
 
 TEST_F(ProjectSessionTest, startsWithAProjectThatCanBeEdited) {
@@ -110,8 +96,7 @@ TEST_F(ProjectSessionTest, theCameraAndTheKindOfIdsComeFromTheProject) {
 }
 
 TEST_F(ProjectSessionTest, whatIsBesideAProjectThatMovesIsLookedForThere) {
-    std::filesystem::create_directory(folder / "other");
-    std::ofstream{path("other/mesh.glb")} << "not one";
+    folder.write("other/mesh.glb", "not one");
     const std::string text = "{'objects': {}, 'meshes': {'m': {'name': 'M', 'file': 'mesh.glb'}}}";
     EXPECT_THAT(printed([&] { ASSERT_EQ(session.open(write("p.json", text)).error, ""); }),
         HasSubstr("ResourceCompiler: meshes/m: mesh.glb"));
@@ -201,13 +186,13 @@ TEST_F(ProjectSessionTest, aProjectThatWasRepairedIsNotSavedOverItsFileUnasked) 
     EXPECT_TRUE(isRepaired(opened.problems));
     record("/objects/a/name", "'B'");
     EXPECT_THAT(session.save(file), HasSubstr("repair"));
-    EXPECT_EQ(read(file), text);
+    EXPECT_EQ(VantrelTest::readFile(file), text);
     EXPECT_TRUE(changes().hasUnsavedChanges());
     EXPECT_EQ(session.save(path("copy.json")), "");
     EXPECT_FALSE(changes().hasUnsavedChanges());
     EXPECT_EQ(session.save(file, ProjectStore::Repaired::Overwrite), "");
-    EXPECT_NE(read(file), text);
-    EXPECT_EQ(read(file + ".bak"), text);
+    EXPECT_NE(VantrelTest::readFile(file), text);
+    EXPECT_EQ(VantrelTest::readFile(file + ".bak"), text);
 }
 
 TEST_F(ProjectSessionTest, aSaveThatFailsLeavesTheMark) {
@@ -235,8 +220,7 @@ TEST_F(ProjectSessionTest, anEditThatCouldNotBeOpenedAgainIsRefused) {
 }
 
 TEST_F(ProjectSessionTest, filesAreFoundBesideTheProject) {
-    std::filesystem::create_directory(folder / "fonts");
-    std::ofstream{path("fonts/f.bin")} << "text";
+    folder.write("fonts/f.bin", "text");
     ASSERT_EQ(session.open(write("p.json", project(""))).error, "");
     std::string reason;
     const auto file = session.data().resources().read({"", "fonts/f.bin"}, 100, reason);

@@ -8,10 +8,9 @@
 #include <Corrade/Utility/Debug.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include "Data/ProjectSession.h"
+#include "Support/JsonText.h"
 
 namespace VantrelTest {
 
@@ -47,12 +46,7 @@ protected:
             "'scaling': [1, 1, 1]" +
             more + "}";
     }
-    std::string document() {
-        rapidjson::StringBuffer buffer;
-        rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-        session.data().project().projectFile().Accept(writer);
-        return buffer.GetString();
-    }
+    std::string document() { return jsonText(session.data().project().projectFile()); }
 
     // Objects and components that an update compiles.
     struct Compiled {

@@ -20,6 +20,8 @@ using Containers::StringView;
 
 namespace Path = Corrade::Utility::Path;
 
+#include "Support/TestFolder.h"
+
 namespace {
 
 TEST(Path, split) {
@@ -110,26 +112,21 @@ class PathFiles: public testing::Test {
 protected:
     void SetUp() override {
         _previous = std::filesystem::current_path();
-        std::string name = (std::filesystem::temp_directory_path() / "PathTestXXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _directory = name;
-        std::filesystem::current_path(_directory);
+        std::filesystem::current_path(_directory.path());
     }
     void TearDown() override {
+        // Before the directory goes.
         std::filesystem::current_path(_previous);
-        std::filesystem::remove_all(_directory);
     }
 
     static void put(const std::string& filename, const std::string& contents = {}) {
-        std::ofstream{filename, std::ios::binary} << contents;
+        VantrelTest::writeFile(filename, contents);
     }
-    static std::string get(const std::string& filename) {
-        std::ifstream in{filename, std::ios::binary};
-        return {std::istreambuf_iterator<char>{in}, std::istreambuf_iterator<char>{}};
-    }
+    static std::string get(const std::string& filename) { return VantrelTest::readFile(filename); }
 
 private:
-    std::filesystem::path _previous, _directory;
+    VantrelTest::TestFolder _directory;
+    std::filesystem::path _previous;
 };
 
 TEST_F(PathFiles, exists) {

@@ -9,27 +9,18 @@
 
 #include <sys/wait.h>
 
+#include "Support/TestFolder.h"
+
 namespace {
 
 class ResourceCompiler: public testing::Test {
 protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "ResourceCompilerTestXXXXXX").string();
-        ASSERT_NE(mkdtemp(name.data()), nullptr);
-        _directory = name;
-        put("file.txt", "contents");
-    }
-    void TearDown() override { std::filesystem::remove_all(_directory); }
+    void SetUp() override { put("file.txt", "contents"); }
 
-    std::string path(const std::string& name) const { return (_directory / name).string(); }
+    std::string path(const std::string& name) const { return _directory.path(name); }
 
-    void put(const std::string& name, const std::string& contents) const {
-        std::ofstream{path(name), std::ios::binary} << contents;
-    }
-    std::string get(const std::string& name) const {
-        std::ifstream in{path(name), std::ios::binary};
-        return {std::istreambuf_iterator<char>{in}, std::istreambuf_iterator<char>{}};
-    }
+    void put(const std::string& name, const std::string& contents) const { _directory.write(name, contents); }
+    std::string get(const std::string& name) const { return VantrelTest::readFile(path(name)); }
 
     /** The exit code. What is printed goes to the file "messages". */
     int run(const std::string& conf, const std::string& output) const {
@@ -44,7 +35,7 @@ protected:
     }
 
 private:
-    std::filesystem::path _directory;
+    VantrelTest::TestFolder _directory;
 };
 
 TEST_F(ResourceCompiler, succeedsInSilence) {

@@ -12,6 +12,8 @@
 #include "Data/Project/Test/DocumentTestSupport.h"
 #include "Data/Project/Utf8.h"
 
+#include "Support/TestFolder.h"
+
 namespace {
 
 using namespace VantrelEngine;
@@ -151,19 +153,13 @@ TEST(DocumentReaderTest, isUtf8) {
 }
 
 struct ReadDocumentTest: testing::Test {
-    void SetUp() override {
-        folder = fs::path{testing::TempDir()} / "read-document";
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
     std::string errorOf(const fs::path& path) {
         JsonDocument document;
         return readDocument(path, document);
     }
 
-    fs::path folder;
+    VantrelTest::TestFolder testFolder;
+    const fs::path folder = testFolder.path();
 };
 
 TEST_F(ReadDocumentTest, readsAFile) {

@@ -5,19 +5,14 @@
 
 #include <VantrelHost/DocumentProblem.h>
 #include <gtest/gtest.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 #include <VantrelHost/DocumentReader.h>
 
+#include "Support/JsonText.h"
+
 namespace VantrelEngine {
 
-inline std::string jsonText(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
+using VantrelTest::jsonText;
 
 inline JsonDocument parsed(const std::string& text) {
     JsonDocument document;

@@ -7,19 +7,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidjson/pointer.h>
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+
+#include "Support/JsonText.h"
 
 namespace {
 
 using namespace VantrelEngine;
-
-std::string text(const JsonValue& value) {
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
-    value.Accept(writer);
-    return buffer.GetString();
-}
+using VantrelTest::jsonText;
 
 struct ProjectFileTest: testing::Test {
     void parse(const char* json) {
@@ -32,7 +26,7 @@ struct ProjectFileTest: testing::Test {
 };
 
 TEST_F(ProjectFileTest, startsAsAnEmptyObject) {
-    EXPECT_EQ(text(file.projectFile()), "{}");
+    EXPECT_EQ(jsonText(file.projectFile()), "{}");
     EXPECT_EQ(file.valueByPointer(""), &file.projectFile());
     EXPECT_EQ(file.valueByPointer("/objects"), nullptr);
 }
@@ -48,7 +42,7 @@ TEST_F(ProjectFileTest, valueByPointer) {
         const JsonValue* const value = file.valueByPointer(row.pointer);
         ASSERT_EQ(!value, !row.expected) << row.pointer;
         if(value) {
-            EXPECT_EQ(text(*value), row.expected) << row.pointer;
+            EXPECT_EQ(jsonText(*value), row.expected) << row.pointer;
         }
     }
 }
@@ -63,8 +57,8 @@ TEST_F(ProjectFileTest, getValueLooksAmongTheDefaultsWhenAsked) {
     JsonDocument defaults;
     defaults.Parse(R"({"settings": {"near": 0.1, "far": 100}})");
     file.setDefaults(std::move(defaults));
-    EXPECT_EQ(text(*file.getValue("/settings/near", true)), "1");
-    EXPECT_EQ(text(*file.getValue("/settings/far", true)), "100");
+    EXPECT_EQ(jsonText(*file.getValue("/settings/near", true)), "1");
+    EXPECT_EQ(jsonText(*file.getValue("/settings/far", true)), "100");
     EXPECT_EQ(file.getValue("/settings/far", false), nullptr);
     EXPECT_EQ(file.getValue("/settings/fov", true), nullptr);
     EXPECT_EQ(file.getValue("settings", true), nullptr);
@@ -96,7 +90,7 @@ TEST_F(ProjectFileTest, createByPointer) {
         ASSERT_EQ(file.whyNotCreatable(row.pointer), nullptr);
         bool existed = !row.existed;
         const JsonValue& value = file.createByPointer(row.pointer, &existed);
-        EXPECT_EQ(text(file.projectFile()), row.after);
+        EXPECT_EQ(jsonText(file.projectFile()), row.after);
         EXPECT_EQ(existed, row.existed);
         if(std::string{row.pointer} != "/a/-") {
             EXPECT_EQ(&value, file.valueByPointer(row.pointer));
@@ -125,7 +119,7 @@ TEST_F(ProjectFileTest, whyNotCreatable) {
     for(const auto& row: data) {
         parse(row.document);
         EXPECT_STREQ(file.whyNotCreatable(row.pointer), row.reason) << row.document << " " << row.pointer;
-        EXPECT_EQ(text(file.projectFile()), row.document);
+        EXPECT_EQ(jsonText(file.projectFile()), row.document);
     }
 }
 
@@ -154,7 +148,7 @@ TEST_F(ProjectFileTest, eraseByPointer) {
     for(const auto& row: data) {
         parse(row.before);
         EXPECT_EQ(file.eraseByPointer(row.pointer), row.erased) << row.before << " " << row.pointer;
-        EXPECT_EQ(text(file.projectFile()), row.after) << row.before << " " << row.pointer;
+        EXPECT_EQ(jsonText(file.projectFile()), row.after) << row.before << " " << row.pointer;
     }
 }
 
@@ -204,10 +198,10 @@ TEST_F(ProjectFileTest, behavesAsPlainPointersOverARandomSequence) {
         const std::string probe = "/objects/id" + std::to_string(random() % 300);
         ASSERT_EQ(!file.valueByPointer(probe.data()), !Pointer{probe.data()}.Get(plain)) << step;
         if(step % 500 == 0) {
-            ASSERT_EQ(text(file.projectFile()), text(plain)) << step;
+            ASSERT_EQ(jsonText(file.projectFile()), jsonText(plain)) << step;
         }
     }
-    EXPECT_EQ(text(file.projectFile()), text(plain));
+    EXPECT_EQ(jsonText(file.projectFile()), jsonText(plain));
 }
 
 } // namespace

@@ -12,9 +12,13 @@
 #include "Data/Project/Test/DocumentTestSupport.h"
 #include "Vantrel/EngineData/ProjectFile.h"
 
+#include "Support/TestFolder.h"
+
 namespace {
 
 using namespace VantrelEngine;
+using VantrelTest::readFile;
+using VantrelTest::writeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -40,40 +44,25 @@ constexpr const char* Whole = R"({
 )";
 
 struct ProjectStoreTest: testing::Test {
-    void SetUp() override {
-        folder = fs::path{testing::TempDir()} /
-            (std::string{"project-store-"} + testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-        path = folder / "project.json";
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
-    static void write(const fs::path& file, const std::string& contents) {
-        std::ofstream{file, std::ios::binary} << contents;
-    }
-    static std::string read(const fs::path& file) {
-        std::ifstream stream{file, std::ios::binary};
-        return {std::istreambuf_iterator<char>{stream}, {}};
-    }
     std::string text() { return jsonText(file.projectFile()); }
 
-    fs::path folder;
-    std::string path;
+    VantrelTest::TestFolder testFolder;
+    const fs::path folder = testFolder.path();
+    const std::string path = folder / "project.json";
     ProjectFile file;
     ProjectStore store{file};
 };
 
 TEST_F(ProjectStoreTest, opensAndSavesTheSame) {
-    write(path, Whole);
+    writeFile(path, Whole);
     const OpenedProject opened = store.open(path);
     EXPECT_EQ(opened.error, "");
     EXPECT_THAT(opened.problems, IsEmpty());
     EXPECT_EQ(store.path(), path);
     EXPECT_STREQ(file.valueByPointer("/objects/a~1b~0{}%/name")->GetString(), "Tree");
     EXPECT_EQ(store.save(path), "");
-    EXPECT_EQ(read(path), Whole);
-    EXPECT_EQ(read(path + ".bak"), Whole);
+    EXPECT_EQ(readFile(path), Whole);
+    EXPECT_EQ(readFile(path + ".bak"), Whole);
 }
 
 TEST_F(ProjectStoreTest, hasDefaults) {
@@ -82,7 +71,7 @@ TEST_F(ProjectStoreTest, hasDefaults) {
 }
 
 TEST_F(ProjectStoreTest, aNewProject) {
-    write(path, R"({"objects":{"x":{"parent":"x"}}})");
+    writeFile(path, R"({"objects":{"x":{"parent":"x"}}})");
     store.open(path);
     store.startNew();
     EXPECT_EQ(store.path(), "");
@@ -102,7 +91,7 @@ TEST_F(ProjectStoreTest, aNewProject) {
 
 TEST_F(ProjectStoreTest, aFileThatWasRepairedStaysKeptAfterASaveElsewhere) {
     const std::string repaired = R"({"objects":{"x":{"parent":"x"}}})";
-    write(path, repaired);
+    writeFile(path, repaired);
     ASSERT_EQ(store.open(path).error, "");
     ASSERT_EQ(store.save(path + ".copy"), "");
     EXPECT_THAT(store.save(path), HasSubstr("was repaired in 1 place"));
@@ -114,28 +103,28 @@ TEST_F(ProjectStoreTest, aFileThatWasRepairedStaysKeptAfterASaveElsewhere) {
 
 TEST_F(ProjectStoreTest, aFileThatWasRefusedIsNotWrittenOverUnasked) {
     for(const char* const refused: {"{\"objects\":3}", "{\"objects\":{"}) {
-        write(path, refused);
+        writeFile(path, refused);
         ASSERT_NE(store.open(path).error, "");
         EXPECT_THAT(store.save(path), HasSubstr("could not be opened, the file is kept as it is")) << refused;
         // Mended by other means.
-        write(path, R"({"objects":{}})");
+        writeFile(path, R"({"objects":{}})");
         ASSERT_EQ(store.open(path).error, "");
         EXPECT_EQ(store.save(path), "") << refused;
     }
 }
 
 TEST_F(ProjectStoreTest, whatIsRefusedLeavesTheProjectAsItWas) {
-    write(path, Whole);
+    writeFile(path, Whole);
     store.open(path);
     const std::string before = text(), other = folder / "other.json";
     for(const char* contents: {"{", "[]", R"({"objects":[]})", R"({"objects":{"a":1,"b":2,"c":{"parent":"c"}}})"}) {
-        write(other, contents);
+        writeFile(other, contents);
         const OpenedProject opened = store.open(other);
         EXPECT_THAT(opened.error, StartsWith(other + ": "));
         EXPECT_EQ(text(), before);
         EXPECT_EQ(store.path(), path);
         EXPECT_EQ(store.repairCount(), 0u);
-        EXPECT_EQ(read(other), contents);
+        EXPECT_EQ(readFile(other), contents);
     }
     const OpenedProject opened = store.open(other);
     EXPECT_EQ(opened.error, other + ": objects/a: not an object (and 1 more)");
@@ -147,7 +136,7 @@ TEST_F(ProjectStoreTest, whatIsRefusedLeavesTheProjectAsItWas) {
 
 TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     const std::string repairable = R"({"objects":{"a":{"parent":"a","name":"x","name":"y"}}})";
-    write(path, repairable);
+    writeFile(path, repairable);
     fs::create_directory(folder / "sub");
     fs::create_symlink("../project.json", folder / "sub" / "link.json");
     EXPECT_EQ(store.open(path).error, "");
@@ -156,7 +145,7 @@ TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     for(const std::string& same:
         {path, (folder / "sub" / "link.json").string(), (folder / "sub/../project.json").string()}) {
         EXPECT_EQ(store.save(same), same + reason);
-        EXPECT_EQ(read(path), repairable);
+        EXPECT_EQ(readFile(path), repairable);
     }
     EXPECT_FALSE(fs::exists(path + ".bak"));
 
@@ -164,21 +153,21 @@ TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     EXPECT_EQ(store.save(folder / "copy.json"), "");
     EXPECT_EQ(store.path(), folder / "copy.json");
     EXPECT_EQ(store.save(folder / "copy.json"), "");
-    EXPECT_EQ(read(path), repairable);
+    EXPECT_EQ(readFile(path), repairable);
 
     EXPECT_EQ(store.open(path).error, "");
     EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
-    EXPECT_EQ(read(path + ".bak"), repairable);
+    EXPECT_EQ(readFile(path + ".bak"), repairable);
     EXPECT_EQ(store.save(path), "");
     EXPECT_THAT(store.open(path).problems, IsEmpty());
 }
 
 TEST_F(ProjectStoreTest, whatCannotBeWrittenLeavesTheFileWhole) {
-    write(path, Whole);
+    writeFile(path, Whole);
     store.open(path);
     file.valueByPointer("/objects/a~1b~0{}%/translation/1")->SetDouble(std::nan(""));
     EXPECT_EQ(store.save(path), path + ": objects/a/b~{}%/translation/1: the number is not finite");
-    EXPECT_EQ(read(path), Whole);
+    EXPECT_EQ(readFile(path), Whole);
     EXPECT_FALSE(fs::exists(path + ".bak"));
 }
 
@@ -192,23 +181,23 @@ TEST_F(ProjectStoreTest, whatCannotBeReplacedIsSaid) {
 }
 
 TEST_F(ProjectStoreTest, aSymbolicLinkStaysOne) {
-    write(folder / "target.json", Whole);
+    writeFile(folder / "target.json", Whole);
     fs::create_symlink("target.json", path);
     EXPECT_EQ(store.open(path).error, "");
     file.valueByPointer("/objects/a~1b~0{}%/name")->SetString("Bush");
     EXPECT_EQ(store.save(path), "");
     EXPECT_TRUE(fs::is_symlink(path));
-    EXPECT_THAT(read(folder / "target.json"), HasSubstr("Bush"));
+    EXPECT_THAT(readFile(folder / "target.json"), HasSubstr("Bush"));
 }
 
 TEST_F(ProjectStoreTest, guardsTheEditsOfWhatIsOpen) {
     ASSERT_TRUE(file.editGuard());
-    write(path, R"({"objects":{"a":{"parent":""},"b":{"parent":"a"}}})");
+    writeFile(path, R"({"objects":{"a":{"parent":""},"b":{"parent":"a"}}})");
     store.open(path);
     const JsonDocument parent = parsedValue("\"b\"");
     EXPECT_NE(file.editGuard()->whyRefused(file, "/objects/a/parent", &parent), "");
     // What the guard remembers is of the project that is open.
-    write(path, R"({"objects":{"a":{"parent":""},"b":{"parent":""}}})");
+    writeFile(path, R"({"objects":{"a":{"parent":""},"b":{"parent":""}}})");
     store.open(path);
     EXPECT_EQ(file.editGuard()->whyRefused(file, "/objects/a/parent", &parent), "");
 }
@@ -221,7 +210,7 @@ TEST_F(ProjectStoreTest, findsTheObjectsOfWhatIsOpen) {
         return "{\"objects\":{" + text + "}}";
     };
     for(const char* prefix: {"first", "second"}) {
-        write(path, objects(prefix));
+        writeFile(path, objects(prefix));
         ASSERT_EQ(store.open(path).error, "");
         EXPECT_TRUE(file.valueByPointer(std::string{"/objects/"} + prefix + "50"));
     }

@@ -12,9 +12,13 @@
 
 #include "Data/Project/FileCalls.h"
 
+#include "Support/TestFolder.h"
+
 namespace {
 
 using namespace VantrelEngine;
+using VantrelTest::readFile;
+using VantrelTest::writeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -56,47 +60,33 @@ struct CountingCalls: FileCalls {
 };
 
 struct ReplaceFileTest: testing::Test {
-    void SetUp() override {
-        folder = fs::path{testing::TempDir()} /
-            (std::string{"replace-file-"} + testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-        path = folder / "project.json";
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
-    static void write(const fs::path& file, const std::string& contents) {
-        std::ofstream{file, std::ios::binary} << contents;
-    }
-    static std::string read(const fs::path& file) {
-        std::ifstream stream{file, std::ios::binary};
-        return {std::istreambuf_iterator<char>{stream}, {}};
-    }
     std::set<std::string> files() const {
         std::set<std::string> names;
         for(const auto& entry: fs::directory_iterator{folder}) names.insert(entry.path().filename());
         return names;
     }
 
-    fs::path folder, path;
+    VantrelTest::TestFolder testFolder;
+    const fs::path folder = testFolder.path();
+    const fs::path path = folder / "project.json";
     const std::string contents = std::string(2500, 'n') + "\0new";
 };
 
 TEST_F(ReplaceFileTest, writesANewFile) {
     CountingCalls calls;
     EXPECT_EQ(replaceFile(path, contents, calls), "");
-    EXPECT_EQ(read(path), contents);
+    EXPECT_EQ(readFile(path), contents);
     EXPECT_THAT(files(), ElementsAre("project.json"));
 }
 
 TEST_F(ReplaceFileTest, replacesAndKeepsOneBackup) {
-    write(path, "first");
+    writeFile(path, "first");
     EXPECT_EQ(replaceFile(path, "second"), "");
-    EXPECT_EQ(read(path), "second");
-    EXPECT_EQ(read(folder / "project.json.bak"), "first");
+    EXPECT_EQ(readFile(path), "second");
+    EXPECT_EQ(readFile(folder / "project.json.bak"), "first");
     EXPECT_EQ(replaceFile(path, "third"), "");
-    EXPECT_EQ(read(path), "third");
-    EXPECT_EQ(read(folder / "project.json.bak"), "second");
+    EXPECT_EQ(readFile(path), "third");
+    EXPECT_EQ(readFile(folder / "project.json.bak"), "second");
     EXPECT_THAT(files(), ElementsAre("project.json", "project.json.bak"));
 }
 
@@ -105,11 +95,11 @@ TEST_F(ReplaceFileTest, goesOnAfterAnInterruption) {
     calls.interrupt = true;
     EXPECT_EQ(replaceFile(path, contents, calls), "");
     EXPECT_TRUE(calls.interrupted);
-    EXPECT_EQ(read(path), contents);
+    EXPECT_EQ(readFile(path), contents);
 }
 
 TEST_F(ReplaceFileTest, keepsTheMode) {
-    write(path, "old");
+    writeFile(path, "old");
     chmod(path.c_str(), 0640);
     EXPECT_EQ(replaceFile(path, "new"), "");
     struct stat status;
@@ -119,30 +109,30 @@ TEST_F(ReplaceFileTest, keepsTheMode) {
 
 TEST_F(ReplaceFileTest, aSymbolicLinkStaysOne) {
     fs::create_directories(folder / "elsewhere");
-    write(folder / "elsewhere" / "target.json", "old");
+    writeFile(folder / "elsewhere" / "target.json", "old");
     fs::create_symlink("elsewhere/target.json", path);
     EXPECT_EQ(replaceFile(path, "new"), "");
     EXPECT_TRUE(fs::is_symlink(path));
-    EXPECT_EQ(read(folder / "elsewhere" / "target.json"), "new");
-    EXPECT_EQ(read(folder / "elsewhere" / "target.json.bak"), "old");
+    EXPECT_EQ(readFile(folder / "elsewhere" / "target.json"), "new");
+    EXPECT_EQ(readFile(folder / "elsewhere" / "target.json.bak"), "old");
 }
 
 TEST_F(ReplaceFileTest, aLinkToNothingGetsItsTarget) {
     fs::create_symlink("target.json", path);
     EXPECT_EQ(replaceFile(path, "new"), "");
     EXPECT_TRUE(fs::is_symlink(path));
-    EXPECT_EQ(read(folder / "target.json"), "new");
+    EXPECT_EQ(readFile(folder / "target.json"), "new");
 }
 
 TEST_F(ReplaceFileTest, filesThatStandBesideItAreLeftAlone) {
-    write(path, "old");
-    write(folder / "project.json.new", "half");
-    write(folder / "project.json.old", "older");
+    writeFile(path, "old");
+    writeFile(folder / "project.json.new", "half");
+    writeFile(folder / "project.json.old", "older");
     EXPECT_EQ(replaceFile(path, "new"), "");
-    EXPECT_EQ(read(path), "new");
-    EXPECT_EQ(read(folder / "project.json.bak"), "old");
-    EXPECT_EQ(read(folder / "project.json.new"), "half");
-    EXPECT_EQ(read(folder / "project.json.old"), "older");
+    EXPECT_EQ(readFile(path), "new");
+    EXPECT_EQ(readFile(folder / "project.json.bak"), "old");
+    EXPECT_EQ(readFile(folder / "project.json.new"), "half");
+    EXPECT_EQ(readFile(folder / "project.json.old"), "older");
     EXPECT_THAT(files(), ElementsAre("project.json", "project.json.bak", "project.json.new", "project.json.old"));
 }
 
@@ -153,7 +143,7 @@ TEST_F(ReplaceFileTest, anyCallThatFailsLeavesTheOldContents) {
         for(int failAt = 1;; ++failAt) {
             SCOPED_TRACE(failAt);
             for(const std::string& file: files()) fs::remove(folder / file);
-            if(existed) write(path, "old");
+            if(existed) writeFile(path, "old");
             CountingCalls calls;
             calls.failAt = failAt;
             const std::string error = replaceFile(path, contents, calls);
@@ -163,14 +153,14 @@ TEST_F(ReplaceFileTest, anyCallThatFailsLeavesTheOldContents) {
             }
             // Only closing the folder may fail without harm: all is on the disk by then.
             if(error.empty()) {
-                EXPECT_EQ(read(path), contents);
+                EXPECT_EQ(readFile(path), contents);
                 continue;
             }
             ++failures;
             EXPECT_THAT(error, HasSubstr("cannot "));
             EXPECT_THAT(error, HasSubstr("No space left on device"));
             EXPECT_EQ(fs::exists(path), existed);
-            EXPECT_EQ(read(path), existed ? "old" : "");
+            EXPECT_EQ(readFile(path), existed ? "old" : "");
             if(existed)
                 EXPECT_THAT(files(), ElementsAre("project.json"));
             else

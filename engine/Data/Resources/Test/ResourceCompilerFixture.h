@@ -17,7 +17,7 @@
 #include <VantrelHost/ResourceCompiler.h>
 
 #include "GlbBuilder.h"
-#include "TestFolder.h"
+#include "Support/TestFolder.h"
 
 namespace VantrelEngine::Test {
 
@@ -119,7 +119,7 @@ struct ResourceCompilerFixture: testing::Test {
         return result;
     }
 
-    TestFolder folder;
+    VantrelTest::TestFolder folder;
     ResourceManager files;
     ProjectFile file;
     CompiledScene scene;

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 
 #include "Data/Resources/FolderResource.h"
-#include "TestFolder.h"
+#include "Support/TestFolder.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ struct ResourceManagerTest: testing::Test {
         return data ? std::string{data->data(), data->size()} : "(" + reason + ")";
     }
 
-    VantrelEngine::Test::TestFolder folder;
+    VantrelTest::TestFolder folder;
     ResourceManager manager;
 };
 

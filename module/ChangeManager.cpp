@@ -196,7 +196,6 @@ void ChangeManager::undoLast() {
         checkLastChange();
         if(currentChange().group != group) break;
     }
-    documentChanged();
 }
 
 void ChangeManager::undo(const Change& change) {
@@ -234,11 +233,6 @@ void ChangeManager::redoLast() {
         const Change& change = _changes[std::size_t(++_lastChange)];
         applyChange(change, _projectFile.valueByPointer(change.path));
     } while(canRedo() && _changes[std::size_t(_lastChange + 1)].group == group);
-    documentChanged();
-}
-
-void ChangeManager::documentChanged() {
-    if(ProjectFile::EditGuard* const guard = _projectFile.editGuard()) guard->documentChanged();
 }
 
 const Change& ChangeManager::currentChange() const {
@@ -308,6 +302,7 @@ void ChangeManager::applyChange(const Change& change, JsonValue* target) {
         *target = copyOf(*change.newValue, _projectFile.allocator());
     else
         replaceValue(_projectFile, change.path, *change.newValue);
+    if(ProjectFile::EditGuard* const guard = _projectFile.editGuard()) guard->changed(change.path);
     if(_group < 0) notify(change);
 }
 

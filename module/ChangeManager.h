@@ -76,7 +76,8 @@ public:
     void beginGroup() { beginGroup(0, false); }
 
     // Records one change and applies it. A null value removes what stands at the
-    // path. With merge set, an earlier change of the same path in the same group
+    // path; who removes several members of one object removes the last one first: little has to move up then, and undo
+    // puts them back in their order. With merge set, an earlier change of the same path in the same group
     // takes the new value instead (the first change of the log never does), so
     // that undo leads to the state before the first of them.
     //
@@ -162,7 +163,6 @@ private:
     void applyChange(const Change& change, JsonValue* target);
     void notify(const Change& change);
     void undo(const Change& change);
-    void documentChanged();
 
     std::int32_t _lastChange = -1;   // index of the last change in effect
     std::int32_t _markedChange = -1; // _lastChange of the state that was marked

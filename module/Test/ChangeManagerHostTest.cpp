@@ -28,14 +28,14 @@ struct Guard: ProjectFile::EditGuard {
     void adjust(Containers::StringView, JsonValue& value) override {
         if(value.IsInt() && value.GetInt() > 100) value.SetInt(100);
     }
-    std::string whyRefused(ProjectFile&, Containers::StringView pointer, const JsonValue* value) override {
+    std::string whyRefused(const ProjectFile&, Containers::StringView pointer, const JsonValue* value) override {
         asked.push_back(std::string{pointer.data(), pointer.size()} + " " + (value ? jsonText(*value) : "none"));
         return value && value->IsString() && value->GetString() == std::string{"bad"} ? "it is bad" : "";
     }
-    void documentChanged() override { ++changes; }
+    void changed(Containers::StringView pointer) override { told.emplace_back(pointer.data(), pointer.size()); }
+    void documentChanged() override { told.push_back("all"); }
 
-    std::vector<std::string> asked;
-    int changes = 0;
+    std::vector<std::string> asked, told;
 };
 
 struct ChangeManagerHostTest: testing::Test {
@@ -72,7 +72,7 @@ TEST_F(ChangeManagerHostTest, theGuardIsAskedBeforeAnEditIsMade) {
     manager.recordString("/a/b", "good", false);
     manager.recordChange("/a/b", nullptr, false);
     EXPECT_THAT(guard.asked, ElementsAre("/a/b \"bad\"", "/a/x \"bad\"", "/a/b \"good\"", "/a/b none"));
-    EXPECT_EQ(guard.changes, 0);
+    EXPECT_THAT(guard.told, ElementsAre("/a/b", "/a/b"));
     file.setEditGuard(nullptr);
 }
 
@@ -203,19 +203,37 @@ TEST_F(ChangeManagerHostTest, clearForgetsTheLog) {
     manager.commit();
 }
 
+TEST_F(ChangeManagerHostTest, membersThatWereRemovedLastFirstComeBackInTheirOrder) {
+    const char* const before = R"({"objects":{"a":{"x":1},"b":2,"c":{},"d":4,"e":5}})";
+    parse(before);
+    manager.beginGroup();
+    for(const char* path: {"/objects/e", "/objects/d", "/objects/c"}) manager.recordChange(path, nullptr, false);
+    manager.commit();
+    EXPECT_EQ(document(), R"({"objects":{"a":{"x":1},"b":2}})");
+    manager.undoLast();
+    EXPECT_EQ(document(), before);
+    manager.redoLast();
+    EXPECT_EQ(document(), R"({"objects":{"a":{"x":1},"b":2}})");
+}
+
 TEST_F(ChangeManagerHostTest, undoAndRedoAreNotAskedForButTold) {
     parse(R"({"a":{"b":"bad","c":1}})");
     Guard guard;
     file.setEditGuard(&guard);
     manager.undoLast();
-    EXPECT_EQ(guard.changes, 0);
+    EXPECT_THAT(guard.told, IsEmpty());
+    manager.beginGroup();
     manager.recordString("/a/b", "good", false);
+    manager.recordString("/a/c", "good", false);
+    manager.commit();
     guard.asked.clear();
+    guard.told.clear();
     manager.undoLast();
     EXPECT_EQ(document(), R"({"a":{"b":"bad","c":1}})");
-    EXPECT_EQ(guard.changes, 1);
+    EXPECT_THAT(guard.told, ElementsAre("/a/c", "/a/b"));
+    guard.told.clear();
     manager.redoLast();
-    EXPECT_EQ(guard.changes, 2);
+    EXPECT_THAT(guard.told, ElementsAre("/a/b", "/a/c"));
     EXPECT_THAT(guard.asked, IsEmpty());
     file.setEditGuard(nullptr);
 }

@@ -13,62 +13,71 @@ std::string_view parentOf(const ProjectFile& file, std::string_view id) {
     return object ? parentTextOf(*object) : std::string_view{};
 }
 
-bool exists(const ProjectFile& file, std::string_view id) { return file.member("objects", {id.data(), id.size()}); }
+std::string_view nameOf(const JsonValue::Member& member) {
+    return {member.name.GetString(), member.name.GetStringLength()};
+}
 
 } // namespace
 
 bool Ancestry::isAncestor(const ProjectFile& file, std::string_view object, std::string_view parent) {
     if(parent.empty()) return false;
-    trace(file, parent);
-    if(setOf(nodeOf(object)) != setOf(nodeOf(parent))) return false;
-    if(_ancestors.empty() || _ancestorsOf != parent) collectAncestors(file, parent);
-    return _ancestors.count(std::string{object});
+    if(object == parent) return true;
+    if(_ids.size() >= _mostIds) build(file);
+    update(file);
+    // Who is not known is nobody's parent, and has none.
+    const Node above = _ids.find(object), below = _ids.find(parent);
+    return above != NumberedIds::None && below != NumberedIds::None && _forest.isAboveOrSame(above, below);
 }
 
-void Ancestry::parentChanges(std::string_view object, std::string_view parent) {
-    const std::string id{object};
-    if(_ancestors.count(id)) _ancestors.clear();
-    // What nobody has asked for is traced when it is.
-    if(!parent.empty() && _nodes.count(id)) unite(nodeOf(object), nodeOf(parent));
+void Ancestry::parentChanged(std::string_view object) {
+    if(!isRead()) return;
+    const Node node = nodeOf(object);
+    if(node == Root || _isChanged[node]) return;
+    _isChanged[node] = true;
+    _changed.push_back(node);
 }
 
-void Ancestry::forget() {
-    _nodes.clear();
-    _links.clear();
-    _isTraced.clear();
-    _ancestors.clear();
+void Ancestry::forget() { *this = Ancestry{}; }
+
+void Ancestry::build(const ProjectFile& file) {
+    forget();
+    _ids.add({});
+    std::vector<Node> parents{Root};
+    const JsonValue* const objects = file.section("objects");
+    if(objects && objects->IsObject()) {
+        for(auto object = objects->MemberBegin(); object != objects->MemberEnd(); ++object) {
+            const Node node = _ids.add(nameOf(*object)), parent = _ids.add(parentTextOf(object->value));
+            parents.resize(_ids.size(), Root);
+            parents[node] = parent;
+        }
+        for(const std::uint32_t position: ParentLinks{*objects}.cycles())
+            parents[_ids.find(nameOf(objects->MemberBegin()[position]))] = Root;
+    }
+    _forest.resize(parents.size());
+    for(Node node = 1; node != parents.size(); ++node) _forest.link(node, parents[node]);
+    _isChanged.resize(parents.size());
+    _mostIds = 2 * parents.size() + 1024;
+}
+
+void Ancestry::update(const ProjectFile& file) {
+    // All of them first: what is left is a part of the document's tree, whatever the order of the edits was.
+    for(const Node node: _changed) _forest.cut(node);
+    for(const Node node: _changed) {
+        _isChanged[node] = false;
+        const Node parent = nodeOf(parentOf(file, _ids[node]));
+        _forest.link(node, _forest.isAboveOrSame(node, parent) ? Root : parent);
+    }
+    _changed.clear();
 }
 
 Ancestry::Node Ancestry::nodeOf(std::string_view id) {
-    const auto [place, isNew] = _nodes.emplace(id, Node(_links.size()));
-    if(isNew) {
-        _links.push_back(place->second);
-        _isTraced.push_back(false);
+    const Node node = _ids.add(id);
+    if(node == _isChanged.size()) {
+        _isChanged.push_back(false);
+        if(node == _forest.size()) _forest.resize(_forest.size() * 3 / 2 + 1);
+        _forest.link(node, Root);
     }
-    return place->second;
-}
-
-Ancestry::Node Ancestry::setOf(Node node) {
-    while(_links[node] != node) node = _links[node] = _links[_links[node]];
     return node;
-}
-
-void Ancestry::trace(const ProjectFile& file, std::string_view id) {
-    Node node = nodeOf(id);
-    while(!_isTraced[node] && exists(file, id)) {
-        _isTraced[node] = true;
-        id = parentOf(file, id);
-        if(id.empty()) return;
-        const Node parent = nodeOf(id);
-        unite(node, parent);
-        node = parent;
-    }
-}
-
-void Ancestry::collectAncestors(const ProjectFile& file, std::string_view parent) {
-    _ancestors.clear();
-    _ancestorsOf = parent;
-    for(std::string_view id = parent; !id.empty() && _ancestors.emplace(id).second;) id = parentOf(file, id);
 }
 
 } // namespace VantrelEngine

@@ -94,22 +94,40 @@ std::string whyNoObject(const JsonValue& value) {
 
 std::string tooManyObjects() { return "a project has at most " + std::to_string(MaxObjects) + " objects"; }
 
+constexpr std::string_view Objects = "objects";
 constexpr const char* EmptyId = "an object has an id that is not empty";
 constexpr const char* OwnAncestor = "the object would become its own ancestor";
 
+std::string whyObjectsRefused(const JsonValue& objects) {
+    if(objects.MemberCount() > MaxObjects) return tooManyObjects();
+    for(auto object = objects.MemberBegin(); object != objects.MemberEnd(); ++object) {
+        const std::string reason = object->name.GetStringLength() ? whyNoObject(object->value) : EmptyId;
+        if(!reason.empty()) return std::string{textOf(object->name)} + ": " + reason;
+    }
+    const std::vector<std::uint32_t> cycles = ParentLinks{objects}.cycles();
+    if(cycles.empty()) return {};
+    return std::string{textOf((objects.MemberBegin() + std::ptrdiff_t(cycles[0]))->name)} + ": " + OwnAncestor;
+}
+
+std::string whySectionRefused(std::string_view name, const JsonValue& value) {
+    if(!isSection(name)) return {};
+    if(!value.IsObject()) return "a section is an object";
+    return name == "objects" ? whyObjectsRefused(value) : std::string{};
+}
+
 } // namespace
 
-std::string EditCheck::whyRefused(ProjectFile& file, Containers::StringView pointer, const JsonValue* value) {
+std::string EditCheck::whyRefused(const ProjectFile& file, Containers::StringView pointer, const JsonValue* value) {
     const PointerTokens path{pointer};
     if(!path.isValid()) return "the pointer is not valid";
     if(!path.size()) return "a project is not edited as a whole";
-    if(!value) return whyRemovalRefused(path);
+    if(!value) return path.size() == 1 && path[0].name == Objects ? "a project always has \"objects\"" : "";
 
     std::string reason = whyTokensRefused(path);
     if(reason.empty()) reason = withoutSlash(ValueCheck{}.whyRefused(*value, path.size(), path[path.size() - 1].name));
     if(!reason.empty()) return reason;
     if(path.size() == 1) return whySectionRefused(path[0].name, *value);
-    return path[0].name == "objects" ? whyObjectEditRefused(file, path, *value) : std::string{};
+    return path[0].name == Objects ? whyObjectEditRefused(file, path, *value) : std::string{};
 }
 
 void EditCheck::adjust(Containers::StringView pointer, JsonValue& value) {
@@ -125,40 +143,22 @@ void EditCheck::adjust(Containers::StringView pointer, JsonValue& value) {
     size->SetDouble(clamped);
 }
 
+void EditCheck::changed(Containers::StringView pointer) {
+    if(!_ancestry.isRead()) return;
+    const PointerTokens path{pointer};
+    if(!path.isValid() || !path.size() || path[0].name != Objects) return;
+    if(path.size() == 1) return _ancestry.forget();
+    if(path.size() == 2 || path[2].name == "parent") _ancestry.parentChanged(path[1].name);
+}
+
 void EditCheck::documentChanged() { _ancestry.forget(); }
 
-std::string EditCheck::whyRemovalRefused(const PointerTokens& path) {
-    if(path[0].name != "objects") return {};
-    if(path.size() == 1) return "a project always has \"objects\"";
-    if(path.size() == 2 || path[2].name == "parent") _ancestry.parentChanges(path[1].name, {});
-    return {};
-}
-
-std::string EditCheck::whySectionRefused(std::string_view name, const JsonValue& value) {
-    if(!isSection(name)) return {};
-    if(!value.IsObject()) return "a section is an object";
-    return name == "objects" ? whyObjectsRefused(value) : std::string{};
-}
-
-std::string EditCheck::whyObjectsRefused(const JsonValue& objects) {
-    if(objects.MemberCount() > MaxObjects) return tooManyObjects();
-    for(auto object = objects.MemberBegin(); object != objects.MemberEnd(); ++object) {
-        const std::string reason = object->name.GetStringLength() ? whyNoObject(object->value) : EmptyId;
-        if(!reason.empty()) return std::string{textOf(object->name)} + ": " + reason;
-    }
-    const std::vector<std::uint32_t> cycles = ParentLinks{objects}.cycles();
-    if(!cycles.empty())
-        return std::string{textOf((objects.MemberBegin() + std::ptrdiff_t(cycles[0]))->name)} + ": " + OwnAncestor;
-    _ancestry.forget();
-    return {};
-}
-
-std::string EditCheck::whyObjectEditRefused(ProjectFile& file, const PointerTokens& path, const JsonValue& value) {
+std::string EditCheck::whyObjectEditRefused(
+    const ProjectFile& file, const PointerTokens& path, const JsonValue& value) {
     const std::string_view id = path[1].name;
     if(!file.member("objects", {id.data(), id.size()})) {
-        const JsonValue* const objects = file.valueByPointer("/objects");
         if(id.empty()) return EmptyId;
-        if(objects && objects->IsObject() && objects->MemberCount() >= MaxObjects) return tooManyObjects();
+        if(!file.roomForObjects()) return tooManyObjects();
     }
     if(path.size() == 2) {
         const std::string reason = whyNoObject(value);
@@ -172,10 +172,8 @@ std::string EditCheck::whyObjectEditRefused(ProjectFile& file, const PointerToke
     return key == "parent" ? whyParentRefused(file, id, textOf(value)) : std::string{};
 }
 
-std::string EditCheck::whyParentRefused(ProjectFile& file, std::string_view object, std::string_view parent) {
-    if(_ancestry.isAncestor(file, object, parent)) return OwnAncestor;
-    _ancestry.parentChanges(object, parent);
-    return {};
+std::string EditCheck::whyParentRefused(const ProjectFile& file, std::string_view object, std::string_view parent) {
+    return _ancestry.isAncestor(file, object, parent) ? OwnAncestor : std::string{};
 }
 
 } // namespace VantrelEngine

@@ -14,19 +14,18 @@ namespace VantrelEngine {
 // object that is its own ancestor, duplicate keys, more than MaxNesting levels, text that is not UTF-8, numbers that
 // are not finite or (but for "far") beyond a float. A bloom kernel's size out of range is brought into it.
 //
-// Costs the size of the value, and a walk up the parents where it cannot know better, see Ancestry.
+// Costs the size of the value, and for a parent what Ancestry says.
 class EditCheck: public ProjectFile::EditGuard {
 public:
     void adjust(Corrade::Containers::StringView pointer, JsonValue& value) override;
-    std::string whyRefused(ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) override;
+    std::string whyRefused(
+        const ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) override;
+    void changed(Corrade::Containers::StringView pointer) override;
     void documentChanged() override;
 
 private:
-    std::string whyRemovalRefused(const PointerTokens& path);
-    std::string whySectionRefused(std::string_view name, const JsonValue& value);
-    std::string whyObjectsRefused(const JsonValue& objects);
-    std::string whyObjectEditRefused(ProjectFile& file, const PointerTokens& path, const JsonValue& value);
-    std::string whyParentRefused(ProjectFile& file, std::string_view object, std::string_view parent);
+    std::string whyObjectEditRefused(const ProjectFile& file, const PointerTokens& path, const JsonValue& value);
+    std::string whyParentRefused(const ProjectFile& file, std::string_view object, std::string_view parent);
 
     Ancestry _ancestry;
 };

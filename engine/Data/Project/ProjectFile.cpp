@@ -14,6 +14,7 @@
 
 #include "Data/Project/MemberIndex.h"
 #include "Data/Project/PointerTokens.h"
+#include "Vantrel/EngineData/Types.h"
 
 namespace VantrelEngine {
 
@@ -163,6 +164,12 @@ void ProjectFile::warnOnce(const std::string& line) const {
 }
 
 void ProjectFile::forgetWarnings() { _state->warnings.clear(); }
+
+std::size_t ProjectFile::roomForObjects() const {
+    const JsonValue* const objects = section("objects");
+    const std::size_t count = objects && objects->IsObject() ? objects->MemberCount() : 0;
+    return MaxObjects - std::min(count, MaxObjects);
+}
 
 void ProjectFile::setEditGuard(EditGuard* guard) { _state->guard = guard; }
 

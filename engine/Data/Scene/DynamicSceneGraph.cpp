@@ -8,7 +8,7 @@
 #include <Corrade/Containers/StringView.h>
 #include <Magnum/Math/Functions.h>
 
-#include "AncestryForest.h"
+#include "Data/Scene/AncestryForest.h"
 #include <Vantrel/EngineData/ComponentManager.h>
 
 namespace VantrelEngine {
@@ -92,7 +92,7 @@ std::size_t grownCapacity(std::size_t old, std::size_t needed, std::size_t limit
 }
 
 DynamicSceneGraph::DynamicSceneGraph(std::size_t objects, std::size_t components, std::size_t managers):
-    _ancestry{Containers::pointer<AncestryForest>()}, _managers{ValueInit, managers} {
+    _ancestry{Containers::pointer<AncestryForest<Id>>()}, _managers{ValueInit, managers} {
     CORRADE_ASSERT(managers <= NoManager,
         "DynamicSceneGraph: a scene has at most" << NoManager << "component managers, not" << managers, );
     CORRADE_ASSERT(objects <= MaxSize, "DynamicSceneGraph: a scene holds at most" << MaxObjects << "objects", );
@@ -243,7 +243,7 @@ bool DynamicSceneGraph::isInSubtree(Id object, Id top) const {
     checked(top);
     checked(object);
     // Looking makes the next look faster and changes nothing else.
-    return const_cast<AncestryForest&>(*_ancestry).isAboveOrSame(top, object);
+    return const_cast<AncestryForest<Id>&>(*_ancestry).isAboveOrSame(top, object);
 }
 
 bool DynamicSceneGraph::reparent(Id object, Id parent) {

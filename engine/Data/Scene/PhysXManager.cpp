@@ -9,4 +9,21 @@ const Corrade::Containers::StringView PhysXManager::EnumValuesShape[]{
 
 PhysXManager::PhysXManager(std::size_t capacity): ComponentManager{"physx", capacity} {}
 
+void PhysXManager::setSimulation(PhysicsSimulation* simulation) {
+    _simulation = simulation;
+    _isInitialized = false;
+}
+
+void PhysXManager::initComponents() {
+    if(!_simulation) return;
+    _simulation->initComponents(*this);
+    _isInitialized = true;
+}
+
+void PhysXManager::doFalseUpdate() {
+    if(!_simulation) return;
+    if(!_isInitialized) initComponents();
+    _simulation->doFalseUpdate(*this);
+}
+
 }

@@ -32,14 +32,18 @@ struct EditCheckTest: testing::Test {
     // Asks, and makes the edit where it may be made.
     std::string edit(const std::string& pointer, const JsonValue& value) {
         const std::string reason = check.whyRefused(file, pointer, &value);
-        if(reason.empty()) file.createByPointer(pointer).CopyFrom(value, file.allocator());
-        return reason;
+        if(!reason.empty()) return reason;
+        file.createByPointer(pointer).CopyFrom(value, file.allocator());
+        check.changed(pointer);
+        return {};
     }
     std::string edit(const std::string& pointer, const std::string& json) { return edit(pointer, parsedValue(json)); }
     std::string remove(const std::string& pointer) {
         const std::string reason = check.whyRefused(file, pointer, nullptr);
-        if(reason.empty()) file.eraseByPointer(pointer);
-        return reason;
+        if(!reason.empty()) return reason;
+        file.eraseByPointer(pointer);
+        check.changed(pointer);
+        return {};
     }
     std::string setParent(const std::string& id, const std::string& parent) {
         return edit("/objects/" + id + "/parent", "\"" + parent + "\"");
@@ -167,13 +171,17 @@ TEST_F(EditCheckTest, asManyObjectsAsThereCanBe) {
     for(int i = 0; i != 65534; ++i)
         objects.AddMember(JsonValue{std::to_string(i).c_str(), objects.GetAllocator()},
             JsonValue{rapidjson::kObjectType}, objects.GetAllocator());
+    EXPECT_EQ(file.roomForObjects(), 65534u);
     EXPECT_EQ(edit("/objects", objects), "");
+    EXPECT_EQ(file.roomForObjects(), 0u);
     for(const char* pointer: {"/objects/new", "/objects/new/components"})
         EXPECT_EQ(edit(pointer, "{}"), "a project has at most 65534 objects");
     EXPECT_EQ(edit("/objects/7", "{}"), "");
     EXPECT_EQ(edit("/objects/7/name", "\"x\""), "");
     EXPECT_EQ(remove("/objects/7"), "");
+    EXPECT_EQ(file.roomForObjects(), 1u);
     EXPECT_EQ(edit("/objects/new", "{}"), "");
+    EXPECT_EQ(file.roomForObjects(), 0u);
     objects.AddMember("new", JsonValue{rapidjson::kObjectType}, objects.GetAllocator());
     EXPECT_EQ(edit("/objects", objects), "a project has at most 65534 objects");
 }
@@ -205,6 +213,14 @@ TEST_F(EditCheckTest, aDocumentThatChangedOtherwise) {
     EXPECT_EQ(setParent("c", "b"), OwnAncestor);
 }
 
+TEST_F(EditCheckTest, objectsThatAreReplacedAllAtOnce) {
+    open(R"({"objects":{"a":{"parent":""},"b":{"parent":"a"}}})");
+    EXPECT_EQ(setParent("a", "b"), OwnAncestor);
+    EXPECT_EQ(edit("/objects", R"({"a":{"parent":"b"},"b":{"parent":""}})"), "");
+    EXPECT_EQ(setParent("a", "b"), "");
+    EXPECT_EQ(setParent("b", "a"), OwnAncestor);
+}
+
 TEST_F(EditCheckTest, aChainOfAllObjectsThatIsPasted) {
     open(R"({"objects":{}})");
     for(int i = 0; i != 65534; ++i) ASSERT_EQ(insert(std::to_string(i), i ? std::to_string(i - 1) : ""), "");
@@ -231,7 +247,6 @@ TEST_F(EditCheckTest, randomEdits) {
                 ASSERT_EQ(remove("/objects/" + id + "/parent"), "");
                 continue;
             }
-            // As undo does it.
             if(action == 2) {
                 file.eraseByPointer("/objects/" + id);
                 check.documentChanged();
@@ -254,7 +269,9 @@ TEST_F(EditCheckTest, randomEdits) {
             ASSERT_EQ(reason, isCycle ? OwnAncestor : "") << run << " " << step << ": " << id << " under " << parent;
             ++(isCycle ? refused : made);
             if(isCycle || random() % 8 == 0) continue;
-            file.createByPointer("/objects/" + id + "/parent").SetString(parent.c_str(), file.allocator());
+            const std::string pointer = "/objects/" + id + "/parent";
+            file.createByPointer(pointer).SetString(parent.c_str(), file.allocator());
+            check.changed(random() % 2 ? pointer : "/objects/" + id);
         }
     }
     EXPECT_GT(refused, 1000u);

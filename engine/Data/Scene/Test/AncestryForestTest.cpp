@@ -3,6 +3,7 @@
 #include <random>
 #include <vector>
 
+#include <Vantrel/EngineData/Types.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -13,7 +14,7 @@ using VantrelEngine::NoObject;
 
 TEST(AncestryForestTest, knowsWhoIsAboveWhom) {
     // 0 - 1 - 2, 0 - 3
-    AncestryForest forest;
+    AncestryForest<Id> forest;
     forest.resize(4);
     forest.link(1, 0);
     forest.link(2, 1);
@@ -33,10 +34,15 @@ TEST(AncestryForestTest, knowsWhoIsAboveWhom) {
 }
 
 TEST(AncestryForestTest, nodesThatAreAddedStandAlone) {
-    AncestryForest forest;
+    AncestryForest<Id> forest;
     forest.resize(2);
     forest.link(1, 0);
     forest.resize(3);
+    EXPECT_EQ(forest.size(), 3u);
+    EXPECT_FALSE(forest.isAboveOrSame(2, 1));
+    EXPECT_FALSE(forest.isAboveOrSame(1, 2));
+    EXPECT_FALSE(forest.isAboveOrSame(0, 2));
+    EXPECT_TRUE(forest.isAboveOrSame(2, 2));
     forest.link(2, 1);
     EXPECT_TRUE(forest.isAboveOrSame(1, 2));
     forest.cut(1);
@@ -51,7 +57,7 @@ TEST(AncestryForestTest, agreesWithWalkingUp) {
     constexpr std::size_t count = 60;
     for(unsigned seed = 0; seed != 20; ++seed) {
         std::mt19937 random{seed};
-        AncestryForest forest;
+        AncestryForest<Id> forest;
         forest.resize(count);
         std::vector<Id> parents(count, NoObject);
         // From bushes to chains.
@@ -69,23 +75,29 @@ TEST(AncestryForestTest, agreesWithWalkingUp) {
             const Id other = Id(random() % count);
             ASSERT_EQ(forest.isAboveOrSame(node, other), isAbove(node, other)) << seed << " " << step;
             if(isAbove(node, other)) continue;
-            forest.cut(node);
+            if(parents[node] != NoObject) forest.cut(node);
+            parents[node] = NoObject;
+            if(random() % 8 == 0) continue;
             forest.link(node, other);
             parents[node] = other;
         }
     }
 }
 
-TEST(AncestryForestTest, aLongChainIsNoTrouble) {
-    constexpr std::size_t count = 65535;
-    AncestryForest forest;
+template<class Number> void askAboutAChain(std::size_t count) {
+    AncestryForest<Number> forest;
     forest.resize(count);
-    for(std::size_t i = 1; i != count; ++i) forest.link(Id(i), Id(i - 1));
+    for(std::size_t i = 1; i != count; ++i) forest.link(Number(i), Number(i - 1));
     std::mt19937 random{3};
     for(int i = 0; i != 100000; ++i) {
-        const Id a = Id(random() % count), b = Id(random() % count);
+        const Number a = Number(random() % count), b = Number(random() % count);
         ASSERT_EQ(forest.isAboveOrSame(a, b), a <= b);
     }
+}
+
+TEST(AncestryForestTest, aLongChainIsNoTrouble) {
+    askAboutAChain<Id>(65535);
+    askAboutAChain<std::uint32_t>(131072);
 }
 
 }

@@ -57,6 +57,7 @@ TEST_F(ComponentManagerTest, aNewComponentIsInactiveAndHasInitialValues) {
     EXPECT_FALSE(numbers.isActive(b));
     EXPECT_EQ(numbers.groupOf(b), 0u);
     EXPECT_EQ(numbers.object(b), other);
+    EXPECT_EQ(numbers.header(b).object, other);
 }
 
 TEST_F(ComponentManagerTest, activeOnesComeFirst) {
@@ -77,7 +78,9 @@ TEST_F(ComponentManagerTest, activeOnesComeFirst) {
         EXPECT_EQ(numbers.toIndex(numbers.components()[slot]), slot);
         EXPECT_EQ(numbers.objects()[slot], object);
     }
+    EXPECT_TRUE(numbers.header(ids[3]).isActive);
     numbers.setActive(ids[3], false);
+    EXPECT_FALSE(numbers.header(ids[3]).isActive);
     EXPECT_EQ(numbers.numActiveComponents(), 1u);
     EXPECT_EQ(numbers.components().front(), ids[1]);
     EXPECT_FALSE(numbers.isActive(ids[3]));

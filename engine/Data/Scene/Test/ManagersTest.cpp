@@ -73,6 +73,39 @@ TEST_F(ManagersTest, enumerationsAreListedByValue) {
     EXPECT_THAT(names(TextManager::EnumValuesEffect), ElementsAre("none", "outline"));
 }
 
+// Physics.
+
+struct NotedSimulation: PhysicsSimulation {
+    void initComponents(PhysXManager& bodies) override { note("init", bodies); }
+    void doFalseUpdate(PhysXManager& bodies) override { note("update", bodies); }
+    void note(const char* what, PhysXManager& bodies) { calls.push_back(what + (" " + std::to_string(bodies.size()))); }
+    std::vector<std::string> calls;
+};
+
+TEST_F(ManagersTest, bodiesAreASimulationsBusiness) {
+    bodies.addComponent(object);
+    bodies.initComponents();
+    bodies.doFalseUpdate();
+    NotedSimulation first, second;
+    bodies.setSimulation(&first);
+    EXPECT_THAT(first.calls, ElementsAre());
+    bodies.doFalseUpdate();
+    bodies.doFalseUpdate();
+    EXPECT_THAT(first.calls, ElementsAre("init 1", "update 1", "update 1"));
+    bodies.addComponent(object);
+    bodies.initComponents();
+    bodies.doFalseUpdate();
+    EXPECT_EQ(first.calls.size(), 5u);
+    EXPECT_EQ(first.calls[3], "init 2");
+    bodies.setSimulation(&second);
+    bodies.doFalseUpdate();
+    EXPECT_THAT(second.calls, ElementsAre("init 2", "update 2"));
+    bodies.setSimulation(nullptr);
+    bodies.doFalseUpdate();
+    EXPECT_EQ(second.calls.size(), 2u);
+    EXPECT_EQ(first.calls.size(), 5u);
+}
+
 // Meshes.
 
 TEST_F(ManagersTest, aNewMeshIsBoundToNothing) {

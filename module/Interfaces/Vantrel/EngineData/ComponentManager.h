@@ -52,6 +52,13 @@ public:
     // Whether the id names a component.
     bool isValid(Id component) const { return component < _records.size() && _records[component].isAlive; }
 
+    // What components of every type have.
+    struct Header {
+        Id object;
+        bool isActive;
+    };
+    Header header(Id component) const { return {object(component), isActive(component)}; }
+
     // The object that the component belongs to.
     Id object(Id component) const { return _objects[slot(component)]; }
 

@@ -13,8 +13,8 @@
 
 namespace VantrelEngine {
 
-class AncestryForest;
 class ComponentManager;
+template<class Number> class AncestryForest;
 
 // Where an object stands. The number of descendants is the third field.
 struct ObjectData {
@@ -188,7 +188,7 @@ private:
     Corrade::Containers::Array<Local> _local;
     Corrade::Containers::Array<Absolute> _absolute;
     Corrade::Containers::Array<ComponentList> _lists;
-    Corrade::Containers::Pointer<AncestryForest> _ancestry;
+    Corrade::Containers::Pointer<AncestryForest<Id>> _ancestry;
     Corrade::Containers::Array<Magnum::UnsignedLong> _validWords, _dirtyWords, _changedWords;
     BitSetView _valid, _dirty, _changed;
     bool _isAnyDirty = false;

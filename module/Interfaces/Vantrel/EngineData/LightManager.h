@@ -1,12 +1,23 @@
 #pragma once
 
+#include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Vector4.h>
 
 #include <Vantrel/EngineData/ComponentManager.h>
 
 namespace VantrelEngine {
 
+class ViewManager;
+
 enum class LightType : Magnum::UnsignedByte { Point, Spot, Sun };
+
+// One shadow map.
+struct LightShadow {
+    // Component of the light.
+    Id light;
+    // From the scene's space to the map's clip space, -1 to 1 in each direction, the light at the near plane.
+    Magnum::Matrix4 matrix;
+};
 
 // Lights in the scene ("light"). They shine along the negative y axis of their objects. Active ones are grouped by type.
 class CORRADE_VISIBILITY_EXPORT LightManager: public ComponentManager {
@@ -15,7 +26,7 @@ public:
 
     // Red, green, blue, and the intensity.
     Magnum::Vector4& color(Id component) { return _color[slot(component)]; }
-    // Outer and inner angle in degrees; 1 with shadows, else 0.
+    // Outer and inner angle in degrees, from the light's axis; 1 with shadows, else 0.
     Magnum::Vector3& parameters(Id component) { return _parameters[slot(component)]; }
     // Scene units.
     Magnum::Float& shadowRange(Id component) { return _shadowRange[slot(component)]; }
@@ -31,11 +42,29 @@ public:
     // First slot and the one past the last of the active lights of a type; valid as long as slots are.
     Corrade::Containers::Pair<Id, Id> lightsOfType(LightType type) const { return groupRange(std::size_t(type)); }
 
+    // Fits the shadow maps of all active lights to what a view sees, as of the last update of the views; the graph, the one
+    // of the lights, computes what is dirty. The view may belong to another graph. Linear in the lights; done again when
+    // lights or the view changed.
+    //
+    // A spot gets one map, of its cone up to the shadow range. A sun gets one for each of its cascades (at least one, and
+    // at most MaxCascades), the nearest first, from the view's near plane up to the shadow range; things closer to
+    // the sun by up to the range throw shadows into it. A point light gets none, nor does a light that has no shadows or
+    // whose range is not above 0 and finite; nor a sun for a view that sees nothing nearer than that, or whose projection
+    // is none.
+    void setupShadows(DynamicSceneGraph& scene, ViewManager& views, Id view);
+    static constexpr Magnum::UnsignedInt MaxCascades = 4;
+
+    // As of the last setup: those of the spots, then those of the suns.
+    Corrade::Containers::ArrayView<const LightShadow> shadows() const { return _shadows; }
+
 private:
+    bool hasShadow(Id component) const;
+
     Field<Magnum::Vector4> _color{*this, Magnum::Vector4{1.0f}};
     Field<Magnum::Vector3> _parameters{*this};
     Field<Magnum::Float> _shadowRange{*this};
     Field<Magnum::Vector4> _shadowParameters{*this};
+    Corrade::Containers::Array<LightShadow> _shadows;
 };
 
 }

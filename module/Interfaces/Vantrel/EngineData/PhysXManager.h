@@ -52,6 +52,18 @@ struct RigidBodyDescriptor {
     Magnum::UnsignedByte lockAxis = 0;
 };
 
+class PhysXManager;
+
+// What moves the bodies. It is told of them, and reads their descriptors and the transformations of their objects.
+class PhysicsSimulation {
+public:
+    virtual ~PhysicsSimulation() = default;
+    // Makes the bodies of all components of the manager anew.
+    virtual void initComponents(PhysXManager& bodies) = 0;
+    // Puts the bodies where their objects are, and lets no time pass. Follows an initComponents().
+    virtual void doFalseUpdate(PhysXManager& bodies) = 0;
+};
+
 // Bodies of the physics simulation ("physx"): their descriptors.
 class CORRADE_VISIBILITY_EXPORT PhysXManager: public ComponentManager {
 public:
@@ -62,7 +74,19 @@ public:
 
     RigidBodyDescriptor& rigidBodyDescriptor(Id component) { return _descriptor[slot(component)]; }
 
+    // Not owned; null, as at first, for none. Bodies are made for a new one when it is first needed.
+    void setSimulation(PhysicsSimulation* simulation);
+
+    // Makes the bodies of all components anew. Without a simulation nothing happens.
+    void initComponents();
+    // Takes over where the objects are, and lets no time pass; makes the bodies first where that was not done. Without a
+    // simulation nothing happens.
+    void doFalseUpdate();
+
 private:
+    PhysicsSimulation* _simulation = nullptr;
+    // The simulation has made its bodies.
+    bool _isInitialized = false;
     Field<RigidBodyDescriptor> _descriptor{*this};
 };
 

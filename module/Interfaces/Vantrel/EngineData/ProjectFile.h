@@ -45,16 +45,22 @@ public:
     void warnOnce(const std::string& line) const;
     void forgetWarnings();
 
-    // Asks before each edit of the document: whether it may be made. Told of it, too, so that it may remember. The value
-    // is null for a removal. Empty where it may be made, else the reason why not.
+    // How many more objects the document takes. Who adds several in one group asks first: the one too many is refused,
+    // those before it are not.
+    std::size_t roomForObjects() const;
+
+    // Says of each edit of the document whether it may be made.
     class EditGuard {
     public:
         virtual ~EditGuard() = default;
         // Brings the value of an edit into its range, with one line; called first.
         virtual void adjust(Corrade::Containers::StringView pointer, JsonValue& value) = 0;
+        // Asked before an edit: empty where it may be made, else the reason why not. The value is null for a removal.
         virtual std::string whyRefused(
-            ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) = 0;
-        // The document was changed by other means: undo, redo, another document.
+            const ProjectFile& file, Corrade::Containers::StringView pointer, const JsonValue* value) = 0;
+        // Told after an edit, also when it is undone or made again: another value, or none, stands at the pointer.
+        virtual void changed(Corrade::Containers::StringView pointer) = 0;
+        // The document was changed by other means.
         virtual void documentChanged() = 0;
     };
     // Not owned; null for none.

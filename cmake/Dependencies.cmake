@@ -126,3 +126,36 @@ function(vantrel_use_stb)
     endif()
     message(STATUS "stb: installed")
 endfunction()
+
+# Dear ImGui with its OpenGL 3 backend, linked into the editor and once more into each module. Debian's has no docking;
+# a checkout of the docking branch takes its place where VANTREL_IMGUI_SOURCE_DIR names one.
+set(VANTREL_IMGUI_SOURCE_DIR "" CACHE PATH "Source of Dear ImGui, instead of the installed one")
+function(vantrel_use_imgui)
+    if(TARGET Vantrel::ImGui)
+        return()
+    endif()
+    if(VANTREL_IMGUI_SOURCE_DIR)
+        add_library(VantrelImGui STATIC
+            ${VANTREL_IMGUI_SOURCE_DIR}/imgui.cpp
+            ${VANTREL_IMGUI_SOURCE_DIR}/imgui_draw.cpp
+            ${VANTREL_IMGUI_SOURCE_DIR}/imgui_tables.cpp
+            ${VANTREL_IMGUI_SOURCE_DIR}/imgui_widgets.cpp
+            ${VANTREL_IMGUI_SOURCE_DIR}/backends/imgui_impl_opengl3.cpp)
+        target_include_directories(VantrelImGui SYSTEM PUBLIC
+            ${VANTREL_IMGUI_SOURCE_DIR} ${VANTREL_IMGUI_SOURCE_DIR}/backends)
+        target_compile_options(VantrelImGui PRIVATE -w)
+        target_link_libraries(VantrelImGui PUBLIC ${CMAKE_DL_LIBS})
+        message(STATUS "Dear ImGui: ${VANTREL_IMGUI_SOURCE_DIR}")
+    else()
+        find_package(PkgConfig REQUIRED)
+        pkg_check_modules(ImGui REQUIRED QUIET imgui)
+        add_library(VantrelImGui INTERFACE)
+        target_include_directories(VantrelImGui SYSTEM INTERFACE ${ImGui_INCLUDE_DIRS})
+        foreach(folder ${ImGui_INCLUDE_DIRS})
+            target_include_directories(VantrelImGui SYSTEM INTERFACE ${folder}/backends)
+        endforeach()
+        target_link_libraries(VantrelImGui INTERFACE ${ImGui_LDFLAGS} ${CMAKE_DL_LIBS})
+        message(STATUS "Dear ImGui: installed (${ImGui_VERSION})")
+    endif()
+    add_library(Vantrel::ImGui ALIAS VantrelImGui)
+endfunction()

@@ -9,7 +9,7 @@ using namespace Corrade;
 unsigned EditorState::registerView(Containers::StringView name) {
     for(unsigned view = 0; view != viewCount(); ++view)
         if(viewName(view) == name) return view;
-    _views.push_back({std::string{name.data(), name.size()}});
+    _views.push_back({std::string{name.data(), name.size()}, true, {}});
     return viewCount() - 1;
 }
 

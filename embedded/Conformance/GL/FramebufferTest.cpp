@@ -51,6 +51,20 @@ Range2Di glViewportRange() {
 
 struct FramebufferTest: VantrelTest::GlTest {};
 
+TEST_F(FramebufferTest, limits) {
+    // What every GL 3.3 has.
+    EXPECT_GE(GL::Texture2D::maxSize().min(), 1024);
+    EXPECT_GE(GL::AbstractFramebuffer::maxViewportSize().min(), 1024);
+
+    // One pixel more is refused.
+    GL::Texture2D texture;
+    texture.setStorage(1, GL::TextureFormat::R8, {GL::Texture2D::maxSize().x(), 1});
+    EXPECT_EQ(GL::Renderer::error(), GL::Renderer::Error::NoError);
+    GL::Texture2D tooLarge;
+    tooLarge.setStorage(1, GL::TextureFormat::R8, {GL::Texture2D::maxSize().x() + 1, 1});
+    EXPECT_EQ(GL::Renderer::error(), GL::Renderer::Error::InvalidValue);
+}
+
 TEST_F(FramebufferTest, constructionAndMove) {
     GL::Framebuffer framebuffer{{{1, 2}, {3, 4}}};
     const UnsignedInt id = framebuffer.id();

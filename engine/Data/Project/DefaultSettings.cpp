@@ -62,7 +62,13 @@ constexpr const char* NewProject = R"({
         {"name": "baseColorTexture", "type": "texture"},
         {"name": "metalness", "type": "float", "default": 0},
         {"name": "roughness", "type": "float", "default": 0.8},
-        {"name": "emissiveColor", "type": "color", "default": [0, 0, 0, 1]}
+        {"name": "metallicRoughnessTexture", "type": "texture"},
+        {"name": "normalTexture", "type": "texture"},
+        {"name": "normalScale", "type": "float", "default": 1},
+        {"name": "occlusionTexture", "type": "texture"},
+        {"name": "emissiveColor", "type": "color", "default": [0, 0, 0, 1]},
+        {"name": "emissiveTexture", "type": "texture"},
+        {"name": "alphaCutoff", "type": "float", "default": 0.5}
       ]
     },
     "flat": {
@@ -87,7 +93,19 @@ constexpr const char* NewProject = R"({
     "lit": {
       "name": "Lit",
       "pipeline": "lit",
-      "Lit": {"baseColor": [0.8, 0.8, 0.8, 1], "baseColorTexture": "", "metalness": 0, "roughness": 0.8, "emissiveColor": [0, 0, 0, 1]}
+      "Lit": {
+        "baseColor": [0.8, 0.8, 0.8, 1],
+        "baseColorTexture": "",
+        "metalness": 0,
+        "roughness": 0.8,
+        "metallicRoughnessTexture": "",
+        "normalTexture": "",
+        "normalScale": 1,
+        "occlusionTexture": "",
+        "emissiveColor": [0, 0, 0, 1],
+        "emissiveTexture": "",
+        "alphaCutoff": 0.5
+      }
     },
     "flat": {"name": "Flat", "pipeline": "flat", "Flat": {"color": [1, 1, 1, 1], "colorTexture": ""}}
   }

@@ -5,6 +5,8 @@
 
 #include <Corrade/Utility/VisibilityMacros.h>
 #include <Magnum/Magnum.h>
+#include <Magnum/Math/DualQuaternion.h>
+#include <Magnum/Math/Vector3.h>
 
 #include <Vantrel/EditorData/EditorSceneData.h>
 #include <Vantrel/EngineData/BitSetView.h>
@@ -12,6 +14,25 @@
 #include <Vantrel/EngineData/ResourceManager.h>
 
 namespace VantrelEngine {
+
+// How the scene view was left, so that it goes on like that after its module was loaded again.
+struct SceneViewRecord {
+    // The camera's local transformation, and the distance to what it turns about, scene units.
+    Magnum::DualQuaternion camera;
+    Magnum::Float orbitDistance = 3.0f;
+    // Scene units per second.
+    Magnum::Float flySpeed = 3.0f;
+    Magnum::UnsignedInt renderMode = 0;
+    Magnum::UnsignedInt gizmoOperation = 0;
+    Magnum::UnsignedInt gizmoSpace = 1;
+    bool snapTranslationEnabled = false;
+    bool snapRotationEnabled = false;
+    bool snapScaleEnabled = false;
+    // Degrees.
+    Magnum::Float snapRotation = 30.0f;
+    Magnum::Vector3 snapTranslation{0.5f};
+    Magnum::Vector3 snapScale{0.1f};
+};
 
 // What is edited, and what of it is selected. Outlives the views.
 class CORRADE_VISIBILITY_EXPORT EditorData {
@@ -43,6 +64,9 @@ public:
     // (3, 3, 3).
     Magnum::Float cameraPitch = -35.264f;
     Magnum::Float cameraYaw = 45.0f;
+
+    // Written by the scene view when its state is saved.
+    std::optional<SceneViewRecord> sceneView;
 
     // How the project names its objects: 1 where the ids are UUIDs of 36 characters, 0 where they are short.
     int objectIdMode = 0;

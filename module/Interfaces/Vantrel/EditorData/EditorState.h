@@ -1,10 +1,13 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/VisibilityMacros.h>
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Range.h>
 
 namespace VantrelEngine {
 
@@ -18,13 +21,18 @@ public:
     // Whether the view's window is open. The window's close button writes through the reference, which stays valid.
     bool& isViewOpen(unsigned view);
 
+    // Where the view's window has to be, in window points, where the editor's layout pins it to a place; such a window
+    // counts as docked. Empty for a window that is moved by the user, or docked by the UI library itself.
+    std::optional<Magnum::Range2D>& pane(unsigned view) { return _views[view].pane; }
+
     unsigned viewCount() const { return unsigned(_views.size()); }
     Corrade::Containers::StringView viewName(unsigned view) const;
 
 private:
     struct View {
         std::string name;
-        bool isOpen = true;
+        bool isOpen;
+        std::optional<Magnum::Range2D> pane;
     };
 
     std::deque<View> _views;

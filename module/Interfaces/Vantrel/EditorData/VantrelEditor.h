@@ -8,10 +8,15 @@
 
 #include <Vantrel/EditorData/EditorState.h>
 
+namespace Magnum::GL {
+class Framebuffer;
+}
+
 namespace VantrelEngine {
 
 class AssetCompiler;
 class ChangeManager;
+class Platform;
 
 // Switches of what is drawn for whom works on the scene, and of the simulation. In this order; a byte each, 0 or 1.
 enum class DebugDisplay : std::uint8_t {
@@ -32,6 +37,13 @@ struct ObjectPickRequest {
     Corrade::Containers::String name;
 };
 
+// What the last frame of a view took.
+struct FrameStatistics {
+    std::uint32_t visibleMeshes = 0;
+    std::uint32_t drawCalls = 0;
+    std::uint64_t triangles = 0;
+};
+
 // What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two
 // instances; both are there for as long as there are views.
 struct SharedState {
@@ -48,6 +60,21 @@ struct SharedState {
     Magnum::Float cameraPanFactor = 0.01f;
 
     ObjectPickRequest pickRequest;
+
+    // The editor's, there for as long as there are views.
+    Platform* platform = nullptr;
+    // Set by a view that wants to be drawn again although nothing happens: while it flies, simulates or previews. The
+    // editor clears it before each frame.
+    bool wantsFrame = false;
+
+    // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,
+    // attachment 1 the objects' ids, low byte red and high byte green. Its viewport is all of it.
+    Magnum::GL::Framebuffer* sceneViewFramebuffer = nullptr;
+
+    // For the status bar.
+    FrameStatistics statistics;
+    // What the last reload of the runtime made again, and why: a line a stage. Empty where nothing but places changed.
+    Corrade::Containers::String lastReload;
 };
 
 // The editor as its views know it.

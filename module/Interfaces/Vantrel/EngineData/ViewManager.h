@@ -6,6 +6,10 @@
 
 #include <Vantrel/EngineData/ComponentManager.h>
 
+namespace Magnum::GL {
+class AbstractFramebuffer;
+}
+
 namespace VantrelEngine {
 
 // Cameras ("view"). They look along the negative z axis of their objects. Views are counted by component id.
@@ -23,6 +27,9 @@ public:
     // From the view's space to clip space. Whoever changes near, far or fov computes it.
     Magnum::Matrix4& projectionMatrix(Id view) { return _projection[slot(view)]; }
 
+    // Where the view is drawn to, not owned; null for nowhere.
+    Magnum::GL::AbstractFramebuffer*& targetFramebuffer(Id view) { return _target[slot(view)]; }
+
     // From the scene's space to the view's, without scaling; and on to clip space. As of the last update.
     const Magnum::DualQuaternion& viewTransform(Id view) const { return _transform[slot(view)]; }
     const Magnum::Matrix4& cullingMatrix(Id view) const { return _culling[slot(view)]; }
@@ -37,6 +44,7 @@ private:
     Field<Magnum::Float> _fov{*this, 90.0f};
     Field<Magnum::Range2Di> _viewport{*this};
     Field<Magnum::Matrix4> _projection{*this};
+    Field<Magnum::GL::AbstractFramebuffer*> _target{*this};
     Field<Magnum::DualQuaternion> _transform{*this};
     Field<Magnum::Matrix4> _culling{*this};
 };

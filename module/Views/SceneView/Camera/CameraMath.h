@@ -7,6 +7,7 @@
 #include <Magnum/Math/DualQuaternion.h>
 #include <Magnum/Math/Vector2.h>
 #include <Magnum/Math/Vector3.h>
+#include <Vantrel/Module/InputEvents.h>
 
 // The camera of the view as numbers: it is told what the user did and says where it stands. It knows no window, no
 // cursor and no scene. Everything is constant time.
@@ -19,9 +20,6 @@ namespace VantrelEngine {
 constexpr Magnum::Float ZeroLength = 1.0e-5f;
 
 enum class NavigationMode : std::uint8_t { Idle = 0, Fly = 1, Orbit = 2 };
-
-// Bits of the modifiers of an event. Others are ignored.
-enum KeyModifier : unsigned { ModifierShift = 1, ModifierControl = 2, ModifierAlt = 4, ModifierSuper = 8 };
 
 struct CameraState {
     Magnum::Float pitch = 0.0f; // degrees, [-90, 90]; upwards is positive

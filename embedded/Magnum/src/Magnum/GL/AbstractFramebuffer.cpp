@@ -10,6 +10,12 @@ namespace Magnum::GL {
 
 using Implementation::state;
 
+Vector2i AbstractFramebuffer::maxViewportSize() {
+    GLint size[2]{};
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, size);
+    return {size[0], size[1]};
+}
+
 void AbstractFramebuffer::blit(AbstractFramebuffer& source, AbstractFramebuffer& destination, const Range2Di& rectangle,
     FramebufferBlitMask mask) {
     blit(source, destination, rectangle, rectangle, mask, FramebufferBlitFilter::Nearest);

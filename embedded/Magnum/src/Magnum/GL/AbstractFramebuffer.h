@@ -33,6 +33,9 @@ enum class FramebufferBlitFilter : UnsignedInt { Nearest = GL_NEAREST, Linear = 
 // framebuffer is drawn to; everything else leaves it alone.
 class CORRADE_VISIBILITY_EXPORT AbstractFramebuffer {
 public:
+    // The largest viewport that there can be.
+    static Vector2i maxViewportSize();
+
     // Copies a rectangle from the attachment that the source is mapped to read to those that the destination is mapped
     // to draw. Resolves when the source is multisampled and the destination is not.
     static void blit(AbstractFramebuffer& source, AbstractFramebuffer& destination, const Range2Di& rectangle,

@@ -8,6 +8,7 @@
 #include "Magnum/GL/Implementation/State.h"
 #include "Magnum/GL/Mesh.h"
 #include "Magnum/GL/MeshView.h"
+#include "Magnum/GL/Shader.h"
 
 namespace Magnum::GL {
 
@@ -72,6 +73,35 @@ AbstractShaderProgram& AbstractShaderProgram::draw(const Containers::Iterable<Me
     for(const MeshView& view: views)
         if(view._range.count > 0) mesh->draw(view._range);
     return *this;
+}
+
+AbstractShaderProgram& AbstractShaderProgram::draw(Mesh& mesh,
+    const Containers::StridedArrayView1D<const UnsignedInt>& counts,
+    const Containers::StridedArrayView1D<const UnsignedInt>& vertexOffsets,
+    const Containers::StridedArrayView1D<const UnsignedLong>& indexOffsets) {
+    const auto hasNoGaps = [](const auto& view) { return !view.size() || view.isContiguous(); };
+    CORRADE_ASSERT(hasNoGaps(counts) && hasNoGaps(vertexOffsets) && hasNoGaps(indexOffsets),
+        "GL::AbstractShaderProgram::draw(): the views have to be contiguous", *this);
+    if(!counts.size()) return *this;
+    CORRADE_ASSERT(!mesh.isIndexed() || indexOffsets.size() == counts.size(),
+        "GL::AbstractShaderProgram::draw(): expected" << counts.size() << "index offset items but got"
+                                                      << indexOffsets.size(),
+        *this);
+    CORRADE_ASSERT((mesh.isIndexed() && !vertexOffsets.size()) || vertexOffsets.size() == counts.size(),
+        "GL::AbstractShaderProgram::draw(): expected" << counts.size() << "vertex offset items but got"
+                                                      << vertexOffsets.size(),
+        *this);
+    state().useProgram(_id);
+    mesh.drawSeveral(counts.size(), static_cast<const UnsignedInt*>(counts.data()),
+        vertexOffsets.size() ? static_cast<const UnsignedInt*>(vertexOffsets.data()) : nullptr,
+        static_cast<const UnsignedLong*>(indexOffsets.data()));
+    return *this;
+}
+
+AbstractShaderProgram& AbstractShaderProgram::draw(Mesh& mesh,
+    const Containers::StridedArrayView1D<const UnsignedInt>& counts,
+    const Containers::StridedArrayView1D<const UnsignedInt>& vertexOffsets, std::nullptr_t) {
+    return draw(mesh, counts, vertexOffsets, Containers::StridedArrayView1D<const UnsignedLong>{});
 }
 
 void AbstractShaderProgram::attachShader(Shader& shader) { glAttachShader(_id, shader.id()); }

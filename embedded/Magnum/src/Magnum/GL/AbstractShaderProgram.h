@@ -2,9 +2,9 @@
 
 #include "Corrade/Containers/Containers.h"
 #include "Corrade/Containers/Pair.h"
+#include "Corrade/Containers/StridedArrayView.h"
 #include "Magnum/GL/GL.h"
 #include "Magnum/GL/Implementation/ObjectName.h"
-#include "Magnum/GL/Shader.h"
 #include "Magnum/Math/RectangularMatrix.h"
 #include "Magnum/Math/Vector.h"
 #include "Magnum/Tags.h"
@@ -35,6 +35,15 @@ public:
     AbstractShaderProgram& draw(MeshView&& view) { return draw(view); }
     // Views of one mesh, none of them instanced, which is asserted. A view without a count is skipped.
     AbstractShaderProgram& draw(const Containers::Iterable<MeshView>& views);
+    // Several ranges of one mesh in one call, each once: counts of vertices or indices, the first vertices (or, when
+    // indexed, what is added to every index), and for an indexed mesh the places of the first indices in bytes. Asserts
+    // that all are equally many and without gaps; without vertex offsets these are zero, which only an indexed mesh can
+    // have. Shaders that know gl_DrawID count the ranges with it, also the empty ones.
+    AbstractShaderProgram& draw(Mesh& mesh, const Containers::StridedArrayView1D<const UnsignedInt>& counts,
+        const Containers::StridedArrayView1D<const UnsignedInt>& vertexOffsets,
+        const Containers::StridedArrayView1D<const UnsignedLong>& indexOffsets);
+    AbstractShaderProgram& draw(Mesh& mesh, const Containers::StridedArrayView1D<const UnsignedInt>& counts,
+        const Containers::StridedArrayView1D<const UnsignedInt>& vertexOffsets, std::nullptr_t indexOffsets);
 
 protected:
     // Before linking.

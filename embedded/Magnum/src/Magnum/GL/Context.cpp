@@ -28,7 +28,8 @@ struct Extension {
 // In the order of Extensions.
 constexpr Extension KnownExtensions[]{{"GL_ARB_separate_shader_objects", Version::GL410},
     {"GL_ARB_texture_storage", Version::GL420}, {"GL_EXT_texture_filter_anisotropic", Version::None},
-    {"GL_KHR_debug", Version::GL430}, {"GL_KHR_parallel_shader_compile", Version::None}};
+    {"GL_KHR_debug", Version::GL430}, {"GL_KHR_parallel_shader_compile", Version::None},
+    {"GL_ARB_shader_draw_parameters", Version::GL460}};
 
 Containers::StringView glString(GLenum name) { return reinterpret_cast<const char*>(glGetString(name)); }
 

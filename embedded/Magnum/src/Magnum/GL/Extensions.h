@@ -13,6 +13,9 @@ struct separate_shader_objects {
 struct texture_storage {
     enum : UnsignedInt { Index = 1 };
 };
+struct shader_draw_parameters {
+    enum : UnsignedInt { Index = 5 };
+};
 }
 
 namespace EXT {

@@ -11,6 +11,7 @@ class AbstractShaderProgram;
 class AbstractTexture;
 template<UnsignedInt location, class T> class Attribute;
 class Buffer;
+class BufferTexture;
 class Context;
 class CubeMapTexture;
 class DefaultFramebuffer;
@@ -27,6 +28,7 @@ template<UnsignedInt dimensions> class TextureArray;
 typedef Texture<2> Texture2D;
 typedef TextureArray<2> Texture2DArray;
 
+enum class BufferTextureFormat : UnsignedInt;
 enum class BufferUsage : UnsignedInt;
 enum class CubeMapCoordinate : UnsignedInt;
 enum class FramebufferBlit : UnsignedInt;

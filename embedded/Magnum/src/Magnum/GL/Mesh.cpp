@@ -4,6 +4,7 @@
 #include "Corrade/Utility/Assert.h"
 #include "Corrade/Utility/Debug.h"
 #include "Magnum/GL/Implementation/State.h"
+#include "Magnum/Mesh.h"
 
 namespace Magnum::GL {
 
@@ -136,6 +137,27 @@ void Mesh::draw(const Implementation::DrawRange& range) {
     else
         glDrawElementsInstancedBaseVertexBaseInstance(
             primitive, range.count, type, indices, range.instanceCount, range.baseVertex, range.baseInstance);
+}
+
+void Mesh::drawSeveral(
+    std::size_t size, const UnsignedInt* counts, const UnsignedInt* vertexOffsets, const UnsignedLong* indexOffsets) {
+    static_assert(sizeof(UnsignedLong) == sizeof(void*), "offsets are passed as pointers");
+    state().bindVertexArray(_id);
+    const GLenum primitive = GLenum(_primitive);
+    const auto* const sizes = reinterpret_cast<const GLsizei*>(counts);
+    const auto* const vertices = reinterpret_cast<const GLint*>(vertexOffsets);
+    if(!isIndexed()) {
+        glMultiDrawArrays(primitive, vertices, sizes, GLsizei(size));
+        return;
+    }
+    // Where GL finds the first index: counted from the start of the buffer.
+    CORRADE_ASSERT(!_indexStart, "GL::AbstractShaderProgram::draw(): the indices have to start with the buffer", );
+    const auto* const indices = reinterpret_cast<const void* const*>(indexOffsets);
+    if(vertices)
+        glMultiDrawElementsBaseVertex(
+            primitive, sizes, GLenum(_indexType), indices, GLsizei(size), const_cast<GLint*>(vertices));
+    else
+        glMultiDrawElements(primitive, sizes, GLenum(_indexType), indices, GLsizei(size));
 }
 
 }

@@ -8,7 +8,6 @@
 #include "Magnum/GL/GL.h"
 #include "Magnum/GL/Implementation/DrawRange.h"
 #include "Magnum/GL/OpenGL.h"
-#include "Magnum/Mesh.h"
 #include "Magnum/Tags.h"
 
 namespace Magnum::GL {
@@ -150,6 +149,9 @@ private:
 
     Mesh& own(Buffer&& buffer);
     void draw(const Implementation::DrawRange& range);
+    // Vertex offsets may be null for an indexed mesh, index offsets, in bytes, are for an indexed mesh only.
+    void drawSeveral(std::size_t size, const UnsignedInt* counts, const UnsignedInt* vertexOffsets,
+        const UnsignedLong* indexOffsets);
 
     Implementation::ObjectName _id;
     MeshPrimitive _primitive{MeshPrimitive::Triangles};

@@ -7,6 +7,12 @@
 
 namespace Magnum::GL {
 
+Vector2i Texture<2>::maxSize() {
+    GLint size = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    return Vector2i{size};
+}
+
 using Implementation::state;
 
 Texture2D& Texture2D::setSubImage(Int level, const Vector2i& offset, const ImageView2D& image) {

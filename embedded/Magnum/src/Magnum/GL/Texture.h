@@ -7,6 +7,9 @@ namespace Magnum::GL {
 // Two-dimensional texture.
 template<> class CORRADE_VISIBILITY_EXPORT Texture<2>: public Implementation::TextureParameters<Texture<2>> {
 public:
+    // The largest that there can be.
+    static Vector2i maxSize();
+
     explicit Texture(): TextureParameters{GL_TEXTURE_2D} {}
     explicit Texture(NoCreateT) noexcept: TextureParameters{NoCreate, GL_TEXTURE_2D} {}
 

@@ -86,7 +86,8 @@ void State::unbindTexture(Int unit) {
     if(binding.id != Unknown)
         glBindTexture(binding.target, 0);
     else
-        for(const GLenum target: {GL_TEXTURE_2D, GL_TEXTURE_2D_ARRAY, GL_TEXTURE_CUBE_MAP}) glBindTexture(target, 0);
+        for(const GLenum target: {GL_TEXTURE_2D, GL_TEXTURE_2D_ARRAY, GL_TEXTURE_BUFFER, GL_TEXTURE_CUBE_MAP})
+            glBindTexture(target, 0);
     binding = {0, 0};
 }
 

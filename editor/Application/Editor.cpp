@@ -1,0 +1,298 @@
+#include "Application/Editor.h"
+
+#include <filesystem>
+
+#include <Corrade/Utility/Debug.h>
+#include <Magnum/GL/AbstractFramebuffer.h>
+#include <Magnum/GL/Renderer.h>
+#include <Magnum/Math/Color.h>
+#include <VantrelHost/EngineAssets.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "Application/RecentFiles.h"
+#include "Panels/HelpWindow.h"
+#include "Panels/MenuBar.h"
+#include "Panels/ObjectList.h"
+#include "Panels/StatusBar.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+namespace fs = std::filesystem;
+
+namespace {
+
+// The only view there is.
+constexpr const char* ViewName = "Scene View";
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+bool isView(const ImGuiWindow* window) {
+    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+}
+
+} // namespace
+
+Editor::Editor(Platform& platform, const std::string& moduleFile, std::string settingsFile):
+    _platform(platform), _settingsFile{std::move(settingsFile)}, _settings{readSettings(_settingsFile)},
+    _session{std::make_unique<ProjectSession>()}, _loader{moduleFile}, _lastFrame{platform.now()} {
+    _session->editor().state().platform = &_platform;
+    addEngineAssets(_session->data().resources());
+}
+
+Editor::~Editor() {
+    closeView();
+    const std::string error = writeSettings(_settingsFile, _settings);
+    if(!error.empty()) Utility::Error{} << error.data();
+}
+
+std::string Editor::loadView() {
+    std::string error = _loader.load();
+    if(error.empty()) initView();
+    return error;
+}
+
+void Editor::initView() {
+    _loader.module()->init(_interface.context(), &_session->data(), &_session->editor());
+    _delivery.setModule(_loader.module());
+}
+
+void Editor::closeView() {
+    _delivery.releaseAll(Vector2i{_input.position()});
+    _delivery.setModule(nullptr);
+    _loader.unload();
+}
+
+std::string Editor::reloadView(const std::string& moduleFile) {
+    if(!_loader.module()) {
+        if(!moduleFile.empty()) _loader.setFile(moduleFile);
+        return loadView();
+    }
+    _delivery.releaseAll(Vector2i{_input.position()});
+    _delivery.setModule(nullptr);
+    std::string error = _loader.reload(moduleFile);
+    _delivery.setModule(_loader.module());
+    requestFrames();
+    return error;
+}
+
+std::string Editor::open(const std::string& path) {
+    const std::string absolute = absolutePath(path);
+    const OpenedProject opened = _session->open(absolute);
+    requestFrames();
+    if(!opened.error.empty()) {
+        removeRecentFile(_settings.recentFiles, absolute);
+        return opened.error;
+    }
+    for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    addRecentFile(_settings.recentFiles, absolute);
+    Utility::Debug{} << "Opened" << absolute.data();
+    return {};
+}
+
+std::string Editor::save(const std::string& path, bool overwritesRepaired) {
+    const std::string absolute = absolutePath(path);
+    std::string error =
+        _session->save(absolute, overwritesRepaired ? ProjectStore::Repaired::Overwrite : ProjectStore::Repaired::Keep);
+    if(!error.empty()) return error;
+    addRecentFile(_settings.recentFiles, absolute);
+    Utility::Debug{} << "Saved" << absolute.data();
+    return {};
+}
+
+void Editor::startNew() {
+    // The view holds on to the project that it was given.
+    const bool hadView = _loader.module();
+    closeView();
+    _session = std::make_unique<ProjectSession>();
+    _session->editor().state().platform = &_platform;
+    addEngineAssets(_session->data().resources());
+    const std::string error = hadView ? loadView() : std::string{};
+    if(!error.empty()) showError(error);
+    requestFrames();
+}
+
+void Editor::showError(const std::string& line) {
+    Utility::Error{} << line.data();
+    _dialogs.showMessage(line);
+    requestFrames();
+}
+
+void Editor::perform(Command command) {
+    ChangeManager& changes = _session->changes();
+    _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());
+    requestFrames();
+    // While a gesture is under way its changes belong together.
+    const bool isEditing = changes.group() >= 0;
+    switch(command) {
+    case Command::New: return _dialogs.startNew();
+    case Command::Open: return _dialogs.chooseAndOpen();
+    case Command::Save: return _dialogs.save();
+    case Command::SaveAs: return _dialogs.saveAs();
+    case Command::Quit: return _dialogs.quit();
+    case Command::Help: _isHelpOpen = !_isHelpOpen; return;
+    case Command::ResetLayout: _settings.panes = {}; return;
+    case Command::Undo:
+        if(!isEditing && changes.canUndo()) changes.undoLast();
+        return;
+    case Command::Redo:
+        if(!isEditing && changes.canRedo()) changes.redoLast();
+        return;
+    case Command::ReloadView: {
+        const std::string error = reloadView();
+        if(!error.empty()) showError(error);
+        return;
+    }
+    }
+}
+
+void Editor::setKey(int key, bool isDown, bool isRepeated) {
+    if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
+}
+
+void Editor::dropFile(const std::string& file, const Vector2& position) {
+    _drop.start(file, position);
+    requestFrames();
+}
+
+void Editor::runActions() {
+    while(const std::optional<ProjectAction> action = _dialogs.takeAction()) run(*action);
+}
+
+void Editor::run(const ProjectAction& action) {
+    requestFrames();
+    switch(action.kind) {
+    case ProjectAction::Kind::New: return startNew();
+    case ProjectAction::Kind::Quit: _wantsQuit = true; return;
+    case ProjectAction::Kind::Save: {
+        const std::string error = save(action.path, action.overwritesRepaired);
+        if(!error.empty()) Utility::Error{} << error.data();
+        return _dialogs.saved(action.path, error, action.overwritesRepaired);
+    }
+    case ProjectAction::Kind::Open:
+        _opening = action.path;
+        _isOpeningShown = false;
+        return;
+    }
+}
+
+void Editor::openPending() {
+    if(_opening.empty() || !_isOpeningShown) return;
+    const std::string error = open(_opening);
+    _opening.clear();
+    if(!error.empty()) showError(error);
+}
+
+void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
+    const Double now = _platform.now();
+    openPending();
+    _session->update();
+    _session->editor().state().wantsFrame = false;
+    if(_settlingFrames) --_settlingFrames;
+
+    _drop.beginFrame(_input);
+    _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
+    _lastFrame = now;
+    drawPanels();
+    updateFocus();
+    _drop.endFrame();
+
+    framebuffer.bind();
+    GL::Renderer::setClearColor(Color4{0.09f, 1.0f});
+    framebuffer.clear(GL::FramebufferClear::Color);
+    _interface.endFrame();
+    if(_loader.module()) _loader.module()->frameShown();
+    _frameTime = _platform.now() - now;
+
+    if(_command) perform(*_command);
+    _command.reset();
+    runActions();
+}
+
+void Editor::drawPanels() {
+    drawMenu();
+    drawStatus();
+    _panes.layOut(_settings.panes);
+    EditorState& views = _session->editor().state().views;
+    for(unsigned view = 0; view != views.viewCount(); ++view) _panes.place(views, view);
+    if(_settings.panes.hasList) drawList();
+    if(_settings.panes.hasLog) drawLog();
+    _drop.draw();
+    if(_loader.module()) _loader.module()->draw();
+    if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    _dialogs.draw();
+    if(_opening.empty()) return;
+    drawBusy("Opening " + _opening + " ...");
+    _isOpeningShown = true;
+    requestFrames();
+}
+
+void Editor::drawMenu() {
+    MenuState state;
+    state.canUndo = _session->changes().canUndo();
+    state.canRedo = _session->changes().canRedo();
+    state.title = title();
+    state.recentFiles = &_settings.recentFiles;
+    state.panes = &_settings.panes;
+    state.views = &_session->editor().state().views;
+    state.fontScale = &_settings.fontScale;
+    const MenuChoice choice = drawMenuBar(state);
+    if(choice.command) _command = choice.command;
+    if(choice.file.empty()) return;
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    _dialogs.open(choice.file);
+}
+
+void Editor::drawStatus() {
+    StatusLine status;
+    status.objects = _session->data().scene().main().size() - 1;
+    status.selected = _session->data().selection().countSet();
+    status.statistics = _session->editor().state().statistics;
+    status.frameTime = _frameTime * 1000.0;
+    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    drawStatusBar(status);
+}
+
+void Editor::drawList() {
+    if(_panes.beginList(&_settings.panes.hasList))
+        if(const std::optional<ObjectClick> click = drawObjectList(_session->data()))
+            applyClick(_session->data(), *click);
+    _panes.end();
+}
+
+void Editor::drawLog() {
+    if(_panes.beginLog(&_settings.panes.hasLog)) _logPanel.draw(_log);
+    _panes.end();
+}
+
+void Editor::updateFocus() {
+    const ImGuiContext& context = *ImGui::GetCurrentContext();
+    InterfaceFocus focus;
+    focus.isViewHovered = isView(context.HoveredWindow);
+    focus.isViewFocused = isView(context.NavWindow);
+    focus.isTyping = context.IO.WantTextInput;
+    focus.isBlocked = context.OpenPopupStack.Size != 0;
+    _input.setFocus(focus);
+    _cursorShape = cursorShapeOf(ImGui::GetMouseCursor());
+    // What is behind a dialog is still getting darker.
+    if(context.DimBgRatio > 0.0f && context.DimBgRatio < 1.0f) requestFrames();
+}
+
+bool Editor::wantsFrame() const {
+    return _settlingFrames || _drop.isUnderWay() || _session->editor().state().wantsFrame;
+}
+
+std::string Editor::title() const {
+    const std::string& path = _session->path();
+    const std::string name = path.empty() ? "New project" : fs::path{path}.filename().string();
+    return _session->changes().hasUnsavedChanges() ? name + "*" : name;
+}
+
+} // namespace VantrelEngine

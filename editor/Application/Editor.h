@@ -1,0 +1,121 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <Magnum/GL/GL.h>
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+#include <Vantrel/Module/Platform.h>
+
+#include "Application/CursorShape.h"
+#include "Application/EditorDialogs.h"
+#include "Application/FileDrop.h"
+#include "Application/InputRouter.h"
+#include "Application/LogCapture.h"
+#include "Application/Settings.h"
+#include "Application/UserInterface.h"
+#include "Data/ProjectSession.h"
+#include "Modules/EventDelivery.h"
+#include "Modules/ModuleLoader.h"
+#include "Panels/Command.h"
+#include "Panels/Log.h"
+#include "Panels/LogPanel.h"
+#include "Panels/Panes.h"
+
+namespace VantrelEngine {
+
+// The editor itself: the project, the view and the panels about it. Knows no window: whoever has one, or replays a script,
+// feeds the input and says when and where to draw.
+class Editor {
+public:
+    // The platform, and a GL context that is current, outlive the editor. What is remembered of the user is read from and
+    // written to the file of the settings; where the name is empty, nothing is remembered.
+    explicit Editor(Platform& platform, const std::string& moduleFile, std::string settingsFile);
+    ~Editor();
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
+
+    // Each returns an empty text, or one line. Nothing is asked: unsaved changes are given up.
+    std::string loadView();
+    std::string open(const std::string& path);
+    std::string save(const std::string& path, bool overwritesRepaired = false);
+    void startNew();
+    // From another file than before where one is given.
+    std::string reloadView(const std::string& moduleFile = {});
+
+    // As the menu does it: asks where something could be lost.
+    void perform(Command command);
+    void openAsked(const std::string& path) { _dialogs.open(path); }
+    // For the user to see; a line of the log, too.
+    void showError(const std::string& line);
+
+    InputRouter& input() { return _input; }
+    // A key, which may be the shortcut of a command.
+    void setKey(int key, bool isDown, bool isRepeated);
+    void dropFile(const std::string& file, const Magnum::Vector2& position);
+    UserInterface& interface() { return _interface; }
+
+    // Draws a frame of a window of this size in points to a framebuffer.
+    void drawFrame(Magnum::GL::AbstractFramebuffer& framebuffer, const Magnum::Vector2& windowSize);
+    // Whether something moves still, or was asked for and not drawn yet.
+    bool wantsFrame() const;
+    // Something happened: what it leads to takes a few frames to be seen.
+    void requestFrames() { _settlingFrames = SettlingFrames; }
+    bool wantsQuit() const { return _wantsQuit; }
+    CursorShape cursorShape() const { return _cursorShape; }
+
+    ProjectSession& session() { return *_session; }
+    const Log& log() const { return _log; }
+    Settings& settings() { return _settings; }
+    // "scene.json*"; the star stands for unsaved changes.
+    std::string title() const;
+
+private:
+    // The UI library shows in a frame what came in the one before, and sizes a new window in its second one.
+    static constexpr int SettlingFrames = 3;
+
+    void initView();
+    void closeView();
+    void runActions();
+    void run(const ProjectAction& action);
+    void openPending();
+    void drawPanels();
+    void drawMenu();
+    void drawStatus();
+    void drawList();
+    void drawLog();
+    void updateFocus();
+
+    Platform& _platform;
+    std::string _settingsFile;
+    // First, so that what follows can speak.
+    Log _log;
+    LogCapture _capture{_log};
+    Settings _settings;
+    std::unique_ptr<ProjectSession> _session;
+    UserInterface _interface;
+    ModuleLoader _loader;
+    EventDelivery _delivery;
+    InputRouter _input{_interface.input(), _delivery};
+    FileDrop _drop;
+
+    Panes _panes;
+    LogPanel _logPanel;
+    EditorDialogs _dialogs;
+    bool _isHelpOpen = false;
+    std::optional<Command> _command;
+    // A project that is opened after a frame that says so.
+    std::string _opening;
+    bool _isOpeningShown = false;
+
+    int _settlingFrames = SettlingFrames;
+    bool _wantsQuit = false;
+    CursorShape _cursorShape = CursorShape::Arrow;
+    Magnum::Double _lastFrame = 0.0;
+    Magnum::Double _frameTime = 0.0;
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,108 @@
+#include "Application/EditorDialogs.h"
+
+#include <filesystem>
+
+namespace VantrelEngine {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string folderOf(const std::string& path) { return fs::path{path}.parent_path().string(); }
+
+std::string nameOf(const std::string& path) {
+    return path.empty() ? std::string{"The new project"} : fs::path{path}.filename().string();
+}
+
+} // namespace
+
+void EditorDialogs::setProject(std::string path, bool hasUnsavedChanges) {
+    _path = std::move(path);
+    _hasUnsavedChanges = hasUnsavedChanges;
+}
+
+void EditorDialogs::leaveProject(ProjectAction action) {
+    if(_question.isOpen()) return;
+    _waiting = std::move(action);
+    if(!_hasUnsavedChanges) return goOn();
+    _asked = Question::Unsaved;
+    _question.ask("Unsaved changes", nameOf(_path) + " has changes that are not saved.", "Save", "Don't save");
+}
+
+void EditorDialogs::goOn() {
+    if(_waiting) _actions.push_back(std::move(*_waiting));
+    _waiting.reset();
+}
+
+void EditorDialogs::chooseAndOpen() {
+    _savesAs = false;
+    _files.show(FileDialog::Purpose::Open, folderOf(_path), {});
+}
+
+void EditorDialogs::save() {
+    if(_path.empty()) return saveAs();
+    _actions.push_back({ProjectAction::Kind::Save, _path, false});
+}
+
+void EditorDialogs::saveAs() {
+    _savesAs = true;
+    _files.show(FileDialog::Purpose::Save, folderOf(_path), _path.empty() ? "project.json" : nameOf(_path));
+}
+
+void EditorDialogs::saved(const std::string& path, const std::string& error, bool overwroteRepaired) {
+    if(error.empty()) return goOn();
+    if(overwroteRepaired) {
+        _waiting.reset();
+        return showMessage(error);
+    }
+    _savedPath = path;
+    _asked = Question::Repaired;
+    _question.ask("Not saved", error, "Save anyway", "Save as...");
+}
+
+void EditorDialogs::draw() {
+    _messages.draw();
+    const Answer answered = _question.draw();
+    if(answered != Answer::None) answer(answered);
+    const bool wasOpen = _files.isOpen();
+    if(const std::optional<std::string> file = _files.draw()) {
+        if(_savesAs)
+            _actions.push_back({ProjectAction::Kind::Save, *file, false});
+        else
+            open(*file);
+    } else if(wasOpen && !_files.isOpen()) {
+        _waiting.reset();
+    }
+}
+
+void EditorDialogs::answer(Answer answer) {
+    if(answer == Answer::Cancel)
+        _waiting.reset();
+    else if(_asked == Question::Unsaved)
+        answerUnsaved(answer);
+    else
+        answerRepaired(answer);
+}
+
+void EditorDialogs::answerUnsaved(Answer answer) {
+    if(answer == Answer::Yes)
+        save();
+    else
+        goOn();
+}
+
+void EditorDialogs::answerRepaired(Answer answer) {
+    if(answer == Answer::Yes)
+        _actions.push_back({ProjectAction::Kind::Save, _savedPath, true});
+    else
+        saveAs();
+}
+
+std::optional<ProjectAction> EditorDialogs::takeAction() {
+    if(_actions.empty()) return {};
+    ProjectAction action = std::move(_actions.front());
+    _actions.pop_front();
+    return action;
+}
+
+} // namespace VantrelEngine

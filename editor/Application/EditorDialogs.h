@@ -1,0 +1,68 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+
+#include "Panels/Dialogs.h"
+#include "Panels/FileDialog.h"
+
+namespace VantrelEngine {
+
+// What is to be done with the project, as decided by the user.
+struct ProjectAction {
+    enum class Kind { New, Open, Save, Quit };
+
+    Kind kind;
+    // Of what is opened or saved.
+    std::string path;
+    // Save even over a file that was repaired when it was opened.
+    bool overwritesRepaired = false;
+};
+
+// Leads from a wish of the user to what is to be done: asks for a file, and what becomes of unsaved changes.
+class EditorDialogs {
+public:
+    // The project as it is: its file, empty for none, and whether it has unsaved changes. Before each of the other calls.
+    void setProject(std::string path, bool hasUnsavedChanges);
+
+    void startNew() { leaveProject({ProjectAction::Kind::New, {}, false}); }
+    void open(const std::string& path) { leaveProject({ProjectAction::Kind::Open, path, false}); }
+    void quit() { leaveProject({ProjectAction::Kind::Quit, {}, false}); }
+    void chooseAndOpen();
+    void save();
+    void saveAs();
+    void showMessage(std::string text) { _messages.show(std::move(text)); }
+
+    // The outcome of a save that was asked for: an empty text, or what went wrong.
+    void saved(const std::string& path, const std::string& error, bool overwroteRepaired);
+
+    void draw();
+    bool isOpen() const { return _messages.isOpen() || _question.isOpen() || _files.isOpen(); }
+    // What is to be done next, in order.
+    std::optional<ProjectAction> takeAction();
+
+private:
+    enum class Question { Unsaved, Repaired };
+
+    void leaveProject(ProjectAction action);
+    void answer(Answer answer);
+    void answerUnsaved(Answer answer);
+    void answerRepaired(Answer answer);
+    void goOn();
+
+    std::string _path;
+    bool _hasUnsavedChanges = false;
+
+    MessageDialog _messages;
+    QuestionDialog _question;
+    FileDialog _files;
+    Question _asked = Question::Unsaved;
+    // Waits for the unsaved changes to be saved or given up.
+    std::optional<ProjectAction> _waiting;
+    std::string _savedPath;
+    bool _savesAs = false;
+    std::deque<ProjectAction> _actions;
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,104 @@
+#include "Application/HeadlessApplication.h"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include <Corrade/Utility/Debug.h>
+
+#include "Application/Application.h"
+#include "Application/CommandLine.h"
+#include "Application/Editor.h"
+#include "Application/HeadlessContext.h"
+#include "Application/ModuleFile.h"
+#include "Application/RenderTarget.h"
+#include "Application/ReplayPlatform.h"
+#include "Application/ScriptRunner.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+namespace {
+
+int fail(const std::string& line, int status) {
+    if(!line.empty()) Utility::Error{} << line.data();
+    return status;
+}
+
+std::string readScript(const std::string& file, std::vector<ScriptCommand>& commands) {
+    if(file.empty()) return {};
+    std::ifstream stream{file, std::ios::binary};
+    const std::string text{std::istreambuf_iterator<char>{stream}, {}};
+    if(!stream) return file + ": the script cannot be read";
+    ParsedScript script = parseScript(text);
+    commands = std::move(script.commands);
+    return script.error.empty() ? std::string{} : file + ": " + script.error;
+}
+
+class HeadlessApplication {
+public:
+    explicit HeadlessApplication(const CommandLine& line):
+        _line(line), _platform{line.size, line.scale}, _target{std::make_unique<RenderTarget>(
+                                                           _platform.framebufferSize())},
+        _editor{_platform, line.module.empty() ? defaultModuleFile() : line.module, {}} {
+        if(line.fontScale > 0.0f) _editor.settings().fontScale = line.fontScale;
+        _editor.input().warpTo({-1.0f, -1.0f});
+    }
+
+    // Empty, or one line.
+    std::string start() {
+        const std::string error = _editor.loadView();
+        return error.empty() && !_line.project.empty() ? _editor.open(_line.project) : error;
+    }
+
+    std::string play(const std::vector<ScriptCommand>& commands) {
+        // Windows find their order and their places.
+        for(int i = 0; i != FramesBeforeScript; ++i) drawFrame();
+        ScriptRunner::Stage stage{
+            [this] { drawFrame(); }, [this](const std::string& file) { return writePng(file, _target->read()); }};
+        return ScriptRunner{_editor, _platform, std::move(stage)}.run(commands);
+    }
+
+    std::string finish() {
+        for(int i = 0; i != _line.frameCount; ++i) drawFrame();
+        return _line.screenshot.empty() ? std::string{} : writePng(_line.screenshot, _target->read());
+    }
+
+private:
+    static constexpr int FramesBeforeScript = 3;
+
+    void drawFrame() {
+        _platform.advance();
+        if(_target->size() != _platform.framebufferSize())
+            _target = std::make_unique<RenderTarget>(_platform.framebufferSize());
+        _editor.drawFrame(_target->framebuffer(), Vector2{_platform.size()});
+        // The window system would tell that the cursor is elsewhere now.
+        if(const std::optional<Vector2d> warp = _platform.takeWarp()) _editor.input().warpTo(Vector2{*warp});
+    }
+
+    const CommandLine& _line;
+    ReplayPlatform _platform;
+    std::unique_ptr<RenderTarget> _target;
+    Editor _editor;
+};
+
+} // namespace
+
+int runHeadless(const CommandLine& line) {
+    std::vector<ScriptCommand> commands;
+    std::string error = readScript(line.script, commands);
+    if(!error.empty()) return fail(error, MistakeStatus);
+    const std::unique_ptr<HeadlessContext> context = HeadlessContext::create(error);
+    if(!context) return fail(error, NoDisplayStatus);
+    HeadlessApplication application{line};
+    error = application.start();
+    if(!error.empty()) return fail(error, FailureStatus);
+    error = application.play(commands);
+    if(!error.empty()) return fail(line.script + ": " + error, MistakeStatus);
+    error = application.finish();
+    return fail(error, error.empty() ? 0 : FailureStatus);
+}
+
+} // namespace VantrelEngine

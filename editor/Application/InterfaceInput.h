@@ -1,0 +1,39 @@
+#pragma once
+
+#include <Corrade/Containers/StringView.h>
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+
+namespace VantrelEngine {
+
+// Feeds the UI context that is current. What comes between two frames is what the next one sees; a button that was
+// pressed and released in between is down for one frame.
+class InterfaceInput {
+public:
+    InterfaceInput();
+
+    // Window points, and framebuffer pixels per point.
+    void setDisplay(const Magnum::Vector2& size, const Magnum::Vector2& framebufferScale);
+
+    void moveTo(const Magnum::Vector2& position);
+    // 0 left, 1 right, 2 middle.
+    void setButton(int button, bool isDown);
+    void scroll(const Magnum::Vector2& offset);
+    // A GLFW code; the modifiers are those that hold after the event.
+    void setKey(int key, bool isDown, unsigned modifiers);
+    void addText(Corrade::Containers::StringView utf8);
+    void setFocus(bool isFocused);
+
+    // Before each frame, with the seconds since the last one.
+    void beginFrame(Magnum::Double delta);
+
+private:
+    static constexpr int ButtonCount = 3;
+
+    void setModifiers(unsigned modifiers);
+
+    bool _isDown[ButtonCount]{};
+    bool _wasPressed[ButtonCount]{};
+};
+
+} // namespace VantrelEngine

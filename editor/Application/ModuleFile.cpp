@@ -1,0 +1,19 @@
+#include "Application/ModuleFile.h"
+
+#include <Corrade/Containers/Optional.h>
+#include <Corrade/Containers/Pair.h>
+#include <Corrade/Containers/String.h>
+#include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Path.h>
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+
+std::string defaultModuleFile() {
+    const Containers::Optional<Containers::String> program = Utility::Path::executableLocation();
+    const Containers::StringView folder = program ? Utility::Path::path(*program) : Containers::StringView{"."};
+    return Utility::Path::join(folder, "../lib/SceneView.so");
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,102 @@
+#include "Application/ScriptRunner.h"
+
+#include "Application/Editor.h"
+#include "Application/RenderTarget.h"
+#include "Application/ReplayPlatform.h"
+#include "Application/ScriptDump.h"
+#include "Project/Script.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+namespace {
+
+// Of the view's framebuffer.
+constexpr UnsignedInt IdAttachment = 1;
+
+} // namespace
+
+std::string ScriptRunner::run(const std::vector<ScriptCommand>& commands) {
+    for(const ScriptCommand& command: commands) {
+        if(command.verb == ScriptVerb::Quit) return {};
+        const std::string error = perform(command);
+        if(!error.empty()) return mistakeIn(command, error);
+    }
+    return {};
+}
+
+std::string ScriptRunner::drawn(std::string error) {
+    _stage.drawFrame();
+    return error;
+}
+
+void ScriptRunner::moveTo(Double x, Double y) {
+    _platform.moveTo({x, y});
+    _editor.input().moveTo({Float(x), Float(y)});
+}
+
+std::string ScriptRunner::select(const ScriptCommand& command) {
+    EditorData& data = _editor.session().data();
+    data.selection().clear();
+    for(const std::string& word: command.words) {
+        const Id object = _editor.session().compiler().objectOf({word.data(), word.size()});
+        if(object == RootObject) return "there is no object \"" + word + "\"";
+        data.selectObject(object, true);
+    }
+    return {};
+}
+
+std::string ScriptRunner::writeIdImage(const std::string& file) {
+    GL::Framebuffer* const framebuffer = _editor.session().editor().state().sceneViewFramebuffer;
+    if(!framebuffer) return "there is no view that has drawn";
+    return writePng(file, readPicture(*framebuffer, IdAttachment));
+}
+
+std::string ScriptRunner::perform(const ScriptCommand& command) {
+    const std::vector<Double>& numbers = command.numbers;
+    const std::string argument = command.words.empty() ? std::string{} : command.words.front();
+    switch(command.verb) {
+    case ScriptVerb::Wait:
+        for(Double i = 0.0; i < numbers[0]; ++i) _stage.drawFrame();
+        return {};
+    case ScriptVerb::Mouse: moveTo(numbers[0], numbers[1]); return drawn({});
+    case ScriptVerb::Move: {
+        const Vector2d position = _platform.cursorPosition();
+        moveTo(position.x() + numbers[0], position.y() + numbers[1]);
+        return drawn({});
+    }
+    case ScriptVerb::Press:
+    case ScriptVerb::Release:
+        _editor.input().setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
+        return drawn({});
+    case ScriptVerb::Scroll: _editor.input().scroll({0.0f, Float(numbers[0])}, command.modifiers); return drawn({});
+    case ScriptVerb::Key:
+    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), command.verb == ScriptVerb::Key, false); return drawn({});
+    case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
+    case ScriptVerb::Focus: _editor.input().setWindowFocus(numbers[0] != 0.0); return drawn({});
+    case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return drawn({});
+    case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return drawn({});
+    case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
+    case ScriptVerb::Select: return drawn(select(command));
+    case ScriptVerb::Reload: {
+        // What is refused is seen in the log; the view goes on.
+        const std::string error = _editor.reloadView(argument);
+        if(!error.empty()) _editor.showError(error);
+        return drawn({});
+    }
+    case ScriptVerb::Open: return drawn(_editor.open(argument));
+    case ScriptVerb::Save: return _editor.save(argument);
+    case ScriptVerb::New: _editor.startNew(); return drawn({});
+    case ScriptVerb::Edit: return drawn(VantrelTools::Script{_editor.session()}.run(argument));
+    case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
+    case ScriptVerb::Screenshot: return _stage.writePicture(argument);
+    case ScriptVerb::IdImage: return writeIdImage(argument);
+    case ScriptVerb::Dump: return dumpTo(_editor, command.words[0], command.words[1]);
+    case ScriptVerb::Quit: break;
+    }
+    return {};
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace VantrelEngine {
+
+// What the user asks the editor for in a menu or with a key.
+enum class Command { New, Open, Save, SaveAs, ReloadView, Quit, Undo, Redo, ResetLayout, Help };
+
+} // namespace VantrelEngine

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "Panels/FolderListing.h"
+
+namespace VantrelEngine {
+
+// Lets the user choose a project file, to open or to save.
+class FileDialog {
+public:
+    enum class Purpose { Open, Save };
+
+    // The name stands in the field at first; it may be empty.
+    void show(Purpose purpose, const std::string& folder, const std::string& name);
+    bool isOpen() const { return _isOpen; }
+    // The absolute path, in the frame in which it is chosen. To open: of a file that is there.
+    std::optional<std::string> draw();
+
+private:
+    void enter(const std::string& folder);
+    void drawFolder();
+    void drawFiles(bool& isChosen);
+    std::optional<std::string> choose();
+    std::string path() const;
+
+    Purpose _purpose = Purpose::Open;
+    bool _isOpen = false;
+    // The file that the user was told is there already.
+    std::string _replaced;
+    std::string _complaint;
+    std::string _folder;
+    FolderListing _listing;
+    char _folderField[4096]{};
+    char _nameField[256]{};
+};
+
+} // namespace VantrelEngine

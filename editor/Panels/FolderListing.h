@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace VantrelEngine {
+
+struct FolderListing {
+    // Names, in alphabetical order. Without those that begin with a dot.
+    std::vector<std::string> folders, files;
+    // Empty, or why the folder could not be read.
+    std::string error;
+};
+
+// The folders of a folder, and the files that end in the suffix.
+FolderListing listFolder(const std::string& path, const std::string& suffix);
+
+} // namespace VantrelEngine

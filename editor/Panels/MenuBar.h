@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <Magnum/Magnum.h>
+#include <Vantrel/EditorData/EditorState.h>
+
+#include "Panels/Command.h"
+#include "Panels/PaneLayout.h"
+
+namespace VantrelEngine {
+
+// What the menus show, and what they switch in place.
+struct MenuState {
+    bool canUndo = false;
+    bool canRedo = false;
+    // In front of the menus' end: the project's name, and whether it differs from its file.
+    std::string title;
+    const std::vector<std::string>* recentFiles = nullptr;
+    PaneSizes* panes = nullptr;
+    EditorState* views = nullptr;
+    Magnum::Float* fontScale = nullptr;
+};
+
+struct MenuChoice {
+    std::optional<Command> command;
+    // A recent file; empty for none.
+    std::string file;
+};
+
+MenuChoice drawMenuBar(const MenuState& state);
+
+} // namespace VantrelEngine

@@ -1,0 +1,51 @@
+#include "Panels/StatusBar.h"
+
+#include <cstdio>
+
+#include <imgui.h>
+#include <imgui_internal.h>
+
+namespace VantrelEngine {
+
+namespace {
+
+std::string figures(const StatusLine& status) {
+    char text[256];
+    std::snprintf(text, sizeof text, "%zu objects (%zu selected)   %u draws   %llu triangles   %.1f ms", status.objects,
+        status.selected, status.statistics.drawCalls, static_cast<unsigned long long>(status.statistics.triangles),
+        status.frameTime);
+    return text;
+}
+
+ImVec4 colorOf(Severity severity) {
+    if(severity == Severity::Error) return {1.0f, 0.48f, 0.42f, 1.0f};
+    return ImGui::GetStyleColorVec4(ImGuiCol_Text);
+}
+
+void drawMessage(const LogLine& message, float end) {
+    const ImVec2 place = ImGui::GetCursorScreenPos();
+    // Never runs into the figures.
+    ImGui::PushClipRect(place, {end, place.y + ImGui::GetTextLineHeight() + 4.0f}, true);
+    ImGui::TextColored(colorOf(message.severity), "%s", message.text.data());
+    ImGui::PopClipRect();
+}
+
+} // namespace
+
+void drawStatusBar(const StatusLine& status) {
+    const ImGuiWindowFlags flags =
+        ImGuiWindowFlags_NoScrollbar | ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_MenuBar;
+    if(ImGui::BeginViewportSideBar("##status", nullptr, ImGuiDir_Down, ImGui::GetFrameHeight(), flags) &&
+        ImGui::BeginMenuBar()) {
+        const std::string text = figures(status);
+        const float start = ImGui::GetWindowPos().x + ImGui::GetWindowWidth() - ImGui::CalcTextSize(text.data()).x -
+            ImGui::GetStyle().WindowPadding.x;
+        if(status.message) drawMessage(*status.message, start - ImGui::GetStyle().ItemSpacing.x * 2.0f);
+        ImGui::SetCursorScreenPos({start, ImGui::GetCursorScreenPos().y});
+        ImGui::TextUnformatted(text.data());
+        ImGui::EndMenuBar();
+    }
+    ImGui::End();
+}
+
+} // namespace VantrelEngine

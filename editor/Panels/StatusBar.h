@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include <Vantrel/EditorData/VantrelEditor.h>
+
+#include "Panels/Log.h"
+
+namespace VantrelEngine {
+
+struct StatusLine {
+    std::size_t objects = 0;
+    std::size_t selected = 0;
+    FrameStatistics statistics;
+    // Milliseconds that the last frame took to be drawn, not counting what was waited for.
+    double frameTime = 0.0;
+    // Null for none.
+    const LogLine* message = nullptr;
+};
+
+// One line at the lower end of the window.
+void drawStatusBar(const StatusLine& status);
+
+} // namespace VantrelEngine

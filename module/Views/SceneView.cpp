@@ -1,0 +1,251 @@
+#include "Views/SceneView.h"
+
+#include <Magnum/GL/RenderbufferFormat.h>
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <Vantrel/Module/Platform.h>
+
+#include "Utils/Assert.h"
+#include "Views/SceneView/Overlays/ViewMenu.h"
+#include "Views/UserInterface.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+using namespace Containers::Literals;
+
+namespace {
+
+constexpr char Name[] = "Scene View";
+
+// GLFW's.
+constexpr int KeyF = 70;
+
+// Of the distance to what the camera turns about.
+constexpr Float NormalLength = 0.02f;
+
+constexpr Vector2i PreviewSize{128, 128};
+
+// The shadows of one light follow each other.
+ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
+    ShadowsData data;
+    for(const LightShadow& shadow: shadows) {
+        if(data.lights.empty() || data.lights.back().light != shadow.light) data.lights.push_back({shadow.light, {}});
+        data.lights.back().cascades.push_back(shadow.matrix);
+    }
+    return data;
+}
+
+}
+
+SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::StringView& plugin):
+    EditorView{manager, plugin} {}
+
+SceneView::~SceneView() {
+    if(_editor) _editor->state().sceneViewFramebuffer = nullptr;
+}
+
+Containers::StringView SceneView::name() const {
+    return {Name, sizeof(Name) - 1, Containers::StringViewFlag::NullTerminated};
+}
+
+void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, VantrelEditor* editor) {
+    EditorView::init(imguiContext, editorData, editor);
+
+    _frameRenderer.create();
+    _navigation.reset(*_data, _camera);
+    _renderer = std::make_unique<WebGL2Renderer>();
+    _materials = {};
+    _materials.colliders = _renderer->registerCustomMaterial();
+    _materials.labels = _renderer->registerCustomMaterial();
+    _reload.forget();
+    _frame = {};
+    createPreview();
+    _clock.start(_editor->state().platform->now());
+}
+
+void SceneView::createPreview() {
+    _previewColor = GL::Renderbuffer{};
+    _previewColor.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, PreviewSize);
+    _previewDepth = GL::Renderbuffer{};
+    _previewDepth.setStorageMultisample(4, GL::RenderbufferFormat::DepthComponent32F, PreviewSize);
+    _previewFramebuffer = GL::Framebuffer{{{}, PreviewSize}};
+    _previewFramebuffer.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
+        .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, _previewDepth)
+        .mapForDraw(GL::Framebuffer::ColorAttachment{0});
+}
+
+void SceneView::restoreState(const Containers::Array<char>& state) {
+    EditorView::restoreState(state);
+    if(state.isEmpty() || !_data->sceneView) return;
+    const SceneViewRecord& record = *_data->sceneView;
+    _navigation.restore(*_data, _camera, record.camera, record.orbitDistance, record.flySpeed);
+    _renderMode = RenderMode(record.renderMode);
+}
+
+void SceneView::stateSaved() {
+    SceneViewRecord record = _data->sceneView.value_or(SceneViewRecord{});
+    record.camera = _camera.transformation();
+    record.orbitDistance = _navigation.state().orbitDistance;
+    record.flySpeed = _navigation.state().flySpeed;
+    record.renderMode = UnsignedInt(_renderMode);
+    _data->sceneView = record;
+}
+
+void SceneView::draw() {
+    Platform& platform = *_editor->state().platform;
+    _clock.tick(platform.now());
+    if(_reload.isDue(_data->scene().revisions())) {
+        reloadRuntime();
+        _clock.skip(platform.now());
+    }
+
+    _isVisible = beginWindow();
+    applyMenu();
+    if(_isVisible) {
+        renderScene();
+        showImage();
+    }
+    ImGui::End();
+    if(_navigation.isMoving()) _editor->state().wantsFrame = true;
+}
+
+void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
+
+// Whether there is something of it to be seen.
+bool SceneView::beginWindow() {
+    EditorState& views = _editor->state().views;
+    const std::optional<Range2D>& pane = views.pane(_viewIndex);
+    ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, ImVec2{0.0f, 0.0f});
+    const bool isVisible = UserInterface::beginView(
+        Name, views.isViewOpen(_viewIndex), ImGuiWindowFlags_MenuBar | ImGuiWindowFlags_NoScrollbar, pane);
+    ImGui::PopStyleVar();
+
+    _isFocused = ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows);
+    const bool isHovered = ImGui::IsWindowHovered(ImGuiHoveredFlags_ChildWindows | UserInterface::HoveredInDock);
+    // A click on another window that is still held is that window's.
+    if(!_isFocused && isHovered && UserInterface::isDocked(pane) && !ImGui::IsAnyItemActive()) {
+        ImGui::SetWindowFocus();
+        _isFocused = true;
+    }
+    // The view has keys of its own.
+    if(_isFocused) ImGui::ClearActiveID();
+    return isVisible;
+}
+
+void SceneView::applyMenu() {
+    const ViewMenuResult menu = drawViewMenu(_renderMode, _editor->state());
+    _renderMode = menu.mode;
+    if(menu.collisionShapesOff && _materials.colliderBatch)
+        _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
+    if(menu.cullingFrozen) setCulling(true);
+    if(menu.cullingReleased) setCulling(false);
+}
+
+void SceneView::setCulling(bool isFrozen) {
+    _frozen = {};
+    if(!isFrozen) return;
+    _frozen.matrix = _camera.views().cullingMatrix(_camera.view());
+    _frozen.lights = _data->scene().main().lights.lightsOfType(LightType::Sun);
+    _frozen.shadows = std::make_unique<ShadowsData>(copyOf(_data->scene().main().lights.shadows()));
+}
+
+void SceneView::updateFrameSize() {
+    const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
+    _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
+    /* Kept: a change of the scale alone leaves the framebuffers as they are. */
+    if(size == _frame.size) return;
+    _frame.framebufferSize =
+        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::maxSize());
+    _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
+    _frame.size = size;
+}
+
+void SceneView::renderScene() {
+    SharedState& state = _editor->state();
+    _navigation.advance(*_data, _camera, _clock.delta());
+    _camera.update();
+    updateFrameSize();
+
+    _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
+        state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
+    state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
+    state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
+        _renderer->triangles()};
+
+    if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
+}
+
+void SceneView::lookAroundWhileFlying() {
+    Platform& platform = *_editor->state().platform;
+    ImGui::SetMouseCursor(ImGuiMouseCursor_None);
+    const Vector2i cursor{platform.cursorPosition()};
+    const ImGuiWindow* const window = ImGui::FindWindowByName(Name);
+    VANTREL_ASSERT(window, "Views/SceneView", 1971);
+    const Vector2i center = windowCenter(*window);
+    _navigation.look(cursor - center, mouseFactors(), *_data);
+    platform.setCursorPosition(center);
+}
+
+void SceneView::showImage() {
+    _frame.origin = Vector2i{UserInterface::vector(ImGui::GetCursorScreenPos())};
+    ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
+    switch(_renderMode) {
+    case RenderMode::Shaded:
+    case RenderMode::MeshVisualization: return UserInterface::image(framebuffers.color().id(), Vector2{_frame.size});
+    case RenderMode::ObjectId: return UserInterface::image(framebuffers.objectIds().id(), Vector2{_frame.size});
+    }
+    VANTREL_UNREACHABLE("Views/SceneView", 1372);
+}
+
+void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
+    _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
+}
+
+void SceneView::mousePressEvent(const MouseEvent& event) { apply(_navigation.mousePress(event, _frame.isHovered)); }
+
+void SceneView::mouseReleaseEvent(const MouseEvent& event) { apply(_navigation.mouseRelease(event)); }
+
+void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
+    _navigation.mouseScroll(event, _frame.isHovered, *_data, _camera);
+}
+
+void SceneView::keyPressEvent(const KeyEvent& event) {
+    _navigation.keyPress(event, _isFocused, *_data);
+    if(event.key == KeyF && !ImGui::IsAnyItemActive()) _navigation.frameSelection(*_data, _camera);
+}
+
+void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
+
+void SceneView::focusLost() { apply(_navigation.releaseAll()); }
+
+void SceneView::apply(CameraNavigation::Change change) {
+    Platform& platform = *_editor->state().platform;
+    switch(change) {
+    case CameraNavigation::Change::None:
+    case CameraNavigation::Change::OrbitEnded: return;
+    case CameraNavigation::Change::OrbitBegan: return ImGui::SetWindowFocus(Name);
+    case CameraNavigation::Change::FlyBegan: {
+        ImGui::SetWindowFocus(Name);
+        const ImGuiWindow* const window = ImGui::FindWindowByName(Name);
+        VANTREL_ASSERT(window, "Views/SceneView", 2275);
+        platform.setCursorDisabled(true);
+        return platform.setCursorPosition(windowCenter(*window));
+    }
+    case CameraNavigation::Change::FlyEnded:
+        platform.setCursorPosition(_navigation.savedCursorPosition());
+        return platform.setCursorDisabled(false);
+    }
+}
+
+Vector2i SceneView::windowCenter(const ImGuiWindow& window) const {
+    return VantrelEngine::windowCenter(UserInterface::vector(window.Pos), UserInterface::vector(window.Size));
+}
+
+MouseFactors SceneView::mouseFactors() const {
+    SharedState& state = _editor->state();
+    return {state.cameraRotationFactor, state.cameraPanFactor, state.platform->framebufferScale()};
+}
+
+} // namespace VantrelEngine

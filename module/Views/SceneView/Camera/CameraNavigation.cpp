@@ -1,0 +1,124 @@
+#include "Views/SceneView/Camera/CameraNavigation.h"
+
+#include <Vantrel/EditorData/EditorData.h>
+
+#include "Views/SceneView/Camera/SceneBounds.h"
+#include "Views/SceneView/ViewCamera.h"
+
+namespace VantrelEngine {
+
+using namespace Magnum;
+
+namespace {
+
+constexpr Vector3 FirstPosition{3.0f, 3.0f, 3.0f};
+
+DepthRange depthRange(const ViewCamera& camera) { return {camera.near(), camera.far()}; }
+
+}
+
+void CameraNavigation::reset(EditorData& data, ViewCamera& camera) {
+    restore(data, camera, DualQuaternion::translation(FirstPosition), FirstPosition.length(), CameraState{}.flySpeed);
+}
+
+void CameraNavigation::restore(
+    EditorData& data, ViewCamera& camera, const DualQuaternion& transformation, Float orbitDistance, Float flySpeed) {
+    _state = {};
+    _state.transformation = transformation;
+    _state.orbitDistance = orbitDistance;
+    _state.flySpeed = flySpeed;
+    _state.pitch = data.cameraPitch;
+    _state.yaw = data.cameraYaw;
+    advanceCamera(_state, 0.0);
+    write(data, camera);
+}
+
+CameraNavigation::Change CameraNavigation::mousePress(const MouseEvent& event, bool isHovered) {
+    if(!isHovered) return Change::None;
+    if(event.button == MouseButton::Right && beginFly(_state)) {
+        _savedCursorPosition = event.position;
+        return Change::FlyBegan;
+    }
+    return event.button == MouseButton::Middle && beginOrbit(_state) ? Change::OrbitBegan : Change::None;
+}
+
+CameraNavigation::Change CameraNavigation::mouseRelease(const MouseEvent& event) {
+    if(event.button == MouseButton::Right && endFly(_state)) return Change::FlyEnded;
+    return event.button == MouseButton::Middle && endOrbit(_state) ? Change::OrbitEnded : Change::None;
+}
+
+void CameraNavigation::mouseMove(
+    const MouseMoveEvent& event, bool isHovered, const MouseFactors& factors, EditorData& data, ViewCamera& camera) {
+    if(!isHovered && _state.mode != NavigationMode::Fly) return;
+    read(data, camera);
+    if(dragOrbit(_state, event.relativePosition, event.modifiers, factors, depthRange(camera))) write(data, camera);
+}
+
+void CameraNavigation::mouseScroll(
+    const MouseScrollEvent& event, bool isHovered, EditorData& data, ViewCamera& camera) {
+    read(data, camera);
+    if(scrollCamera(_state, event.offset.y(), isHovered, depthRange(camera))) write(data, camera);
+}
+
+void CameraNavigation::keyPress(const KeyEvent& event, bool hasFocus, EditorData& data) {
+    pressMovementKey(_state, event.key, event.modifiers, event.isRepeated, hasFocus);
+    if(showAxisView(_state, event.key, event.modifiers)) write(data);
+}
+
+void CameraNavigation::keyRelease(const KeyEvent& event, bool hasFocus) {
+    releaseMovementKey(_state, event.key, hasFocus);
+}
+
+CameraNavigation::Change CameraNavigation::releaseAll() {
+    _state.moveDirection = {};
+    if(endFly(_state)) return Change::FlyEnded;
+    return endOrbit(_state) ? Change::OrbitEnded : Change::None;
+}
+
+bool CameraNavigation::frameSelection(EditorData& data, ViewCamera& camera) {
+    Scene& scene = data.scene().main();
+    FramedObjects objects;
+    const BitSetView selection = data.selection();
+    for(std::size_t i = selection.findFirstSet(); i < selection.size(); i = selection.findFirstSet(i + 1)) {
+        const Id object = Id(i);
+        if(!scene.isValid(object)) continue;
+        if(!objects.count()) scene.computeAbsoluteTransformations();
+        objects.add(scene.absoluteTransformation(object).translation(), boundsOfSubtree(data, object));
+    }
+    camera.scene().computeAbsoluteTransformation(camera.object());
+    read(data, camera);
+    const DualQuaternion parent = camera.scene().absoluteTransformation(camera.scene().parent(camera.object()));
+    if(!frameObjects(_state, objects, camera.fov(), camera.viewportSize(), parent)) return false;
+    write(data, camera);
+    return true;
+}
+
+void CameraNavigation::advance(EditorData& data, ViewCamera& camera, Double seconds) {
+    read(data, camera);
+    if(advanceCamera(_state, seconds)) write(data, camera);
+}
+
+void CameraNavigation::look(const Vector2i& travel, const MouseFactors& factors, EditorData& data) {
+    _state.pitch = data.cameraPitch;
+    _state.yaw = data.cameraYaw;
+    lookAround(_state, travel, factors);
+    write(data);
+}
+
+void CameraNavigation::read(const EditorData& data, const ViewCamera& camera) {
+    _state.pitch = data.cameraPitch;
+    _state.yaw = data.cameraYaw;
+    _state.transformation = camera.transformation();
+}
+
+void CameraNavigation::write(EditorData& data) const {
+    data.cameraPitch = _state.pitch;
+    data.cameraYaw = _state.yaw;
+}
+
+void CameraNavigation::write(EditorData& data, ViewCamera& camera) const {
+    write(data);
+    camera.setTransformation(_state.transformation);
+}
+
+} // namespace VantrelEngine

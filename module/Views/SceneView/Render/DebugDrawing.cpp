@@ -1,0 +1,146 @@
+#include "Views/SceneView/Render/DebugDrawing.h"
+
+#include <vector>
+
+#include <Magnum/GL/Renderer.h>
+#include <Magnum/Math/Color.h>
+#include <Magnum/Math/Functions.h>
+#include <Magnum/Shaders/GenericGL.h>
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <Vantrel/Renderer/WebGL2Renderer.h>
+
+#include "Views/SceneView/ViewCamera.h"
+
+namespace VantrelEngine {
+
+using namespace Magnum;
+
+namespace {
+
+// Scene units, of a mesh of size 1.
+constexpr Float LightSize = 0.15f;
+constexpr Float AxisSize = 0.1f;
+
+constexpr Color4 FrustumColor{1.0f, 0.85f, 0.3f, 1.0f};
+constexpr Color4 BoundsColor{0.35f, 0.8f, 1.0f, 1.0f};
+constexpr Color4 ShadowColor{0.8f, 0.45f, 1.0f, 1.0f};
+
+struct ColoredPoint {
+    Vector3 position;
+    Color3 color;
+};
+
+Matrix4 toClip(const ViewCamera& camera) { return camera.views().cullingMatrix(camera.view()); }
+
+Color4 idColor(Id object) { return {(object & 0xff) / 255.0f, (object >> 8) / 255.0f, 0.0f, 1.0f}; }
+
+// As bright as the light is in its brightest channel; a light of any intensity is to be seen.
+Color4 markerColor(const Vector4& color) {
+    const Vector3 rgb = color.xyz();
+    const Float brightest = rgb.max();
+    return Color4{brightest > 0.0f ? Color3{rgb / brightest} : Color3{0.35f}, 1.0f};
+}
+
+}
+
+void DebugDrawing::draw(EditorData& data, SharedState& state, WebGL2Renderer& renderer, const ViewCamera& camera,
+    const FrozenCulling& frozen) {
+    Scene& scene = data.scene().main();
+    const Matrix4 matrix = toClip(camera);
+    if(state.display(DebugDisplay::FreezeCullingFrustum)) drawFrozenFrustum(data, renderer, matrix, frozen);
+    if(frozen.shadows && frozen.lights.first() != frozen.lights.second()) drawFrozenShadows(data, matrix, frozen);
+    drawLights(scene, camera, [&](Id light) { return markerColor(scene.lights.color(light)); });
+    if(state.display(DebugDisplay::Objects)) drawAxes(scene, matrix);
+}
+
+void DebugDrawing::drawLightIds(Scene& scene, const ViewCamera& camera) {
+    drawLights(scene, camera, [&](Id light) { return idColor(scene.lights.object(light)); });
+}
+
+template<class Color> void DebugDrawing::drawLights(Scene& scene, const ViewCamera& camera, Color color) {
+    const std::size_t count = scene.lights.numActiveComponents();
+    if(!count) return;
+    const Matrix4 matrix = toClip(camera);
+    GL::Renderer::disable(GL::Renderer::Feature::FaceCulling);
+    for(const Id light: scene.lights.components().prefix(count)) {
+        const Matrix4 place =
+            scene.absoluteTransformation(scene.lights.object(light)).toMatrix() * Matrix4::scaling(Vector3{LightSize});
+        _flat.setTransformationProjectionMatrix(matrix * place)
+            .setColor(color(light))
+            .draw(scene.lights.lightType(light) == LightType::Point ? _meshes.lowSphere : _meshes.arrow);
+    }
+    GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
+}
+
+void DebugDrawing::drawFrozenFrustum(
+    EditorData& data, WebGL2Renderer& renderer, const Matrix4& toClip, const FrozenCulling& frozen) {
+    _flat.setTransformationProjectionMatrix(toClip * frozen.matrix.inverted()).setColor(FrustumColor);
+    _flat.draw(_meshes.wireCube);
+
+    Scene& scene = data.scene().main();
+    const auto meshes = scene.meshes.meshes(), objects = scene.meshes.objects();
+    const std::vector<SceneMesh>& resources = data.scene().resources().meshes;
+    for(const Id slot: renderer.visibleMeshes()) {
+        if(!data.isSelected(objects[slot]) || meshes[slot] >= resources.size()) continue;
+        const SceneMesh& mesh = resources[meshes[slot]];
+        const Matrix4 center =
+            toClip * scene.absoluteTransformationAsMatrix(objects[slot]) * Matrix4::translation(mesh.bounds.center());
+        _flat.setColor(BoundsColor)
+            .setTransformationProjectionMatrix(center * Matrix4::scaling(mesh.bounds.size() * 0.5f))
+            .draw(_meshes.wireCube);
+        _flat.setTransformationProjectionMatrix(center * Matrix4::scaling(Vector3{mesh.radius}))
+            .draw(_meshes.wireSphere);
+    }
+}
+
+void DebugDrawing::drawFrozenShadows(EditorData& data, const Matrix4& toClip, const FrozenCulling& frozen) {
+    LightManager& lights = data.scene().main().lights;
+    for(const ShadowsData::Light& light: frozen.shadows->lights) {
+        if(!lights.isValid(light.light)) continue;
+        const Id slot = lights.toIndex(light.light);
+        if(slot < frozen.lights.first() || slot >= frozen.lights.second()) continue;
+        for(const Matrix4& cascade: light.cascades) {
+            const Matrix4 place = toClip * cascade.inverted();
+            _flat.setTransformationProjectionMatrix(place).setColor(ShadowColor).draw(_meshes.wireCube);
+            _vertexColor.setTransformationProjectionMatrix(place).draw(_meshes.axis);
+        }
+        const Matrix4 origin = data.scene().main().absoluteTransformation(lights.object(light.light)).toMatrix();
+        GL::Renderer::disable(GL::Renderer::Feature::FaceCulling);
+        _flat.setTransformationProjectionMatrix(toClip * origin * Matrix4::scaling(Vector3{LightSize}))
+            .setColor(ShadowColor)
+            .draw(_meshes.arrow);
+        GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
+    }
+}
+
+void DebugDrawing::drawAxes(Scene& scene, const Matrix4& toClip) {
+    std::vector<ColoredPoint> points;
+    points.reserve(6 * scene.size());
+    for(std::size_t i = 1; i < scene.size(); ++i) {
+        // Of the same length at each object.
+        const Matrix4 place = scene.absoluteTransformation(scene.toId(i)).toMatrix();
+        for(std::size_t axis = 0; axis != 3; ++axis) {
+            Vector3 end;
+            end[axis] = AxisSize;
+            Color3 color;
+            color[axis] = 1.0f;
+            points.push_back({place.translation(), color});
+            points.push_back({place.transformPoint(end), color});
+        }
+    }
+    if(points.empty()) return;
+
+    if(!_axes.id()) {
+        _axesVertices = GL::Buffer{};
+        _axes = GL::Mesh{GL::MeshPrimitive::Lines};
+        _axes.addVertexBuffer(_axesVertices, 0, Shaders::GenericGL3D::Position{}, Shaders::GenericGL3D::Color3{});
+    }
+    _axesVertices.setData({points.data(), points.size()}, GL::BufferUsage::StreamDraw);
+    _axes.setCount(Int(points.size()));
+    GL::Renderer::disable(GL::Renderer::Feature::DepthTest);
+    _vertexColor.setTransformationProjectionMatrix(toClip).draw(_axes);
+    GL::Renderer::enable(GL::Renderer::Feature::DepthTest);
+}
+
+} // namespace VantrelEngine

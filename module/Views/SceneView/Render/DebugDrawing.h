@@ -1,0 +1,49 @@
+#pragma once
+
+#include <Magnum/GL/Buffer.h>
+#include <Magnum/Shaders/FlatGL.h>
+#include <Magnum/Shaders/VertexColorGL.h>
+
+#include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Render/DebugMeshes.h"
+
+namespace VantrelEngine {
+
+class EditorData;
+class ViewCamera;
+class WebGL2Renderer;
+struct Scene;
+struct SharedState;
+
+// What the editor draws over the scene for whom works on it: lights, the axes of objects, and what culling left.
+class DebugDrawing {
+public:
+    // GL objects of shaders only.
+    explicit DebugDrawing() = default;
+
+    // Needs the GL context.
+    void create() { _meshes.create(); }
+
+    // Everything that is switched on, into the bound framebuffer, whose depth is that of the scene.
+    void draw(EditorData& data, SharedState& state, WebGL2Renderer& renderer, const ViewCamera& camera,
+        const FrozenCulling& frozen);
+
+    // The shapes of the lights in the colours of their objects' ids.
+    void drawLightIds(Scene& scene, const ViewCamera& camera);
+
+private:
+    template<class Color> void drawLights(Scene& scene, const ViewCamera& camera, Color color);
+    void drawFrozenFrustum(
+        EditorData& data, WebGL2Renderer& renderer, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
+    void drawFrozenShadows(EditorData& data, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
+    void drawAxes(Scene& scene, const Magnum::Matrix4& toClip);
+
+    DebugMeshes _meshes;
+    Magnum::Shaders::FlatGL3D _flat;
+    Magnum::Shaders::VertexColorGL3D _vertexColor;
+    // Of all objects in one.
+    Magnum::GL::Buffer _axesVertices{Magnum::NoCreate};
+    Magnum::GL::Mesh _axes{Magnum::NoCreate};
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+
+#include "Shaders/Outline.h"
+#include "Views/SceneView/EditorMaterials.h"
+#include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Render/DebugDrawing.h"
+#include "Views/SceneView/Render/MeshVisualization.h"
+#include "Views/SceneView/Render/ViewFramebuffers.h"
+#include "Views/SceneView/RenderMode.h"
+
+namespace VantrelEngine {
+
+class EditorData;
+class ViewCamera;
+class WebGL2Renderer;
+struct SharedState;
+
+// What a frame is drawn from; everything outlives the call.
+struct FrameInput {
+    EditorData& data;
+    SharedState& state;
+    WebGL2Renderer& renderer;
+    ViewCamera& camera;
+    const EditorMaterials& materials;
+    const FrozenCulling& frozen;
+    RenderMode mode;
+    // Framebuffer pixels per window point.
+    Magnum::Vector2 framebufferScale;
+    // How long drawn normals are, scene units.
+    Magnum::Float normalLength;
+};
+
+// Draws the scene as the view shows it: picture, objects' ids, outline of the selection, and the editor's own drawing.
+class FrameRenderer {
+public:
+    // GL objects of shaders only.
+    explicit FrameRenderer() = default;
+
+    // What is drawn with. Needs the GL context.
+    void create() { _debug.create(); }
+
+    // Makes the framebuffers for a size in pixels, from 1 to ViewFramebuffers::maxSize(); the renderer is told, and the
+    // camera drawn to them from now on.
+    void resize(const Magnum::Vector2i& size, WebGL2Renderer& renderer, ViewCamera& camera);
+
+    // Draws a frame. There was a resize() before. Resets what changed in the main scene, which was seen now.
+    void draw(const FrameInput& input);
+
+    // Of the last frame; the framebuffer is mapped to read the picture.
+    ViewFramebuffers& framebuffers() { return _framebuffers; }
+
+private:
+    void drawObjectIds(const FrameInput& input);
+    void drawScene(const FrameInput& input);
+    void drawOutline(const FrameInput& input);
+    void resolve();
+
+    ViewFramebuffers _framebuffers;
+    DebugDrawing _debug;
+    MeshVisualization _meshVisualization;
+    Shaders::Outline _outline;
+};
+
+} // namespace VantrelEngine

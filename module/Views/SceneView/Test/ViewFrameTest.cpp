@@ -1,0 +1,78 @@
+#include "Views/SceneView/ViewFrame.h"
+
+#include <limits>
+
+#include <gtest/gtest.h>
+
+#include "Views/SceneView/FrameClock.h"
+#include "Views/SceneView/ViewCamera.h"
+
+namespace {
+
+using namespace Magnum;
+using namespace VantrelEngine;
+
+constexpr Float NaN = std::numeric_limits<Float>::quiet_NaN();
+
+TEST(ViewFrameTest, wholeSizes) {
+    const struct {
+        Vector2 size;
+        Vector2i whole;
+    } cases[]{{{400.0f, 300.0f}, {400, 300}}, {{400.9f, 300.1f}, {400, 300}}, {{0.0f, 300.0f}, {1, 300}},
+        {{400.0f, -5.0f}, {400, 1}}, {{0.99f, 1.0f}, {1, 1}}, {{NaN, 2.0f}, {1, 2}},
+        {{std::numeric_limits<Float>::infinity(), 2.0f}, {1000000, 2}}};
+    for(const auto& each: cases) EXPECT_EQ(wholeSize(each.size), each.whole);
+}
+
+TEST(ViewFrameTest, pixels) {
+    const struct {
+        Vector2i size;
+        Vector2 scale;
+        Vector2i pixels;
+    } cases[]{{{400, 300}, {1.0f, 1.0f}, {400, 300}}, {{400, 300}, {2.0f, 2.0f}, {800, 600}},
+        {{401, 301}, {1.5f, 1.0f}, {601, 301}}, {{1, 1}, {0.25f, 0.5f}, {1, 1}}, {{400, 300}, {0.0f, NaN}, {400, 300}},
+        {{400, 300}, {-2.0f, 1.0f}, {400, 300}}, {{9000, 300}, {2.0f, 2.0f}, {4096, 600}}};
+    for(const auto& each: cases) EXPECT_EQ(framebufferSize(each.size, each.scale, 4096), each.pixels);
+}
+
+TEST(FrameClockTest, frames) {
+    FrameClock clock;
+    clock.start(1.0e6);
+    clock.tick(1.0e6 + 0.5);
+    EXPECT_DOUBLE_EQ(clock.delta(), 0.5);
+    clock.tick(1.0e6 + 0.75);
+    EXPECT_DOUBLE_EQ(clock.delta(), 0.25);
+    // What took long after the tick is not in the next frame.
+    clock.skip(1.0e6 + 10.75);
+    clock.tick(1.0e6 + 11.0);
+    EXPECT_DOUBLE_EQ(clock.delta(), 0.25);
+}
+
+// As long as an editor runs, a frame is no longer or shorter than it was.
+TEST(FrameClockTest, framesAfterAMonth) {
+    FrameClock clock;
+    clock.start(0.0);
+    const Double month = 30 * 24 * 3600.0;
+    clock.tick(month);
+    clock.tick(month + 1 / 128.0);
+    EXPECT_DOUBLE_EQ(clock.delta(), 1 / 128.0);
+}
+
+TEST(ViewCameraTest, startsWithOneView) {
+    ViewCamera camera;
+    EXPECT_EQ(camera.scene().size(), 2);
+    EXPECT_NE(camera.object(), RootObject);
+    EXPECT_EQ(camera.views().numActiveComponents(), 1);
+    EXPECT_EQ(camera.views().object(camera.view()), camera.object());
+    EXPECT_EQ(camera.views().targetFramebuffer(camera.view()), nullptr);
+}
+
+TEST(ViewCameraTest, followsItsTransformation) {
+    ViewCamera camera;
+    camera.setTransformation(DualQuaternion::translation({1.0f, 2.0f, 3.0f}));
+    camera.update();
+    EXPECT_EQ(
+        camera.views().viewTransform(camera.view()).transformPoint({1.0f, 2.0f, 0.0f}), (Vector3{0.0f, 0.0f, -3.0f}));
+}
+
+} // namespace

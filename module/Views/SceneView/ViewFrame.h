@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+
+namespace VantrelEngine {
+
+// Where the picture of the view is, and how large.
+struct ViewFrame {
+    // Of its top left corner, window points.
+    Magnum::Vector2i origin;
+    // Window points; zero before the first frame.
+    Magnum::Vector2i size;
+    // Framebuffer pixels.
+    Magnum::Vector2i framebufferSize;
+    // The window of the view is hovered, and nothing in it is.
+    bool isHovered = false;
+};
+
+// Whole numbers of at least 1 in both directions.
+Magnum::Vector2i wholeSize(const Magnum::Vector2& size);
+
+// Pixels of the framebuffer for a size in points, at least 1 and at most what the GL allows. A scale that is no positive
+// number counts as 1.
+Magnum::Vector2i framebufferSize(const Magnum::Vector2i& size, const Magnum::Vector2& scale, Magnum::Int maximum);
+
+} // namespace VantrelEngine

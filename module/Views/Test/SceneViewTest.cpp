@@ -1,0 +1,421 @@
+#include <algorithm>
+#include <cmath>
+
+#include <Magnum/GL/Framebuffer.h>
+#include <Magnum/Math/Color.h>
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <imgui.h>
+
+#include "Support/LiveObjects.h"
+#include "Support/ViewHost.h"
+
+namespace {
+
+using namespace Corrade;
+using namespace Magnum;
+using namespace VantrelEngine;
+using VantrelTest::LiveObjects;
+using VantrelTest::pixelOf;
+using VantrelTest::ViewHost;
+
+// Pixels that differ by more than the rounding of a colour.
+std::size_t differences(const Image2D& a, const Image2D& b) {
+    EXPECT_EQ(a.size(), b.size());
+    std::size_t count = 0;
+    const auto pa = a.pixels<Color4ub>(), pb = b.pixels<Color4ub>();
+    for(std::size_t y = 0; y != pa.size()[0]; ++y)
+        for(std::size_t x = 0; x != pa.size()[1]; ++x)
+            for(int c = 0; c != 4; ++c)
+                if(std::abs(int(pa[y][x][c]) - int(pb[y][x][c])) > 2) {
+                    ++count;
+                    break;
+                }
+    return count;
+}
+
+struct SceneViewTest: testing::Test {
+    SceneViewTest() {
+        record("/meshes/cube", "{'name': 'Cube', 'primitive': 'cube'}");
+        host.platform.cursor = {160.0, 120.0};
+    }
+
+    void record(const char* path, std::string json) {
+        std::replace(json.begin(), json.end(), '\'', '"');
+        JsonDocument value;
+        value.Parse(json.c_str());
+        ASSERT_FALSE(value.HasParseError()) << json;
+        host.session.changes().recordWithParents(path, value, false);
+    }
+    void addObject(const std::string& id, const std::string& translation, const std::string& components) {
+        record(("/objects/" + id).c_str(),
+            "{'parent': '', 'name': '" + id + "', 'translation': " + translation +
+                ", 'rotation': [0, 0, 0, 1], 'scaling': [1, 1, 1], 'components': [" + components + "]}");
+    }
+    void addCube(const std::string& id, const std::string& translation = "[0, 0, 0]") {
+        addObject(id, translation,
+            "{'type': 'mesh', 'active': true, 'mesh': {'mesh': 'cube', 'material': 'flat', 'skin': ''}}");
+    }
+    void addPointLight(const std::string& id, const std::string& translation) {
+        addObject(id, translation,
+            "{'type': 'light', 'active': true, 'light': {'type': 'point', 'color': [1, 0.5, 0], 'intensity': 10}}");
+    }
+    Id objectOf(const char* id) { return host.session.compiler().objectOf(id); }
+    EditorData& data() { return host.session.data(); }
+
+    // The mouse over the picture, as the UI and the window system tell it.
+    void hover(const Vector2i& position = {160, 120}) {
+        ImGui::GetIO().MousePos = {Float(position.x()), Float(position.y())};
+        host.platform.cursor = Vector2d{position};
+        host.frame();
+        host.frame();
+    }
+    void press(MouseButton button, unsigned modifiers = 0) {
+        host.view().mousePressEvent({button, Vector2i{host.platform.cursor}, modifiers});
+    }
+    void release(MouseButton button) { host.view().mouseReleaseEvent({button, Vector2i{host.platform.cursor}, 0}); }
+    void pressKey(int key, unsigned modifiers = 0) { host.view().keyPressEvent({key, modifiers, false}); }
+    void releaseKey(int key) { host.view().keyReleaseEvent({key, 0, false}); }
+    DualQuaternion cameraNow() {
+        host.view().saveState(false);
+        return data().sceneView->camera;
+    }
+
+    ViewHost host;
+};
+
+TEST_F(SceneViewTest, emptySceneIsTheClearColor) {
+    record("/settings/rendering/clearColor", "[0.2, 0.4, 0.6, 1]");
+    host.frame();
+    const Image2D picture = host.picture(), ids = host.objectIds();
+    for(const Vector2i& pixel: {Vector2i{0, 0}, Vector2i{160, 100}, Vector2i{319, 0}}) {
+        EXPECT_EQ(pixelOf(picture, pixel), (Color4ub{51, 102, 153, 255}));
+        EXPECT_EQ(pixelOf(ids, pixel).rgb(), (Color3ub{255, 255, 255}));
+        EXPECT_EQ(host.objectAt(pixel), NoObject);
+    }
+}
+
+TEST_F(SceneViewTest, showsWhereTheCameraLooks) {
+    addCube("cube");
+    host.frame();
+    const Vector2i middle = host.picture().size() / 2;
+    EXPECT_EQ(pixelOf(host.picture(), middle), (Color4ub{255, 255, 255, 255}));
+    EXPECT_EQ(host.objectAt(middle), objectOf("cube"));
+    EXPECT_EQ(host.objectAt({0, 0}), NoObject);
+}
+
+TEST_F(SceneViewTest, idsBeyondAByte) {
+    for(int i = 0; i != 300; ++i) addObject("o" + std::to_string(i), "[0, 0, 0]", "");
+    addCube("cube");
+    host.frame();
+    ASSERT_GT(objectOf("cube"), 256);
+    EXPECT_EQ(host.objectAt(host.picture().size() / 2), objectOf("cube"));
+}
+
+TEST_F(SceneViewTest, lightsHaveMarkersWithIds) {
+    addPointLight("lamp", "[0, 0, 0]");
+    host.frame();
+    const Vector2i middle = host.picture().size() / 2;
+    EXPECT_EQ(pixelOf(host.picture(), middle), (Color4ub{255, 128, 0, 255}));
+    EXPECT_EQ(host.objectAt(middle), objectOf("lamp"));
+}
+
+TEST_F(SceneViewTest, selectionHasAnOutline) {
+    addCube("cube");
+    host.frame();
+    const Image2D before = host.picture();
+    data().selectObject(objectOf("cube"), false);
+    host.frame();
+    const Image2D after = host.picture();
+    // A line around the cube, and nothing on it.
+    EXPECT_GT(differences(before, after), 300);
+    EXPECT_LT(differences(before, after), 3000);
+    EXPECT_EQ(pixelOf(after, after.size() / 2), (Color4ub{255, 255, 255, 255}));
+    std::size_t magenta = 0;
+    for(const auto row: after.pixels<Color4ub>())
+        for(const Color4ub color: row) magenta += color.r() > 190 && color.g() < 40 && color.b() > 100;
+    EXPECT_GT(magenta, 300);
+
+    data().deselectObject(objectOf("cube"));
+    host.frame();
+    EXPECT_EQ(differences(before, host.picture()), 0);
+}
+
+TEST_F(SceneViewTest, outlineIsAsWideAsTheScale) {
+    addCube("cube");
+    host.frame();
+    const auto outlined = [&] {
+        data().deselectObject(objectOf("cube"));
+        host.frame();
+        const Image2D before = host.picture();
+        data().selectObject(objectOf("cube"), false);
+        host.frame();
+        return differences(before, host.picture());
+    };
+    const std::size_t once = outlined();
+    host.platform.scale = Vector2{1.0f, 2.0f};
+    const std::size_t twice = outlined();
+    EXPECT_GT(twice, once * 17 / 10);
+    EXPECT_LT(twice, once * 25 / 10);
+}
+
+TEST_F(SceneViewTest, meshVisualizationShowsEdges) {
+    addCube("cube");
+    host.frame();
+    const Image2D shaded = host.picture();
+    data().sceneView = SceneViewRecord{};
+    host.reloadView();
+    data().sceneView->renderMode = 1;
+    Containers::Array<char> saved = host.view().saveState(false);
+    data().sceneView->renderMode = 1;
+    host.view().restoreState(saved);
+    host.frame();
+    EXPECT_GT(differences(shaded, host.picture()), 2000);
+}
+
+TEST_F(SceneViewTest, axesOfObjects) {
+    addObject("empty", "[0, 0, 0]", "");
+    host.frame();
+    const Image2D before = host.picture();
+    host.state.display(DebugDisplay::Objects) = 1;
+    host.frame();
+    EXPECT_GT(differences(before, host.picture()), 10);
+    EXPECT_LT(differences(before, host.picture()), 200);
+}
+
+TEST_F(SceneViewTest, shapesOfColliders) {
+    addObject("box", "[0, 0, 0]",
+        "{'type': 'collision', 'active': true, 'collision': {'collider': 'aabb', 'aabb': {'extents': [1, 1, 1]}, "
+        "'groups': 1}}");
+    host.frame();
+    const Image2D before = host.picture();
+    host.state.display(DebugDisplay::CollisionShapes) = 1;
+    host.frame();
+    const Image2D after = host.picture();
+    EXPECT_GT(differences(before, after), 100);
+    std::size_t green = 0;
+    for(const auto row: after.pixels<Color4ub>())
+        for(const Color4ub color: row) green += color.g() > 150 && color.r() < 180 && color.b() < 180;
+    EXPECT_GT(green, 50);
+}
+
+TEST_F(SceneViewTest, resetsWhatChanged) {
+    addCube("cube");
+    host.session.update();
+    host.frame();
+    EXPECT_EQ(data().scene().main().changed().countSet(), 0);
+}
+
+TEST_F(SceneViewTest, framebuffersAreAsLargeAsTheScaleMakesThem) {
+    host.platform.scale = Vector2{2.0f};
+    host.resize({400, 300});
+    host.frame();
+    const Vector2i size = host.state.sceneViewFramebuffer->viewport().size();
+    EXPECT_EQ(size.x(), 800);
+    EXPECT_EQ(size.y() % 2, 0);
+    EXPECT_GT(size.y(), 500);
+    // A change of the scale alone leaves them.
+    host.platform.scale = Vector2{1.0f};
+    host.frame();
+    EXPECT_EQ(host.state.sceneViewFramebuffer->viewport().size(), size);
+}
+
+TEST_F(SceneViewTest, atLeastOnePixel) {
+    host.resize({400, 1});
+    host.frame();
+    EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+    host.resize({1, 1});
+    host.frame();
+    EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+}
+
+TEST_F(SceneViewTest, resizingLeaksNothing) {
+    host.frame();
+    const LiveObjects before = LiveObjects::count();
+    for(int i = 1; i != 100; ++i) {
+        host.resize({100 + i, 200 - i});
+        host.frame();
+    }
+    EXPECT_EQ(LiveObjects::count(), before);
+}
+
+TEST_F(SceneViewTest, flyingPinsTheCursor) {
+    hover();
+    host.platform.log.clear();
+    host.platform.cursor = {200.0, 150.0};
+    press(MouseButton::Right);
+    EXPECT_EQ(host.platform.log, "disable move ");
+    const Vector2d center = host.platform.cursor;
+    EXPECT_EQ(center, (Vector2d{160.0, 120.0}));
+    host.frame();
+    EXPECT_TRUE(host.state.wantsFrame);
+    host.platform.log.clear();
+    release(MouseButton::Right);
+    EXPECT_EQ(host.platform.log, "move enable ");
+    EXPECT_EQ(host.platform.cursor, (Vector2d{200.0, 150.0}));
+    host.frame();
+    EXPECT_FALSE(host.state.wantsFrame);
+}
+
+TEST_F(SceneViewTest, stillMouseTurnsByNothing) {
+    hover();
+    const Float pitch = data().cameraPitch, yaw = data().cameraYaw;
+    press(MouseButton::Right);
+    for(int i = 0; i != 640; ++i) host.frame();
+    EXPECT_EQ(data().cameraPitch, pitch);
+    EXPECT_EQ(data().cameraYaw, yaw);
+    host.platform.cursor += Vector2d{8.0, -4.0};
+    host.frame();
+    EXPECT_FLOAT_EQ(data().cameraYaw, yaw - 8 * host.state.cameraRotationFactor);
+    EXPECT_FLOAT_EQ(data().cameraPitch, pitch + 4 * host.state.cameraRotationFactor);
+}
+
+TEST_F(SceneViewTest, fliesWhereItLooks) {
+    hover();
+    const Vector3 before = cameraNow().translation();
+    pressKey('W');
+    press(MouseButton::Right);
+    host.frame(0.5);
+    host.frame(0.5);
+    const Vector3 way = cameraNow().translation() - before;
+    EXPECT_NEAR(way.length(), 3.0f, 0.1f);
+    EXPECT_LT(Math::dot(way, before), 0.0f);
+    releaseKey('W');
+    host.frame(0.5);
+    host.frame(0.5);
+    EXPECT_NEAR((cameraNow().translation() - before - way).length(), 0.0f, 0.05f);
+}
+
+TEST_F(SceneViewTest, orbitsAroundThePivot) {
+    hover();
+    press(MouseButton::Middle);
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.frame();
+    const DualQuaternion camera = cameraNow();
+    EXPECT_NEAR(camera.translation().length(), std::sqrt(27.0f), 1e-3f);
+    EXPECT_GT((camera.translation() - Vector3{3.0f}).length(), 0.3f);
+    release(MouseButton::Middle);
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.frame();
+    EXPECT_EQ(cameraNow(), camera);
+}
+
+TEST_F(SceneViewTest, nothingMovesUnlessHovered) {
+    ImGui::GetIO().MousePos = {-10.0f, -10.0f};
+    host.frame();
+    host.frame();
+    const DualQuaternion camera = cameraNow();
+    press(MouseButton::Middle);
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.view().mouseScrollEvent({{0.0f, 1.0f}, 0});
+    press(MouseButton::Right);
+    EXPECT_FALSE(host.platform.isCursorDisabled);
+    host.frame();
+    EXPECT_EQ(cameraNow(), camera);
+}
+
+TEST_F(SceneViewTest, wheelGoesCloser) {
+    hover();
+    host.view().mouseScrollEvent({{0.0f, 1.0f}, 0});
+    host.frame();
+    EXPECT_NEAR(cameraNow().translation().length(), std::sqrt(27.0f) * 0.9f, 1e-3f);
+}
+
+TEST_F(SceneViewTest, framesTheSelection) {
+    addCube("cube", "[10, 0, 0]");
+    host.frame();
+    hover();
+    pressKey('F');
+    EXPECT_NEAR((cameraNow().translation() - Vector3{3.0f}).length(), 0.0f, 1e-3f);
+    data().selectObject(objectOf("cube"), false);
+    pressKey('F');
+    host.frame();
+    EXPECT_EQ(host.objectAt(host.picture().size() / 2), objectOf("cube"));
+}
+
+// Groups have no mesh of their own; what is below them counts.
+TEST_F(SceneViewTest, framesAGroupByItsChildren) {
+    addObject("group", "[0, 0, 0]", "");
+    addCube("cube");
+    record("/objects/cube/parent", "'group'");
+    record("/objects/cube/scaling", "[5, 5, 5]");
+    host.frame();
+    hover();
+    data().selectObject(objectOf("group"), false);
+    pressKey('F');
+    host.frame();
+    host.view().saveState(false);
+    EXPECT_GT(data().sceneView->orbitDistance, 5.0f);
+}
+
+TEST_F(SceneViewTest, hoveredPaneTakesTheFocus) {
+    ImGui::GetIO().MousePos = {-10.0f, -10.0f};
+    host.frame();
+    ImGui::SetWindowFocus(nullptr);
+    host.frame();
+    pressKey('W');
+    releaseKey('W');
+    hover();
+    press(MouseButton::Right);
+    const Vector3 before = cameraNow().translation();
+    // The velocity is computed again with the focus only.
+    pressKey('W');
+    host.frame(0.5);
+    host.frame(0.5);
+    EXPECT_GT((cameraNow().translation() - before).length(), 1.0f);
+}
+
+TEST_F(SceneViewTest, lostFocusLetsGo) {
+    hover();
+    pressKey('W');
+    press(MouseButton::Right);
+    host.view().focusLost();
+    EXPECT_FALSE(host.platform.isCursorDisabled);
+    const Vector3 before = cameraNow().translation();
+    host.frame(0.5);
+    host.frame(0.5);
+    EXPECT_EQ(cameraNow().translation(), before);
+}
+
+TEST_F(SceneViewTest, reloadKeepsTheView) {
+    addCube("cube");
+    hover();
+    press(MouseButton::Middle);
+    host.view().mouseMoveEvent({{90, 30}, 0});
+    release(MouseButton::Middle);
+    host.view().mouseScrollEvent({{0.0f, 2.0f}, 0});
+    host.frame();
+    const Image2D before = host.picture();
+    const DualQuaternion camera = cameraNow();
+    host.reloadView();
+    host.frame();
+    EXPECT_EQ(cameraNow(), camera);
+    EXPECT_EQ(differences(before, host.picture()), 0);
+}
+
+// What init() sets holds where nothing was recorded.
+TEST_F(SceneViewTest, restoreWithoutARecord) {
+    host.frame();
+    const Containers::Array<char> saved = host.view().saveState(false);
+    data().sceneView = {};
+    host.destroyView();
+    Containers::Pointer<AbstractModule> view = host.instantiate();
+    view->restoreState(saved);
+    view->saveState(false);
+    EXPECT_NEAR((data().sceneView->camera.translation() - Vector3{3.0f}).length(), 0.0f, 1e-5f);
+    EXPECT_FLOAT_EQ(data().sceneView->orbitDistance, std::sqrt(27.0f));
+    EXPECT_FLOAT_EQ(data().sceneView->flySpeed, 3.0f);
+}
+
+TEST_F(SceneViewTest, tellsWhatTheFrameTook) {
+    addCube("a");
+    addCube("b", "[2, 0, 0]");
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    EXPECT_EQ(host.state.statistics.triangles, 24);
+    EXPECT_GE(host.state.statistics.drawCalls, 1);
+}
+
+} // namespace

@@ -1,0 +1,106 @@
+// Pictures of the sample projects beside those that somebody looked at and found right.
+//
+// Run with VANTREL_UPDATE_GOLDENS=1 to write the stored pictures anew: look at every one that changed before it is
+// committed. What a picture shows instead of a stored one is written into the folder of the test's run.
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "Golden/GoldenProject.h"
+#include "Support/OffscreenContext.h"
+
+namespace {
+
+using namespace Magnum;
+using namespace VantrelProof;
+using VantrelTest::GoldenProject;
+
+constexpr int Step = 8;
+constexpr double Tolerated = 0.001;
+
+struct Edit {
+    const char* pointer;
+    const char* json;
+};
+
+struct Golden {
+    const char* name;
+    const char* project;
+    // Before the picture is taken.
+    std::vector<Edit> edits;
+    // Takes away what the picture is about.
+    std::vector<Edit> without;
+    Vector2i size{320, 200};
+};
+
+std::ostream& operator<<(std::ostream& out, const Golden& golden) { return out << golden.name; }
+
+std::string storedFile(const Golden& golden) { return std::string{GOLDENS} + "/" + golden.name + ".png"; }
+
+bool isUpdating() {
+    const char* const variable = std::getenv("VANTREL_UPDATE_GOLDENS");
+    return variable && *variable && *variable != '0';
+}
+
+void apply(GoldenProject& project, const std::vector<Edit>& edits) {
+    for(const Edit& edit: edits) project.set(edit.pointer, edit.json);
+}
+
+class GoldenTest: public VantrelTest::GlTest, public testing::WithParamInterface<Golden> {};
+
+TEST_P(GoldenTest, isAsItWasFoundRight) {
+    const Golden& golden = GetParam();
+    GoldenProject project{std::string{PROJECTS} + "/" + golden.project + "/project.json", golden.size};
+    apply(project, golden.edits);
+    const Picture picture = project.draw();
+    if(isUpdating()) {
+        ASSERT_TRUE(writePng(storedFile(golden), picture));
+    }
+    const auto stored = readPng(storedFile(golden));
+    ASSERT_TRUE(stored) << storedFile(golden);
+    ASSERT_EQ(stored->width, picture.width);
+    ASSERT_EQ(stored->height, picture.height);
+    const Difference difference = compare(*stored, picture, Step);
+    EXPECT_LE(difference.fraction, Tolerated) << "the largest difference is " << difference.largest;
+    if(difference.fraction > Tolerated) writePng(std::string{golden.name} + "-actual.png", picture);
+
+    // What the picture is about is what it shows.
+    apply(project, golden.without);
+    EXPECT_GT(compare(*stored, project.draw(), Step).fraction, 10 * Tolerated) << "without its subject";
+}
+
+constexpr Edit NoPoint{"/objects/point/components/0/active", "false"};
+constexpr Edit NoSpot{"/objects/spot/components/0/active", "false"};
+constexpr Edit NoSun{"/objects/sun/components/0/active", "false"};
+
+const Golden Goldens[]{
+    {"showcase", "Showcase", {}, {{"/objects/stand/translation", "[0, -5, 0]"}}, {480, 300}},
+    {"showcase-corner", "Showcase",
+        {{"/objects/camera/translation", "[-3.0, 2.2, 10.5]"}, {"/objects/camera/rotation", "[-0.08, 0.0, 0.0, 1.0]"}},
+        {{"/objects/crates/translation", "[0, -5, 0]"}}, {480, 300}},
+    // Its shader has few of the parameters.
+    {"courtyard", "Courtyard", {}, {NoSun}},
+    {"light-point", "Lights", {NoSpot, NoSun}, {NoPoint}},
+    {"light-spot", "Lights", {NoPoint, NoSun}, {NoSpot}},
+    {"light-sun", "Lights", {NoPoint, NoSpot}, {NoSun}},
+    {"light-all", "Lights", {}, {NoSpot}},
+    {"light-none", "Lights", {NoPoint, NoSpot, NoSun}, {{"/objects/mirrorBall/components/0/active", "false"}}},
+    {"alpha", "Alpha", {}, {{"/pipelines/litBlend/blend", "false"}}},
+    {"alpha-mask", "Alpha", {{"/objects/blend/components/0/active", "false"}},
+        {{"/pipelines/litMask/alphaMask", "false"}}},
+    {"textures", "Textures", {}, {{"/textures/mirror/wrap", "\"repeat\""}}},
+    {"textures-normals", "Textures", {{"/objects/camera/translation", "[1.6, 0.3, 3.6]"}},
+        {{"/materials/bumpy/Lit/normalScale", "0"}}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Projects, GoldenTest, testing::ValuesIn(Goldens), [](const auto& info) {
+    std::string name = info.param.name;
+    for(char& c: name)
+        if(c == '-') c = '_';
+    return name;
+});
+
+} // namespace

@@ -1,0 +1,102 @@
+// What has to look alike, and exact colours: without stored pictures.
+
+#include <array>
+
+#include <gmock/gmock.h>
+
+#include "Golden/GoldenProject.h"
+#include "Support/OffscreenContext.h"
+
+namespace {
+
+using namespace Magnum;
+using namespace VantrelProof;
+using VantrelTest::GoldenProject;
+
+typedef VantrelTest::GlTest SurfaceTest;
+
+const std::string Lights = std::string{PROJECTS} + "/Lights/project.json";
+const std::string Textures = std::string{PROJECTS} + "/Textures/project.json";
+constexpr Vector2i Size{160, 100};
+
+constexpr const char* TurnedAround = "[0, 1, 0, 0]";
+
+double difference(const Picture& a, const Picture& b) { return compare(a, b, 8).fraction; }
+
+std::array<int, 4> pixel(const Picture& picture, int x, int y) {
+    const std::uint8_t* const bytes = picture.pixels.data() + (std::size_t(y) * std::size_t(picture.width) + x) * 4;
+    return {bytes[0], bytes[1], bytes[2], bytes[3]};
+}
+
+TEST_F(SurfaceTest, doubleSidedOnesLookAlikeFromBehind) {
+    GoldenProject project{Lights, Size};
+    const Picture picture = project.draw();
+    project.set("/objects/wall/rotation", TurnedAround);
+    EXPECT_GT(difference(project.draw(), picture), 0.2) << "nothing is seen from behind";
+    project.set("/pipelines/lit/doubleSided", "true");
+    EXPECT_LT(difference(project.draw(), picture), 0.001);
+}
+
+// The plate says where the right of its texture is; that of the plane has to be found.
+constexpr const char* Plates[]{"\"plate\"", "\"plane\""};
+
+struct BumpsTest: VantrelTest::GlTest, testing::WithParamInterface<const char*> {
+    BumpsTest() {
+        project.set("/objects/camera/translation", "[4, 0.2, 2.6]");
+        project.set("/objects/bumpyBall/components/0/active", "false");
+        project.set("/objects/bumpyPanel/components/0/mesh/mesh", GetParam());
+    }
+
+    GoldenProject project{Textures, Size};
+};
+
+// A grid of round bumps is its own mirror image.
+TEST_P(BumpsTest, ofMirroredOnesStayBumps) {
+    const Picture picture = project.draw();
+    project.set("/objects/bumpyPanel/scaling", "[-0.9, 0.9, 1]");
+    EXPECT_LT(difference(project.draw(), picture), 0.003);
+    project.set("/objects/bumpyPanel/scaling", "[-0.9, -0.9, 1]");
+    EXPECT_LT(difference(project.draw(), picture), 0.003);
+    project.set("/materials/bumpy/Lit/normalScale", "-1");
+    EXPECT_GT(difference(project.draw(), picture), 0.05) << "dents are no bumps";
+}
+
+TEST_P(BumpsTest, areDentsFromBehind) {
+    project.set("/objects/bumpyPanel/rotation", "[0, 0, 0, 1]");
+    project.set("/materials/bumpy/Lit/normalScale", "-1");
+    const Picture dents = project.draw();
+    project.set("/materials/bumpy/Lit/normalScale", "1");
+    project.set("/objects/bumpyPanel/rotation", TurnedAround);
+    project.set("/pipelines/lit/doubleSided", "true");
+    EXPECT_LT(difference(project.draw(), dents), 0.003);
+}
+
+INSTANTIATE_TEST_SUITE_P(Plates, BumpsTest, testing::ValuesIn(Plates));
+
+TEST_F(SurfaceTest, tangentsAreFoundWhereTheyAreNotGiven) {
+    GoldenProject project{Textures, Size};
+    const Picture picture = project.draw();
+    project.set("/objects/bumpyPanel/components/0/mesh/mesh", "\"plane\"");
+    EXPECT_LT(difference(project.draw(), picture), 0.001);
+}
+
+TEST_F(SurfaceTest, flatColorsAreExact) {
+    GoldenProject project{Lights, Size};
+    project.set("/materials/white", R"({"name": "White", "pipeline": "flat", "Flat": {"color": [0.5, 0.25, 1.0, 1]}})");
+    EXPECT_THAT(pixel(project.draw(), 80, 10), testing::ElementsAre(188, 137, 255, 255));
+}
+
+TEST_F(SurfaceTest, emissionIsThereWithoutLight) {
+    GoldenProject project{Lights, Size};
+    project.set(
+        "/materials/white/Lit", R"({"baseColor": [0, 0, 0], "roughness": 1, "emissiveColor": [0.5, 0.25, 0.05]})");
+    for(const char* const light: {"point", "spot", "sun"})
+        project.set(("/objects/" + std::string{light} + "/components/0/light/intensity").c_str(), "0");
+    const auto color = pixel(project.draw(), 80, 10);
+    // A little of the surroundings is mirrored by all surfaces.
+    EXPECT_NEAR(color[0], 188, 4);
+    EXPECT_NEAR(color[1], 137, 5);
+    EXPECT_NEAR(color[2], 63, 10);
+}
+
+} // namespace

@@ -39,7 +39,9 @@ GeneratorOptions projectOptions(std::size_t count, Topology topology) {
     return options;
 }
 
-BenchProject::BenchProject(const GeneratorOptions& options) {
+BenchProject::BenchProject(const GeneratorOptions& options): BenchProject{generateProject(options)} {}
+
+BenchProject::BenchProject(const JsonValue& project) {
     // Without a name from now on, so that nothing stays behind, whatever ends the program.
     std::FILE* const file = std::tmpfile();
     if(!file) stop("a temporary file cannot be made");
@@ -49,7 +51,7 @@ BenchProject::BenchProject(const GeneratorOptions& options) {
     rapidjson::FileWriteStream stream{file, buffer, sizeof(buffer)};
     rapidjson::PrettyWriter<rapidjson::FileWriteStream> writer{stream};
     writer.SetIndent(' ', 2);
-    generateProject(options).Accept(writer);
+    project.Accept(writer);
     if(std::fflush(file) != 0 || std::ferror(file)) stop("a temporary file cannot be written");
 }
 

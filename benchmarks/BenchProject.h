@@ -22,6 +22,7 @@ std::vector<std::size_t> sizesUpTo(std::size_t largest);
 class BenchProject {
 public:
     explicit BenchProject(const VantrelTools::GeneratorOptions& options);
+    explicit BenchProject(const VantrelEngine::JsonValue& project);
     BenchProject(const BenchProject&) = delete;
     BenchProject& operator=(const BenchProject&) = delete;
 

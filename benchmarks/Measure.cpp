@@ -86,6 +86,13 @@ Result measureTimedPairs(std::string verb, std::string name, const std::function
         median(std::move(ratios)), pairs};
 }
 
+double medianSeconds(const std::function<double()>& run, const Budget& budget) {
+    const Clock::time_point start = Clock::now();
+    std::vector<double> times;
+    while(int(times.size()) < budget.minimumPairs || secondsSince(start) < budget.seconds) times.push_back(run());
+    return median(std::move(times));
+}
+
 double exponentOf(const std::vector<double>& sizes, const std::vector<double>& times) {
     const double count = double(sizes.size());
     double x = 0.0, y = 0.0;

@@ -57,6 +57,9 @@ struct Growth {
 Growth measureGrowth(
     const std::vector<std::size_t>& sizes, const std::function<double(std::size_t)>& run, const Budget& budget);
 
+// Of runs one after the other that time themselves, for as long as the budget says.
+double medianSeconds(const std::function<double()>& run, const Budget& budget);
+
 // Of one run, on the processor.
 double secondsOf(const std::function<void()>& work);
 

@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+
 #include "Measure.h"
 
 // Each verb prints a line of JSON for each of its cases.
@@ -36,14 +39,45 @@ void drag(std::size_t count, std::size_t dragged, std::size_t frames, const Budg
 // Undoing a drag of so many objects.
 void undo(std::size_t count, std::size_t dragged, const Budget& budget);
 
-// Deleting so many objects.
+// Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);
+
+// So many objects moved below other parents, one by one in one group: recording, and apart from it compiling.
+void reparent(std::size_t count, std::size_t moved, const Budget& budget);
 
 // Absolute transformations beside a bare loop.
 void transform(std::size_t count, const Budget& budget);
 
 // Bytes an object and a change.
 void memory(std::size_t count);
+
+// The scene view out of its module, in a host without a window, on a grid of N objects that fills its picture.
+
+// Bringing the renderer up to date when nothing, one aspect (of reloadAspects(), or "all") or one object's place changed,
+// without drawing.
+void reload(std::size_t count, const std::string& aspect, const Budget& budget);
+std::vector<std::string> reloadAspects();
+
+// Frames in which nothing moves; and beside plain draw calls, in a picture of 64 by 64 pixels.
+void frame(std::size_t count, const Magnum::Vector2i& size, const Budget& budget);
+
+// With a part of the objects behind the camera, beside all of them in front of it; and the culling beside a bare loop.
+void frameOutside(std::size_t count, const Magnum::Vector2i& size, double outside, const Budget& budget);
+
+// What happens when nothing does.
+void idle(std::size_t count);
+
+// The outline of so many selected objects, up to a width in pixels, beside plain passes over the picture.
+void outline(std::size_t count, std::size_t selected, const Magnum::Vector2i& size, double width, const Budget& budget);
+
+// So many changes of the picture's size, beside plain allocations.
+void resize(std::size_t count);
+
+// From the start of the program to the first frame of a project, by stage; and the frame after it.
+void startup(const std::string& path);
+
+// The view's module loaded again so many times, beside a reload of everything.
+void hotReload(std::size_t count, std::size_t reloads);
 
 // Runs this program and another vantrel-bench in turn with the same verb and prints how their figures compare. program
 // is the path of this one. Returns the exit status.

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -23,24 +25,39 @@ extern "C" void outOfTime(int) {
 // Arguments of the verbs that work on a generated project.
 struct Arguments {
     std::size_t count = VantrelEngine::MaxObjects;
+    // Where what is asked is not how much they cost.
+    std::size_t fewer = 1000;
     std::string topology = "all";
-    std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, frames = 10;
+    std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, reparented = 10000, frames = 10;
+    std::size_t selected = 100, resizes = 1000, reloads = 100;
+    int width = 640, height = 480;
+    double outside = 0.0, outlineWidth = 300.0;
+    std::string aspect = "all", project;
     double seconds = 1.0;
 
+    Magnum::Vector2i size() const { return {width, height}; }
     VantrelBench::Budget budget() const { return {seconds, 2e-3, 3}; }
 };
 
-CLI::App& addProjectVerb(CLI::App& app, Arguments& arguments, const char* name, const char* description) {
+CLI::App& addCountedVerb(CLI::App& app, std::size_t& count, const char* name, const char* description) {
     CLI::App& verb = *app.add_subcommand(name, description);
-    verb.add_option("N", arguments.count, "Objects of the project")
+    verb.add_option("N", count, "Objects of the project")
         ->check(CLI::Range(std::size_t{16}, VantrelEngine::MaxObjects))
-        ->capture_default_str();
-    verb.add_option("--seconds", arguments.seconds, "For one measurement; three rounds are made in any case")
-        ->check(CLI::Range(0.0, 60.0))
         ->capture_default_str();
     return verb;
 }
 
+void addSeconds(CLI::App& verb, Arguments& arguments) {
+    verb.add_option("--seconds", arguments.seconds, "For one measurement; three rounds are made in any case")
+        ->check(CLI::Range(0.0, 60.0))
+        ->capture_default_str();
+}
+
+CLI::App& addProjectVerb(CLI::App& app, Arguments& arguments, const char* name, const char* description) {
+    CLI::App& verb = addCountedVerb(app, arguments.count, name, description);
+    addSeconds(verb, arguments);
+    return verb;
+}
 CLI::Option* addCount(
     CLI::App& verb, const char* name, std::size_t& count, std::size_t least, const char* description) {
     return verb.add_option(name, count, description)
@@ -74,12 +91,61 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });
+    CLI::App& reparenting = addProjectVerb(app, arguments, "reparent", "Moving objects below other parents");
+    addCount(reparenting, "K", arguments.reparented, 2, "Objects that are moved");
+    reparenting.callback([&] { VantrelBench::reparent(arguments.count, arguments.reparented, arguments.budget()); });
     addProjectVerb(app, arguments, "xform", "Absolute transformations").callback([&] {
         VantrelBench::transform(arguments.count, arguments.budget());
     });
     addProjectVerb(app, arguments, "memory", "Bytes an object and a change").callback([&] {
         VantrelBench::memory(arguments.count);
     });
+}
+
+void addSize(CLI::App& verb, Arguments& arguments) {
+    for(const auto& [name, pixels]: {std::pair{"W", &arguments.width}, {"H", &arguments.height}})
+        verb.add_option(name, *pixels, "Pixels of the picture")->check(CLI::Range(64, 4096))->capture_default_str();
+}
+
+void addViewVerbs(CLI::App& app, Arguments& arguments) {
+    CLI::App& reload = addProjectVerb(app, arguments, "reload", "Bringing the view's renderer up to date");
+    reload.add_option("ASPECT", arguments.aspect, "What changed")
+        ->check(CLI::IsMember(VantrelBench::reloadAspects()))
+        ->capture_default_str();
+    reload.callback([&] { VantrelBench::reload(arguments.count, arguments.aspect, arguments.budget()); });
+    CLI::App& frame = addProjectVerb(app, arguments, "frame", "Drawing frames");
+    addSize(frame, arguments);
+    frame.add_option("--outside", arguments.outside, "Part of the objects that is behind the camera")
+        ->check(CLI::Range(0.0, 0.99));
+    frame.callback([&] {
+        if(arguments.outside > 0.0)
+            VantrelBench::frameOutside(arguments.count, arguments.size(), arguments.outside, arguments.budget());
+        else
+            VantrelBench::frame(arguments.count, arguments.size(), arguments.budget());
+    });
+    addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
+        VantrelBench::idle(arguments.count);
+    });
+    CLI::App& outline = addCountedVerb(app, arguments.fewer, "outline", "Outlines of selected objects");
+    addSeconds(outline, arguments);
+    addCount(outline, "K", arguments.selected, 1, "Objects that are selected");
+    addSize(outline, arguments);
+    outline.add_option("WIDTH", arguments.outlineWidth, "Pixels of the widest outline")
+        ->check(CLI::Range(3.0, 300.0))
+        ->capture_default_str();
+    outline.callback([&] {
+        VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
+            arguments.outlineWidth, arguments.budget());
+    });
+    CLI::App& resize = *app.add_subcommand("resize", "Changing the size of the picture");
+    addCount(resize, "C", arguments.resizes, 8, "Changes");
+    resize.callback([&] { VantrelBench::resize(arguments.resizes); });
+    CLI::App& startup = *app.add_subcommand("startup", "From the start of the program to the first frame");
+    startup.add_option("PROJECT", arguments.project, "A project's file")->required()->check(CLI::ExistingFile);
+    startup.callback([&] { VantrelBench::startup(arguments.project); });
+    CLI::App& hotReload = addCountedVerb(app, arguments.fewer, "hotreload", "Loading the view's module again");
+    addCount(hotReload, "C", arguments.reloads, 1, "Times");
+    hotReload.callback([&] { VantrelBench::hotReload(arguments.fewer, arguments.reloads); });
 }
 
 }
@@ -99,6 +165,7 @@ int main(int argc, char** argv) {
 
     Arguments arguments;
     addProjectVerbs(app, arguments);
+    addViewVerbs(app, arguments);
 
     int status = 0;
     std::string other;

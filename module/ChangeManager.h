@@ -11,6 +11,7 @@
 #include <Corrade/Containers/Reference.h>
 #include <Corrade/Containers/String.h>
 #include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <Magnum/Magnum.h>
 #include <Vantrel/EngineData/Json.h>
 
@@ -54,7 +55,7 @@ public:
 // the same key each frame, records with the merge flag, and commits.
 //
 // Used from the user interface's thread only.
-class ChangeManager {
+class CORRADE_VISIBILITY_EXPORT ChangeManager {
 public:
     // The project file outlives the manager.
     explicit ChangeManager(ProjectFile& projectFile);

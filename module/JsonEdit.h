@@ -3,6 +3,7 @@
 #include <string>
 
 #include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <Vantrel/EngineData/Json.h>
 
 namespace VantrelEngine {
@@ -40,12 +41,12 @@ Corrade::Containers::StringView prunedWith(ProjectFile& file, Corrade::Container
 struct SplitPath {
     Corrade::Containers::StringView parent, token;
 };
-SplitPath splitLast(Corrade::Containers::StringView path);
+CORRADE_VISIBILITY_EXPORT SplitPath splitLast(Corrade::Containers::StringView path);
 
 // What a token of a pointer stands for, with "~1" and "~0" resolved.
-std::string unescaped(Corrade::Containers::StringView token);
+CORRADE_VISIBILITY_EXPORT std::string unescaped(Corrade::Containers::StringView token);
 
 // Whether a token is one optional "-" and then decimal digits, at least one.
-bool isIndexToken(Corrade::Containers::StringView token);
+CORRADE_VISIBILITY_EXPORT bool isIndexToken(Corrade::Containers::StringView token);
 
 } // namespace VantrelEngine

@@ -14,6 +14,16 @@ TEST(MeasureTest, medianIsTheLowerMiddle) {
     EXPECT_EQ(median({4.0, 1.0, 3.0, 2.0}), 2.0);
 }
 
+TEST(MeasureTest, medianOfAsManyRunsAsAreAskedFor) {
+    double next = 0.0;
+    EXPECT_EQ(medianSeconds([&] { return next += 1.0; }, {0.0, 0.0, 5}), 3.0);
+    EXPECT_EQ(next, 5.0);
+    next = 0.0;
+    // A budget of time goes on beyond that.
+    medianSeconds([&] { return next += 1.0; }, {0.01, 0.0, 1});
+    EXPECT_GT(next, 1.0);
+}
+
 TEST(MeasureTest, writesOneLineOfJson) {
     EXPECT_EQ(toJson({"math", "a_case", 12.5, 10.0, 1.25, 11}),
         R"({"verb":"math","case":"a_case","figure_ns":12.5,"floor_ns":10,"ratio":1.25,"pairs":11})");

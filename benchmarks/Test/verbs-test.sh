@@ -1,28 +1,11 @@
 #!/usr/bin/env bash
 # vantrel-bench from outside: help, unknown verbs, and the lines of JSON of the verbs. No time and no size is judged here,
-# but what has to be exact is.
+# but what has to be exact is. With "view" as second argument, the verbs that draw with the GL, else the others.
 set -u
 bench=$1
+part=$2
 failures=0
 fail() { echo "FAIL: $1"; failures=$((failures + 1)); }
-
-help=$("$bench" --help) || fail "--help ends with $?"
-for verb in math containers against open compile compile_one record drag undo delete xform memory; do
-    grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
-done
-
-error=$("$bench" nonsense 2>&1 >/dev/null) && fail "an unknown verb ends with 0"
-grep -q nonsense <<<"$error" || fail "an unknown verb is not named: $error"
-"$bench" >/dev/null 2>&1 && fail "no verb ends with 0"
-error=$("$bench" against /nonexistent/vantrel-bench math 2>&1) && fail "a missing program ends with 0"
-grep -q /nonexistent/vantrel-bench <<<"$error" || fail "a missing program is not named: $error"
-
-lines=$("$bench" math) || fail "math ends with $?"
-[ "$(wc -l <<<"$lines")" -eq 3 ] || fail "math prints other than three lines: $lines"
-while read -r line; do
-    grep -qE '^\{"verb":"math","case":"[a-z0-9_]+","figure_ns":[0-9.e+]+,"floor_ns":[0-9.e+]+,"ratio":[0-9.e+-]+,"pairs":[0-9]+\}$' \
-        <<<"$line" || fail "not a line of figures: $line"
-done <<<"$lines"
 
 number='-?[0-9.]+(e[+-]?[0-9]+)?'
 begin='^\{"verb":"[a-z_]+","case":"[a-z0-9_]+"'
@@ -31,8 +14,9 @@ figure="$begin,\"(figure_ns|bytes|bytes_per_object|bytes_per_change)\":$number\}
 judged="$begin,\"[a-z_]+\":$number,\"(limit|wanted)\":$number,\"holds\":(true|false)\}\$"
 
 # runs VERB ARGUMENT...: the lines stand in $lines.
-runs() {
-    lines=$("$bench" "$@" --seconds 0) || fail "'$*' ends with $?"
+runs() { prints "$@" --seconds 0; }
+prints() {
+    lines=$("$bench" "$@") || fail "'$*' ends with $?"
     while read -r line; do
         grep -qE "$result|$figure|$judged" <<<"$line" || fail "not a line of $1: $line"
         grep -q "^{\"verb\":\"$1\"," <<<"$line" || fail "a line of $1 names another verb: $line"
@@ -47,58 +31,159 @@ is_exactly() {
     grep -q "\"case\":\"$1\",\"$2\":$3,\"wanted\":$3,\"holds\":true" <<<"$lines" ||
         fail "$2 of $1: $(grep "\"$1\"" <<<"$lines")"
 }
+# holds CASE QUANTITY: a number that the machine has no part in.
+holds() {
+    grep -qE "\"case\":\"$1\",\"$2\":.*\"holds\":true" <<<"$lines" || fail "$2 of $1 does not hold: $lines"
+}
 
-runs open 64
-for topology in flat tree reverse random chain; do
-    judges ${topology}_cold exponent 1.15
-    judges ${topology}_warm exponent 1.15
-done
-grep -q '"case":"flat_cold_64","figure_ns"' <<<"$lines" || fail "open does not measure the size that it is asked for"
-runs compile 64
-for topology in flat tree reverse random chain; do judges ${topology}_cold exponent 1.15; done
-for state in cold warm; do
-    judges beside_floor_mixed_$state ratio 15
-    judges beside_floor_five_$state ratio 15
-done
-runs compile 64 chain
-judges chain_warm exponent 1.15
-grep -q '"flat_' <<<"$lines" && fail "compile measures topologies that it was not asked for"
-runs compile_one 64
-judges translation exponent 0.3
-judges components exponent 0.3
-runs record 64 500
-judges changes exponent 1.1
-judges objects exponent 0.4
-judges beside_bare_log ratio 4
-runs drag 300 200 6
-judges dragged exponent 1.15
-judges objects exponent 0.4
-judges first_frame_beside_later ratio 4
-is_exactly heap_growth bytes 0
-runs undo 300 100
-judges beside_drag_frame ratio 3
-is_exactly objects_compiled objects 100
-is_exactly components_compiled objects 0
-is_exactly document_differs documents 0
-runs delete 300 50
-judges deleted exponent 1.15
-judges one moves 1.5
-runs xform 64
-for topology in flat tree random chain; do
-    judges ${topology}_all ratio 3
-    judges ${topology}_leaf_beside_all ratio 0.1
-    grep -q "\"case\":\"${topology}_beside_bare_loop\".*\"holds\":true" <<<"$lines" ||
-        fail "the bare loop over $topology computes something else: $lines"
-done
-runs memory 64
-judges all bytes_per_object 1500
-for part in document index_and_checks compiler scene peak_of_opening; do
-    grep -q "\"case\":\"$part\",\"bytes_per_object\"" <<<"$lines" || fail "no bytes of $part"
-done
+general() {
+    help=$("$bench" --help) || fail "--help ends with $?"
+    for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
+        reload frame idle outline resize startup hotreload; do
+        grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
+    done
 
-error=$("$bench" open 65535 2>&1) && fail "too many objects end with 0"
-grep -q 65534 <<<"$error" || fail "the limit is not named: $error"
-"$bench" compile 64 circle >/dev/null 2>&1 && fail "an unknown topology ends with 0"
+    error=$("$bench" nonsense 2>&1 >/dev/null) && fail "an unknown verb ends with 0"
+    grep -q nonsense <<<"$error" || fail "an unknown verb is not named: $error"
+    "$bench" >/dev/null 2>&1 && fail "no verb ends with 0"
+    error=$("$bench" against /nonexistent/vantrel-bench math 2>&1) && fail "a missing program ends with 0"
+    grep -q /nonexistent/vantrel-bench <<<"$error" || fail "a missing program is not named: $error"
 
+    lines=$("$bench" math) || fail "math ends with $?"
+    [ "$(wc -l <<<"$lines")" -eq 3 ] || fail "math prints other than three lines: $lines"
+    while read -r line; do
+        grep -qE '^\{"verb":"math","case":"[a-z0-9_]+","figure_ns":[0-9.e+]+,"floor_ns":[0-9.e+]+,"ratio":[0-9.e+-]+,"pairs":[0-9]+\}$' \
+            <<<"$line" || fail "not a line of figures: $line"
+    done <<<"$lines"
+}
+
+project_verbs() {
+    runs open 64
+    for topology in flat tree reverse random chain; do
+        judges ${topology}_cold exponent 1.15
+        judges ${topology}_warm exponent 1.15
+    done
+    grep -q '"case":"flat_cold_64","figure_ns"' <<<"$lines" || fail "open does not measure the size that it is asked for"
+    runs compile 64
+    for topology in flat tree reverse random chain; do judges ${topology}_cold exponent 1.15; done
+    for state in cold warm; do
+        judges beside_floor_mixed_$state ratio 15
+        judges beside_floor_five_$state ratio 15
+    done
+    runs compile 64 chain
+    judges chain_warm exponent 1.15
+    grep -q '"flat_' <<<"$lines" && fail "compile measures topologies that it was not asked for"
+    runs compile_one 64
+    judges translation exponent 0.3
+    judges components exponent 0.3
+    runs record 64 500
+    judges changes exponent 1.1
+    judges objects exponent 0.4
+    judges beside_bare_log ratio 4
+    runs drag 300 200 6
+    judges dragged exponent 1.15
+    judges objects exponent 0.4
+    judges first_frame_beside_later ratio 4
+    is_exactly heap_growth bytes 0
+    runs undo 300 100
+    judges beside_drag_frame ratio 3
+    is_exactly objects_compiled objects 100
+    is_exactly components_compiled objects 0
+    is_exactly document_differs documents 0
+    runs delete 300 50
+    judges deleted exponent 1.15
+    grep -q in_document_order <<<"$lines" || fail "nothing is deleted in the order of the document"
+    judges one moves 1.5
+    runs reparent 300 50
+    for topology in chain random; do
+        judges ${topology}_objects exponent 0.4
+        judges ${topology}_moved exponent 1.15
+        grep -q "\"case\":\"${topology}_update\",\"figure_ns\"" <<<"$lines" || fail "no update of $topology"
+    done
+    runs xform 64
+    for topology in flat tree random chain; do
+        judges ${topology}_all ratio 3
+        judges ${topology}_leaf_beside_all ratio 0.1
+        grep -q "\"case\":\"${topology}_beside_bare_loop\".*\"holds\":true" <<<"$lines" ||
+            fail "the bare loop over $topology computes something else: $lines"
+    done
+    runs memory 64
+    judges all bytes_per_object 1500
+    for part in document index_and_checks compiler scene peak_of_opening; do
+        grep -q "\"case\":\"$part\",\"bytes_per_object\"" <<<"$lines" || fail "no bytes of $part"
+    done
+
+    error=$("$bench" open 65535 2>&1) && fail "too many objects end with 0"
+    grep -q 65534 <<<"$error" || fail "the limit is not named: $error"
+    "$bench" compile 64 circle >/dev/null 2>&1 && fail "an unknown topology ends with 0"
+}
+
+aspects="settings:1 lights:1 images:2 textures:2 shaders:4 pipelines:4 meshes:2 mesh_data:2 draws:1 materials:1 fonts:2"
+view_verbs() {
+    runs reload 64
+    judges revision_alone exponent 0.1
+    is_exactly revision_alone stages 0
+    is_exactly place stages 0
+    for aspect in $aspects; do is_exactly ${aspect%:*} stages ${aspect#*:}; done
+    runs reload 64 lights
+    is_exactly lights stages 1
+    grep -q '"settings"' <<<"$lines" && fail "reload changes aspects that it was not asked for"
+    runs frame 64 96 64
+    judges objects exponent 1.1
+    judges mesh_and_pass ratio 0.5
+    grep -q '"case":"open_and_draw","figure_ns"' <<<"$lines" || fail "frame does not say how long opening takes"
+    # The counting of calls needs a GL that is called through pointers: a whole library may lack it.
+    counts=$(grep -c '"case":"gl_calls"' <<<"$lines")
+    [ "$counts" -eq 0 ] || holds gl_calls calls
+    runs frame 64 96 64 --outside 0.9
+    judges outside_beside_all_visible ratio 0.3
+    judges culling_beside_bare_loop ratio 8
+    is_exactly culling_beside_bare_loop differences 0
+    prints idle 64
+    is_exactly while_nothing_moves frames 0
+    is_exactly forced_frames allocations 0
+    if [ "$counts" -ne 0 ]; then
+        is_exactly forced_frames shader_builds 0
+        is_exactly forced_frames uploaded_bytes 0
+        holds one_object_moved uploaded_bytes
+        grep -qE '"case":"one_object_moved","uploaded_bytes":[1-9]' <<<"$lines" || fail "no upload is counted: $lines"
+    fi
+    runs outline 64 5 96 64 9
+    judges step_beside_bare_pass ratio 1.6
+    if [ "$counts" -ne 0 ]; then
+        is_exactly nothing_selected calls_besides_the_frame 0
+        is_exactly nothing_selected blits 1
+        is_exactly nothing_selected clears 2
+        is_exactly selected blits 2
+        is_exactly selected clears 3
+    fi
+    prints resize 20
+    is_exactly live_objects growth 0
+    judges beside_bare_allocation ratio 2
+    prints hotreload 64 3
+    is_exactly live_objects differences 0
+    [ "$counts" -eq 0 ] || is_exactly memory growth 0
+    judges beside_first_frame ratio 1.3
+
+    project=$(mktemp)
+    echo '{}' >"$project"
+    prints startup "$project"
+    for stage in program context session plugin open compile first_frame all second_frame; do
+        grep -qE "\"case\":\"$stage\",\"figure_ns\"" <<<"$lines" || fail "no $stage of startup: $lines"
+    done
+    echo '{' >"$project"
+    error=$("$bench" startup "$project" 2>&1 >/dev/null) && fail "a broken project ends with 0"
+    grep -q "$project" <<<"$error" || fail "a broken project is not named: $error"
+    rm -f "$project"
+    "$bench" startup /nonexistent/project.json >/dev/null 2>&1 && fail "a missing project ends with 0"
+    "$bench" reload 64 weather >/dev/null 2>&1 && fail "an unknown aspect ends with 0"
+}
+
+if [ "$part" = view ]; then
+    view_verbs
+else
+    general
+    project_verbs
+fi
 [ $failures -eq 0 ] && echo "vantrel-bench: all as expected"
 exit $failures

@@ -256,6 +256,8 @@ void Editor::drawStatus() {
     status.selected = _session->data().selection().countSet();
     status.statistics = _session->editor().state().statistics;
     status.frameTime = _frameTime * 1000.0;
+    const Containers::StringView reload = _session->editor().state().lastReload;
+    status.lastReload = {reload.data(), reload.size()};
     status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
     drawStatusBar(status);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 #include "ChangeManager.h"
 
 namespace VantrelEngine {
@@ -10,7 +12,7 @@ class ResourceCompiler;
 
 // Hears of each change of the project document and notes what has to be compiled again: these objects, these resources,
 // these settings. Compiles nothing by itself, so that many changes of a thing between two frames cost one compilation.
-class ProjectListener final: public ChangeListener {
+class CORRADE_VISIBILITY_EXPORT ProjectListener final: public ChangeListener {
 public:
     explicit ProjectListener(EditorData& data, AssetCompiler& objects, ResourceCompiler& resources);
 

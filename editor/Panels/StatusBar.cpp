@@ -30,6 +30,11 @@ void drawMessage(const LogLine& message, float end) {
     ImGui::PopClipRect();
 }
 
+void explain(const StatusLine& status) {
+    ImGui::SetTooltip("%u visible meshes\n\nLast reload of the view:\n%s", status.statistics.visibleMeshes,
+        status.lastReload.empty() ? "places only" : status.lastReload.data());
+}
+
 } // namespace
 
 void drawStatusBar(const StatusLine& status) {
@@ -43,6 +48,7 @@ void drawStatusBar(const StatusLine& status) {
         if(status.message) drawMessage(*status.message, start - ImGui::GetStyle().ItemSpacing.x * 2.0f);
         ImGui::SetCursorScreenPos({start, ImGui::GetCursorScreenPos().y});
         ImGui::TextUnformatted(text.data());
+        if(ImGui::IsItemHovered()) explain(status);
         ImGui::EndMenuBar();
     }
     ImGui::End();

@@ -16,6 +16,8 @@ struct StatusLine {
     double frameTime = 0.0;
     // Null for none.
     const LogLine* message = nullptr;
+    // What the view's last reload made again, and why, a line each; empty for nothing. Shown over the figures.
+    std::string lastReload;
 };
 
 // One line at the lower end of the window.

@@ -45,6 +45,12 @@ Framebuffer& Framebuffer::setLabel(Containers::StringView label) {
     return *this;
 }
 
+Framebuffer& Framebuffer::mapForDraw(DrawAttachment attachment) {
+    Implementation::DrawFramebufferScope scope{_id};
+    glDrawBuffer(GLenum(attachment));
+    return *this;
+}
+
 Framebuffer& Framebuffer::mapForDraw(std::initializer_list<DrawMapping> attachments) {
     UnsignedInt count = 0;
     for(const DrawMapping& i: attachments) count = std::max(count, i.output + 1);

@@ -76,7 +76,7 @@ public:
     Framebuffer& setLabel(Containers::StringView label);
 
     // Renders into the attachment of that number; at first 0.
-    Framebuffer& mapForDraw(DrawAttachment attachment) { return mapForDraw({{0, attachment}}); }
+    Framebuffer& mapForDraw(DrawAttachment attachment);
     // Outputs that are not named go nowhere.
     Framebuffer& mapForDraw(std::initializer_list<DrawMapping> attachments);
     // What read() and blit() read; at first 0.

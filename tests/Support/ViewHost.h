@@ -18,7 +18,11 @@ namespace VantrelTest {
 
 // Does what it is told, and remembers what it was asked for.
 struct ScriptedPlatform final: VantrelEngine::Platform {
-    Magnum::Double now() override { return time; }
+    Magnum::Double now() override {
+        const Magnum::Double result = time;
+        time += timePerCall;
+        return result;
+    }
     Magnum::Vector2 framebufferScale() override { return scale; }
     Magnum::Vector2d cursorPosition() override { return cursor; }
     void setCursorPosition(const Magnum::Vector2i& position) override {
@@ -31,6 +35,8 @@ struct ScriptedPlatform final: VantrelEngine::Platform {
     }
 
     Magnum::Double time = 100.0;
+    // Whatever is done takes this long, from one look at the clock to the next.
+    Magnum::Double timePerCall = 0.0;
     Magnum::Vector2 scale{1.0f};
     Magnum::Vector2d cursor;
     bool isCursorDisabled = false;

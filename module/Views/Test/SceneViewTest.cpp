@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "Support/LiveObjects.h"
 #include "Support/ViewHost.h"
@@ -316,6 +317,20 @@ TEST_F(SceneViewTest, nothingMovesUnlessHovered) {
     EXPECT_EQ(cameraNow(), camera);
 }
 
+TEST_F(SceneViewTest, orbitWaitsOutsideOfThePicture) {
+    hover();
+    press(MouseButton::Middle);
+    const DualQuaternion camera = cameraNow();
+    hover({-10, -10});
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.frame();
+    EXPECT_EQ(cameraNow(), camera);
+    hover();
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.frame();
+    EXPECT_NE(cameraNow(), camera);
+}
+
 TEST_F(SceneViewTest, wheelGoesCloser) {
     hover();
     host.view().mouseScrollEvent({{0.0f, 1.0f}, 0});
@@ -365,6 +380,97 @@ TEST_F(SceneViewTest, hoveredPaneTakesTheFocus) {
     host.frame(0.5);
     host.frame(0.5);
     EXPECT_GT((cameraNow().translation() - before).length(), 1.0f);
+}
+
+TEST_F(SceneViewTest, hoveredPaneIsFocused) {
+    const ImGuiContext& ui = *ImGui::GetCurrentContext();
+    ImGui::GetIO().MousePos = {-10.0f, -10.0f};
+    host.frame();
+    ImGui::FocusWindow(nullptr);
+    host.frame();
+    EXPECT_EQ(ui.NavWindow, nullptr);
+
+    // Not while something of another window is held, even where others may be used meanwhile.
+    ImGui::GetIO().MousePos = {160.0f, 120.0f};
+    ImGui::SetActiveID(1234, nullptr);
+    ImGui::GetCurrentContext()->ActiveIdAllowOverlap = true;
+    host.frame();
+    EXPECT_EQ(ui.NavWindow, nullptr);
+    ImGui::ClearActiveID();
+    host.frame();
+    ASSERT_TRUE(ui.NavWindow);
+    EXPECT_STREQ(ui.NavWindow->Name, "Scene View");
+}
+
+TEST_F(SceneViewTest, focusedViewHasNoActiveItem) {
+    hover();
+    ImGui::SetActiveID(1234, nullptr);
+    host.frame();
+    EXPECT_FALSE(ImGui::IsAnyItemActive());
+}
+
+TEST_F(SceneViewTest, framesNothingWhileAnItemIsActive) {
+    addCube("cube", "[10, 0, 0]");
+    host.frame();
+    data().selectObject(objectOf("cube"), false);
+    const DualQuaternion before = cameraNow();
+    ImGui::SetActiveID(1234, nullptr);
+    pressKey('F');
+    EXPECT_EQ(cameraNow(), before);
+    ImGui::ClearActiveID();
+    pressKey('F');
+    EXPECT_NE(cameraNow(), before);
+}
+
+// A reload that takes long is no frame that was long.
+TEST_F(SceneViewTest, reloadIsNotFrameTime) {
+    hover();
+    pressKey('W');
+    press(MouseButton::Right);
+    host.frame();
+    const Vector3 before = cameraNow().translation();
+    data().scene().revisions().touch(Aspect::Pipelines);
+    const Double start = host.platform.time;
+    host.platform.timePerCall = 5.0;
+    host.frame(0.0);
+    host.platform.timePerCall = 0.0;
+    host.platform.time = start + 5.0;
+    host.frame();
+    EXPECT_LT((cameraNow().translation() - before).length(), 0.5f);
+}
+
+TEST_F(SceneViewTest, rendererOfASecondInitKnowsTheScene) {
+    addCube("cube");
+    host.frame();
+    const Image2D before = host.picture();
+    host.view().init(host.imguiContext(), &host.session.data(), &host.session.editor());
+    host.frame();
+    EXPECT_EQ(differences(before, host.picture()), 0);
+}
+
+// Items of the menu "Render Type", from the top.
+TEST_F(SceneViewTest, renderTypes) {
+    const auto click = [&](Float x, Float y) {
+        ImGuiIO& io = ImGui::GetIO();
+        io.MousePos = {x, y};
+        host.frame();
+        io.MouseDown[0] = true;
+        host.frame();
+        io.MouseDown[0] = false;
+        host.frame();
+        host.frame();
+    };
+    const struct {
+        Float y;
+        UnsignedInt mode;
+    } items[]{{69.0f, 2}, {86.0f, 1}, {52.0f, 0}};
+    host.frame();
+    for(const auto& item: items) {
+        click(30.0f, 28.0f);
+        click(30.0f, item.y);
+        host.view().saveState(false);
+        EXPECT_EQ(data().sceneView->renderMode, item.mode) << "at " << item.y;
+    }
 }
 
 TEST_F(SceneViewTest, lostFocusLetsGo) {

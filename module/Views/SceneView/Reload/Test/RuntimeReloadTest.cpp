@@ -332,8 +332,10 @@ TEST_F(RuntimeReloadTest, fontsFromTheSecondSlotOn) {
     std::vector<SceneFont>& fonts = sceneData().resources().fonts;
     EXPECT_THAT(reloadAfter(Aspect::Fonts), Contains("resetFonts"));
     fonts.resize(2);
+    const Id text = scene.texts.addComponent(scene.addObject(RootObject));
     scene.texts.resetDirty();
     EXPECT_THAT(reloadAfter(Aspect::Fonts), Contains("updateFonts 2"));
+    EXPECT_TRUE(scene.texts.isDirty(text));
 }
 
 TEST_F(RuntimeReloadTest, drawsAreTheGroupsOfMeshes) {
@@ -346,6 +348,29 @@ TEST_F(RuntimeReloadTest, drawsAreTheGroupsOfMeshes) {
     reload();
     revisions().touch(Aspect::Draws);
     EXPECT_THAT(reload(), ElementsAre("setLayoutFlags 101", "prepareDrawsList 1", "addDraw colliders 1 7"));
+}
+
+// The bodies follow their objects at each reload, unless they move by themselves.
+TEST_F(RuntimeReloadTest, bodiesFollowUnlessTheySimulate) {
+    struct: PhysicsSimulation {
+        void initComponents(PhysXManager&) override { log += "init "; }
+        void doFalseUpdate(PhysXManager&) override { log += "update "; }
+        std::string log;
+    } simulation;
+    scene.bodies.setSimulation(&simulation);
+    reload();
+    EXPECT_THAT(simulation.log, testing::EndsWith("init update "));
+    simulation.log.clear();
+    record("/settings/physx/enable", "true");
+    session.update();
+    session.editor().state().display(DebugDisplay::SimulatePhysX) = 1;
+    reload();
+    EXPECT_EQ(simulation.log, "");
+    session.editor().state().display(DebugDisplay::SimulatePhysX) = 0;
+    revisions().touch();
+    reload();
+    EXPECT_EQ(simulation.log, "init update ");
+    scene.bodies.setSimulation(nullptr);
 }
 
 // Objects that were moved by a simulation are where the document has them when physics is switched off in the project.

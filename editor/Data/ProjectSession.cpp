@@ -1,5 +1,8 @@
 #include "Data/ProjectSession.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
@@ -58,8 +61,9 @@ OpenedProject ProjectSession::read(const std::string& path) {
 void ProjectSession::readEditorSettings() {
     const ValueAccess root{_data.project()};
     const ValueAccess camera = root["settings"]["editor"]["camera"];
-    _data.cameraPitch = camera["pitch"].readValue().asFloat(_data.cameraPitch);
-    _data.cameraYaw = camera["yaw"].readValue().asFloat(_data.cameraYaw);
+    ++_data.projectNumber;
+    _data.cameraPitch = std::clamp(camera["pitch"].readValue().asFloat(_data.cameraPitch), -90.0f, 90.0f);
+    _data.cameraYaw = std::fmod(camera["yaw"].readValue().asFloat(_data.cameraYaw), 360.0f);
     // A project has ids of one kind.
     const JsonValue* const objects = root["objects"].value();
     const bool hasObjects = objects && objects->IsObject() && !objects->ObjectEmpty();

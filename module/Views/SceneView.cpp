@@ -61,6 +61,8 @@ void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, Vantrel
     _materials.labels = _renderer->registerCustomMaterial();
     _reload.forget();
     _frame = {};
+    _frozen = {};
+    _projectSeen = _data->projectNumber;
     createPreview();
     _clock.start(_editor->state().platform->now());
 }
@@ -101,14 +103,26 @@ void SceneView::draw() {
         _clock.skip(platform.now());
     }
 
+    if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
+    if(_data->projectNumber != _projectSeen) {
+        _navigation.reset(*_data, _camera);
+        _projectSeen = _data->projectNumber;
+    }
     _isVisible = beginWindow();
     applyMenu();
     if(_isVisible) {
         renderScene();
         showImage();
-    }
+    } else
+        _frame.isHovered = false;
     ImGui::End();
     if(_navigation.isMoving()) _editor->state().wantsFrame = true;
+}
+
+// A window that is closed has no picture to be used, and lets go of what it held.
+void SceneView::hide() {
+    _isVisible = _isFocused = _frame.isHovered = false;
+    apply(_navigation.releaseAll());
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -139,11 +153,12 @@ void SceneView::applyMenu() {
     _renderMode = menu.mode;
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
-    if(menu.cullingFrozen) setCulling(true);
-    if(menu.cullingReleased) setCulling(false);
 }
 
-void SceneView::setCulling(bool isFrozen) {
+// The switch is the editor's, and may be on before this view was there: what it sees first is what stays then.
+void SceneView::updateFrozenCulling() {
+    const bool isFrozen = _editor->state().display(DebugDisplay::FreezeCullingFrustum);
+    if(isFrozen == bool(_frozen.shadows)) return;
     _frozen = {};
     if(!isFrozen) return;
     _frozen.matrix = _camera.views().cullingMatrix(_camera.view());
@@ -165,8 +180,9 @@ void SceneView::updateFrameSize() {
 void SceneView::renderScene() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
-    _camera.update();
     updateFrameSize();
+    _camera.update();
+    updateFrozenCulling();
 
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});

@@ -48,6 +48,7 @@ public:
 
 private:
     void createPreview();
+    void hide();
     void reloadRuntime();
     bool beginWindow();
     void applyMenu();
@@ -57,7 +58,7 @@ private:
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
-    void setCulling(bool isFrozen);
+    void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
     MouseFactors mouseFactors() const;
@@ -74,6 +75,7 @@ private:
     CameraNavigation _navigation;
     FrameClock _clock;
     ViewFrame _frame;
+    Magnum::UnsignedInt _projectSeen = 0;
     RenderMode _renderMode = RenderMode::Shaded;
     bool _isVisible = false;
     bool _isFocused = false;

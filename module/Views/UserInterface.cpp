@@ -1,5 +1,9 @@
 #include "Views/UserInterface.h"
 
+#include <cstdint>
+
+#include <Magnum/Math/Functions.h>
+
 namespace VantrelEngine::UserInterface {
 
 using namespace Magnum;
@@ -19,7 +23,9 @@ template<class T> T textureId(UnsignedInt texture) {
 bool beginView(const char* name, bool& isOpen, ImGuiWindowFlags flags, const std::optional<Range2D>& pane) {
     if(pane) {
         ImGui::SetNextWindowPos(vector(pane->min()), ImGuiCond_Always);
-        ImGui::SetNextWindowSize(vector(pane->size()), ImGuiCond_Always);
+        // Zero would be as large as the contents.
+        const Vector2 size = Math::max(pane->size(), Vector2{1.0f});
+        ImGui::SetNextWindowSize(vector(size), ImGuiCond_Always);
         flags |= ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoCollapse |
             ImGuiWindowFlags_NoBringToFrontOnFocus | ImGuiWindowFlags_NoSavedSettings;
     } else {

@@ -473,6 +473,82 @@ TEST_F(SceneViewTest, renderTypes) {
     }
 }
 
+TEST_F(SceneViewTest, closedViewDrawsNothingAndLetsGo) {
+    hover();
+    pressKey('W');
+    press(MouseButton::Right);
+    host.state.views.isViewOpen(0) = false;
+    host.frame();
+    EXPECT_FALSE(host.platform.isCursorDisabled);
+    EXPECT_FALSE(host.state.wantsFrame);
+    EXPECT_FALSE(ImGui::FindWindowByName("Scene View")->Active);
+    const DualQuaternion camera = cameraNow();
+    press(MouseButton::Middle);
+    host.view().mouseMoveEvent({{40, 10}, 0});
+    host.frame();
+    EXPECT_EQ(cameraNow(), camera);
+
+    host.state.views.isViewOpen(0) = true;
+    host.frame();
+    EXPECT_TRUE(ImGui::FindWindowByName("Scene View")->Active);
+}
+
+TEST_F(SceneViewTest, paneWithoutASize) {
+    host.frame();
+    host.state.views.pane(0) = Range2D{{10.0f, 20.0f}, {10.0f, 20.0f}};
+    host.frame();
+    EXPECT_LE(ImGui::FindWindowByName("Scene View")->Size.x, 60.0f);
+    EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+}
+
+TEST_F(SceneViewTest, frozenFrustumStaysWhereTheCameraWas) {
+    addCube("cube");
+    addCube("behind", "[6, 6, 6]");
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    host.state.display(DebugDisplay::FreezeCullingFrustum) = 1;
+    host.frame();
+    // From farther away the edges of what is culled for are seen, and the other cube still is not.
+    hover();
+    press(MouseButton::Middle);
+    host.view().mouseMoveEvent({{0, 2000}, ModifierControl});
+    host.view().mouseMoveEvent({{0, 2000}, ModifierControl});
+    host.frame();
+    const auto yellow = [&] {
+        std::size_t count = 0;
+        const Image2D picture = host.picture();
+        for(const auto row: picture.pixels<Color4ub>())
+            for(const Color4ub color: row) count += color.r() > 200 && color.g() > 150 && color.b() < 120;
+        return count;
+    };
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    EXPECT_GT(yellow(), 20);
+    host.state.display(DebugDisplay::FreezeCullingFrustum) = 0;
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    EXPECT_EQ(yellow(), 0);
+}
+
+// The switch is still on after a reload; then what is culled is what is seen.
+TEST_F(SceneViewTest, frozenCullingAfterAReload) {
+    addCube("cube");
+    host.state.display(DebugDisplay::FreezeCullingFrustum) = 1;
+    host.frame();
+    host.reloadView();
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    EXPECT_EQ(host.objectAt(host.picture().size() / 2), objectOf("cube"));
+}
+
+TEST_F(SceneViewTest, anotherProjectIsSeenFromTheFirstPlace) {
+    hover();
+    host.view().mouseScrollEvent({{0.0f, 3.0f}, 0});
+    host.frame();
+    ++data().projectNumber;
+    host.frame();
+    EXPECT_NEAR((cameraNow().translation() - Vector3{3.0f}).length(), 0.0f, 1e-5f);
+}
+
 TEST_F(SceneViewTest, lostFocusLetsGo) {
     hover();
     pressKey('W');

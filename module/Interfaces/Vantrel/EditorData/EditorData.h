@@ -65,6 +65,9 @@ public:
     Magnum::Float cameraPitch = -35.264f;
     Magnum::Float cameraYaw = 45.0f;
 
+    // Another number for each project that is opened.
+    Magnum::UnsignedInt projectNumber = 0;
+
     // Written by the scene view when its state is saved.
     std::optional<SceneViewRecord> sceneView;
 

@@ -32,10 +32,7 @@ ViewMenuResult drawViewMenu(RenderMode mode, SharedState& state) {
         toggle("Objects", state, DebugDisplay::Objects);
         result.collisionShapesOff = toggle("Collision Shapes", state, DebugDisplay::CollisionShapes) &&
             !state.display(DebugDisplay::CollisionShapes);
-        if(toggle("Freeze Culling Frustum", state, DebugDisplay::FreezeCullingFrustum)) {
-            result.cullingFrozen = state.display(DebugDisplay::FreezeCullingFrustum);
-            result.cullingReleased = !result.cullingFrozen;
-        }
+        toggle("Freeze Culling Frustum", state, DebugDisplay::FreezeCullingFrustum);
         ImGui::EndMenu();
     }
     ImGui::EndMenuBar();

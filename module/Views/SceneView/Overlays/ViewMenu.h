@@ -13,8 +13,6 @@ struct ViewMenuResult {
     // The mode from now on.
     RenderMode mode;
     bool collisionShapesOff = false;
-    bool cullingFrozen = false;
-    bool cullingReleased = false;
 };
 
 // The menu bar of the view's window. The switches of the debug displays are changed in place.

@@ -25,6 +25,9 @@ namespace {
 // What the view needs of the vertices besides what the scene has.
 constexpr std::uint32_t ViewLayoutFlags = 96;
 
+// Pixels; more is not read from a project.
+constexpr Float MaxBloomKernelSize = 21.0f;
+
 // The engine's own shader sources.
 constexpr const char* EngineAsset = "default";
 
@@ -114,13 +117,19 @@ void RuntimeReload::reloadSettings(const ReloadTargets& targets) {
     ViewManager& views = targets.camera.views();
     const Id view = targets.camera.view();
     const ValueAccess camera = settings["editor"]["camera"];
-    views.near(view) = camera["near"].readValue().asFloat();
-    views.far(view) = camera["far"].readValue().asFloatOrInfinity();
+    const Float near = camera["near"].readValue().asFloat(), far = camera["far"].readValue().asFloatOrInfinity();
+    if(0.0f < near && near < far) {
+        views.near(view) = near;
+        views.far(view) = far;
+    } else
+        Utility::Warning{}
+            << "SceneView::reloadRuntime(): settings/editor/camera: near has to be above 0 and below far, got" << near
+            << "and" << far << Utility::Debug::nospace << ": both stay as they were";
     views.fov(view) = 90.0f;
 
     const ValueAccess bloom = rendering["bloom"];
     const Int passes = bloom["passes"].readValue().asInt(0, JsonObject::WhenMissing::Accept);
-    const Int kernelSize = Int(bloom["kernelSize"].readValue().asFloat());
+    const Int kernelSize = Int(std::clamp(bloom["kernelSize"].readValue().asFloat(), 0.0f, MaxBloomKernelSize));
     const Float threshold = bloom["threshold"].readValue().asFloat();
     const Float intensity = bloom["intensity"].readValue().asFloat();
     const Float exposure = rendering["hdr"]["exposure"].readValue().asFloat();
@@ -157,7 +166,8 @@ void RuntimeReload::reloadImages(const ReloadTargets& targets) {
     for(std::size_t i = 1; i < resources.images.size(); ++i) {
         const SceneImage& image = resources.images[i];
         if(image.id.empty()) continue;
-        if(image.header.isCompressed && !image.tileHashes.empty()) {
+        if(image.header.isCompressed) {
+            if(image.tileHashes.empty()) continue;
             expectAllTiles(image);
             renderer.reserveImage(Id(i), image.header.size, {image.tileHashes.data(), image.tileHashes.size()});
         } else if(renderer.reserveImage(Id(i), image.header.size)) {

@@ -8,7 +8,6 @@
 #include <Magnum/Shaders/GenericGL.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
-#include <Vantrel/Renderer/WebGL2Renderer.h>
 
 #include "Views/SceneView/ViewCamera.h"
 
@@ -44,14 +43,16 @@ Color4 markerColor(const Vector4& color) {
 
 }
 
-void DebugDrawing::draw(EditorData& data, SharedState& state, WebGL2Renderer& renderer, const ViewCamera& camera,
-    const FrozenCulling& frozen) {
+void DebugDrawing::draw(EditorData& data, SharedState& state, const ViewCamera& camera, const FrozenCulling& frozen) {
     Scene& scene = data.scene().main();
     const Matrix4 matrix = toClip(camera);
-    if(state.display(DebugDisplay::FreezeCullingFrustum)) drawFrozenFrustum(data, renderer, matrix, frozen);
+    if(frozen.shadows) drawFrozenFrustum(data, matrix, frozen);
     if(frozen.shadows && frozen.lights.first() != frozen.lights.second()) drawFrozenShadows(data, matrix, frozen);
     drawLights(scene, camera, [&](Id light) { return markerColor(scene.lights.color(light)); });
-    if(state.display(DebugDisplay::Objects)) drawAxes(scene, matrix);
+    if(state.display(DebugDisplay::Objects))
+        drawAxes(scene, matrix);
+    else
+        _axesObjects = 0;
 }
 
 void DebugDrawing::drawLightIds(Scene& scene, const ViewCamera& camera) {
@@ -73,15 +74,16 @@ template<class Color> void DebugDrawing::drawLights(Scene& scene, const ViewCame
     GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
 }
 
-void DebugDrawing::drawFrozenFrustum(
-    EditorData& data, WebGL2Renderer& renderer, const Matrix4& toClip, const FrozenCulling& frozen) {
+void DebugDrawing::drawFrozenFrustum(EditorData& data, const Matrix4& toClip, const FrozenCulling& frozen) {
     _flat.setTransformationProjectionMatrix(toClip * frozen.matrix.inverted()).setColor(FrustumColor);
     _flat.draw(_meshes.wireCube);
 
+    // Above all of those that were culled.
+    if(!data.firstSelectedObject()) return;
     Scene& scene = data.scene().main();
     const auto meshes = scene.meshes.meshes(), objects = scene.meshes.objects();
     const std::vector<SceneMesh>& resources = data.scene().resources().meshes;
-    for(const Id slot: renderer.visibleMeshes()) {
+    for(std::size_t slot = 0; slot != scene.meshes.numActiveComponents(); ++slot) {
         if(!data.isSelected(objects[slot]) || meshes[slot] >= resources.size()) continue;
         const SceneMesh& mesh = resources[meshes[slot]];
         const Matrix4 center =
@@ -115,6 +117,15 @@ void DebugDrawing::drawFrozenShadows(EditorData& data, const Matrix4& toClip, co
 }
 
 void DebugDrawing::drawAxes(Scene& scene, const Matrix4& toClip) {
+    const BitSetView changed = scene.changed();
+    if(_axesObjects != scene.size() || changed.findFirstSet() != changed.size()) placeAxes(scene);
+    if(!_axes.count()) return;
+    GL::Renderer::disable(GL::Renderer::Feature::DepthTest);
+    _vertexColor.setTransformationProjectionMatrix(toClip).draw(_axes);
+    GL::Renderer::enable(GL::Renderer::Feature::DepthTest);
+}
+
+void DebugDrawing::placeAxes(Scene& scene) {
     std::vector<ColoredPoint> points;
     points.reserve(6 * scene.size());
     for(std::size_t i = 1; i < scene.size(); ++i) {
@@ -129,8 +140,6 @@ void DebugDrawing::drawAxes(Scene& scene, const Matrix4& toClip) {
             points.push_back({place.transformPoint(end), color});
         }
     }
-    if(points.empty()) return;
-
     if(!_axes.id()) {
         _axesVertices = GL::Buffer{};
         _axes = GL::Mesh{GL::MeshPrimitive::Lines};
@@ -138,9 +147,7 @@ void DebugDrawing::drawAxes(Scene& scene, const Matrix4& toClip) {
     }
     _axesVertices.setData({points.data(), points.size()}, GL::BufferUsage::StreamDraw);
     _axes.setCount(Int(points.size()));
-    GL::Renderer::disable(GL::Renderer::Feature::DepthTest);
-    _vertexColor.setTransformationProjectionMatrix(toClip).draw(_axes);
-    GL::Renderer::enable(GL::Renderer::Feature::DepthTest);
+    _axesObjects = scene.size();
 }
 
 } // namespace VantrelEngine

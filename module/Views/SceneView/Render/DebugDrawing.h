@@ -11,7 +11,6 @@ namespace VantrelEngine {
 
 class EditorData;
 class ViewCamera;
-class WebGL2Renderer;
 struct Scene;
 struct SharedState;
 
@@ -25,18 +24,17 @@ public:
     void create() { _meshes.create(); }
 
     // Everything that is switched on, into the bound framebuffer, whose depth is that of the scene.
-    void draw(EditorData& data, SharedState& state, WebGL2Renderer& renderer, const ViewCamera& camera,
-        const FrozenCulling& frozen);
+    void draw(EditorData& data, SharedState& state, const ViewCamera& camera, const FrozenCulling& frozen);
 
     // The shapes of the lights in the colours of their objects' ids.
     void drawLightIds(Scene& scene, const ViewCamera& camera);
 
 private:
     template<class Color> void drawLights(Scene& scene, const ViewCamera& camera, Color color);
-    void drawFrozenFrustum(
-        EditorData& data, WebGL2Renderer& renderer, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
+    void drawFrozenFrustum(EditorData& data, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
     void drawFrozenShadows(EditorData& data, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
     void drawAxes(Scene& scene, const Magnum::Matrix4& toClip);
+    void placeAxes(Scene& scene);
 
     DebugMeshes _meshes;
     Magnum::Shaders::FlatGL3D _flat;
@@ -44,6 +42,8 @@ private:
     // Of all objects in one.
     Magnum::GL::Buffer _axesVertices{Magnum::NoCreate};
     Magnum::GL::Mesh _axes{Magnum::NoCreate};
+    // For how many objects, with the root, they were placed; 0 where they have to be placed again.
+    std::size_t _axesObjects = 0;
 };
 
 } // namespace VantrelEngine

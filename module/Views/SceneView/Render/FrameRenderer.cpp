@@ -61,7 +61,7 @@ void FrameRenderer::draw(const FrameInput& input) {
     drawOutline(input);
 
     target.bind();
-    _debug.draw(input.data, input.state, input.renderer, input.camera, input.frozen);
+    _debug.draw(input.data, input.state, input.camera, input.frozen);
     resolve();
     scene.resetChanged();
 }

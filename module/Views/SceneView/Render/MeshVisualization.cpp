@@ -49,8 +49,12 @@ void MeshVisualization::draw(Scene& scene, const SceneResources& resources, WebG
         if(!mesh) continue;
         const Matrix4 transformation = toView * scene.absoluteTransformationAsMatrix(objects[slot]);
         GL::Renderer::setFeature(GL::Renderer::Feature::FaceCulling, !isDoubleSided(resources, materials[slot]));
+        // A mirrored mesh is seen from the other side of its triangles.
+        GL::Renderer::setFrontFace(transformation.determinant() < 0.0f ? GL::Renderer::FrontFace::ClockWise
+                                                                       : GL::Renderer::FrontFace::CounterClockWise);
         _shader.setTransformationMatrix(transformation).setNormalMatrix(transformation.normalMatrix()).draw(*mesh);
     }
+    GL::Renderer::setFrontFace(GL::Renderer::FrontFace::CounterClockWise);
     GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
 }
 

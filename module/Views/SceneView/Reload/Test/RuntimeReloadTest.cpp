@@ -196,6 +196,33 @@ TEST_F(RuntimeReloadTest, farBeyondAFloatIsInfinity) {
     EXPECT_EQ(camera.far(), Constants::inf());
 }
 
+TEST_F(RuntimeReloadTest, depthRangeThatIsNoneIsSaid) {
+    reload();
+    const Float near = camera.near(), far = camera.far();
+    for(const char* const json:
+        {"{'near': 0, 'far': 10}", "{'near': -1, 'far': 10}", "{'near': 5, 'far': 5}", "{'near': 5, 'far': 2}"}) {
+        record("/settings/editor/camera", json);
+        session.update();
+        EXPECT_THAT(printed([&] { reload(); }), HasSubstr("near has to be above 0 and below far")) << json;
+        EXPECT_EQ(camera.near(), near);
+        EXPECT_EQ(camera.far(), far);
+    }
+}
+
+TEST_F(RuntimeReloadTest, kernelOfAnySizeIsAWholeNumber) {
+    record("/settings/rendering/bloom", "{'enabled': true, 'kernelSize': 1e20}");
+    session.update();
+    EXPECT_THAT(reload(), Contains("bloom kernelSize 21"));
+}
+
+TEST_F(RuntimeReloadTest, compressedImageWithoutTilesIsLeftOut) {
+    std::vector<SceneImage>& images = sceneData().resources().images;
+    images.resize(2);
+    images[1].id = "a";
+    images[1].header = {{256, 256}, 0, true};
+    EXPECT_THAT(reload(), Not(Contains(StartsWith("reserveImage"))));
+}
+
 TEST_F(RuntimeReloadTest, bloomIsToldInItsOrder) {
     record("/settings/rendering",
         "{'bloom': {'enabled': true, 'passes': 3, 'kernelSize': 7.9, 'threshold': 0.5, 'intensity': 2},"

@@ -1,0 +1,82 @@
+#include "Renderer/Lights/LightBuffer.h"
+
+#include <cmath>
+#include <cstring>
+
+#include <Magnum/GL/BufferTextureFormat.h>
+#include <Magnum/Math/Angle.h>
+#include <Magnum/Math/Functions.h>
+#include <Vantrel/EngineData/Scene.h>
+
+#include "Renderer/TextureUnits.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+namespace {
+
+// What is less than that on a surface across the light is not seen any more.
+constexpr Float LeastLight = 0.01f;
+constexpr Float Everywhere = -1.0f;
+// Of the cosines: an edge sharper than that is a sharp one.
+constexpr Float NarrowestEdge = 1.0e-4f;
+
+Float cosineOf(Float degrees) { return Math::cos(Deg{Math::clamp(degrees, 0.0f, 180.0f)}); }
+
+void setCone(LightRecord& light, const Vector3& parameters) {
+    const Float outer = cosineOf(parameters.x()), inner = cosineOf(parameters.y());
+    const Float factor = 1.0f / Math::max(inner - outer, NarrowestEdge);
+    light.positionAndConeFactor.w() = factor;
+    light.axisAndConeSummand.w() = -outer * factor;
+}
+
+LightRecord recordOf(Scene& scene, Id component, LightType type) {
+    const DualQuaternion transformation = scene.absoluteTransformation(scene.lights.object(component));
+    const Vector4& color = scene.lights.color(component);
+    const Vector3 incoming = Math::max(color.xyz() * color.w(), Vector3{0.0f});
+    const Float reach = type == LightType::Sun ? Everywhere : std::sqrt(incoming.max() / LeastLight);
+    LightRecord light{{incoming, reach}, {transformation.translation(), 0.0f},
+        {transformation.rotation().transformVectorNormalized(Vector3::yAxis(-1.0f)), 1.0f}};
+    if(type == LightType::Spot) setCone(light, scene.lights.parameters(component));
+    return light;
+}
+
+} // namespace
+
+void packLights(Scene& scene, std::vector<LightRecord>& lights) {
+    lights.clear();
+    const auto components = scene.lights.components();
+    for(const LightType type: {LightType::Point, LightType::Spot, LightType::Sun}) {
+        const auto range = scene.lights.lightsOfType(type);
+        for(std::size_t slot = range.first(); slot != range.second(); ++slot)
+            lights.push_back(recordOf(scene, components[slot], type));
+    }
+}
+
+LightBuffer::LightBuffer() {
+    upload();
+    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer);
+}
+
+std::size_t LightBuffer::update(Scene& scene) {
+    packLights(scene, _next);
+    const bool isSame = _next.size() == _lights.size() &&
+        (_next.empty() || !std::memcmp(_next.data(), _lights.data(), _next.size() * sizeof(LightRecord)));
+    if(isSame) return 0;
+    std::swap(_lights, _next);
+    upload();
+    return _texels.size() * sizeof(Vector4);
+}
+
+void LightBuffer::upload() {
+    _texels.assign(1, Vector4{Float(_lights.size()), 0.0f, 0.0f, 0.0f});
+    for(const LightRecord& light: _lights)
+        _texels.insert(_texels.end(), {light.incomingAndReach, light.positionAndConeFactor, light.axisAndConeSummand});
+    _buffer.setData(Containers::ArrayView<const Vector4>{_texels.data(), _texels.size()}, GL::BufferUsage::DynamicDraw);
+}
+
+void LightBuffer::bind() { _texture.bind(TextureUnit::LightData); }
+
+} // namespace VantrelEngine

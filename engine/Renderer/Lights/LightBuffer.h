@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <Magnum/GL/Buffer.h>
+#include <Magnum/GL/BufferTexture.h>
+#include <Magnum/Math/Vector4.h>
+
+namespace VantrelEngine {
+
+struct Scene;
+
+// What Lights.glsl knows of a light: values as it describes them.
+struct LightRecord {
+    Magnum::Vector4 incomingAndReach;
+    Magnum::Vector4 positionAndConeFactor;
+    Magnum::Vector4 axisAndConeSummand;
+};
+
+// All active lights of a scene, where their objects stand by the absolute transformations as they are.
+void packLights(Scene& scene, std::vector<LightRecord>& lights);
+
+// The lights of a scene for shaders: Lights.glsl reads what this writes.
+class LightBuffer {
+public:
+    // Needs a GL context. No light at first.
+    explicit LightBuffer();
+
+    // Costs a step a light, and an upload only where one changed; returns the bytes of that.
+    std::size_t update(Scene& scene);
+    // To its unit.
+    void bind();
+
+private:
+    void upload();
+
+    // As uploaded, and as they are now: kept for their memory.
+    std::vector<LightRecord> _lights, _next;
+    std::vector<Magnum::Vector4> _texels;
+    Magnum::GL::Buffer _buffer;
+    Magnum::GL::BufferTexture _texture;
+};
+
+} // namespace VantrelEngine

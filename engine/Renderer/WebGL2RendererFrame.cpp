@@ -1,0 +1,199 @@
+#include <Vantrel/Renderer/WebGL2Renderer.h>
+
+#include <algorithm>
+
+#include <Magnum/GL/Renderer.h>
+#include <Vantrel/EngineData/Scene.h>
+
+#include "Renderer/PassState.h"
+#include "Renderer/WebGL2RendererState.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+void WebGL2Renderer::State::buildPrograms() {
+    if(areProgramsBuilt) return;
+    areProgramsBuilt = true;
+    const TextureTable& textures = textureAtlas->_state->table;
+    materials.forEach([&](Id pipeline, Containers::ArrayView<const Vector4> values) {
+        const std::vector<ShaderParameter>& parameters = pipelines[pipeline].parameters;
+        for(std::size_t i = 0; i != std::min(parameters.size(), values.size()); ++i) {
+            if(parameters[i].type != ParameterType::Texture || values[i].x() == 0.0f) continue;
+            const bool isIndex = values[i].x() > 0.0f && values[i].x() < Float(NoComponent);
+            pipelines.addNeeds(pipeline, i, textures.needs(isIndex ? Id(values[i].x()) : Id{0}));
+        }
+    });
+    pipelines.build();
+}
+
+void WebGL2Renderer::State::sortDraws() {
+    if(areDrawsSorted) return;
+    areDrawsSorted = true;
+    std::vector<DrawGroup> groups;
+    for(const Draw& draw: draws) {
+        const Pipeline& pipeline = pipelines[draw.pipeline];
+        if(draw.kind != Draw::Kind::Meshes || !pipeline.isThere()) continue;
+        const DrawGroup::Kind kind = pipeline.header.flags & PipelineHeader::Blend ? DrawGroup::Kind::Blended
+            : pipeline.header.flags & PipelineHeader::AlphaMask                    ? DrawGroup::Kind::Masked
+                                                                                   : DrawGroup::Kind::Opaque;
+        groups.push_back({pipeline.header.order, kind, draw.pipeline, draw.group});
+    }
+    list.setGroups(std::move(groups));
+}
+
+Id WebGL2Renderer::State::matricesOf(const ViewManager& views, Id view) const {
+    const Id buffer = view < viewBuffers.size() ? viewBuffers[view] : NoComponent;
+    return views.isValid(buffer) ? buffer : view;
+}
+
+ViewUniforms WebGL2Renderer::State::viewUniforms(const ViewManager& views, Id view) {
+    const Id source = matricesOf(views, view);
+    ViewUniforms uniforms;
+    uniforms.viewProjection = views.cullingMatrix(source);
+    uniforms.cameraPosition = views.viewTransform(source).quaternionConjugated().translation();
+    uniforms.viewportSize = Vector2{view < viewportSizes.size() ? viewportSizes[view] : Vector2i{1}};
+    uniforms.materialStride = Int(materials.stride());
+    uniforms.number = ++viewNumber;
+    return uniforms;
+}
+
+void WebGL2Renderer::State::bindBuffers() {
+    objects.bind();
+    materials.bind();
+    lights.bind();
+    textureAtlas->_state->table.bind();
+}
+
+void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
+    GL::Renderer::setColorMask(false, false, false, false);
+    PassState state;
+    for(const DrawRun& run: list.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        if(!pipeline.depth) continue;
+        state.apply(pipeline.header, run.isMirrored);
+        drawing.draw(pipeline.depth->setView(view), list, run, objects, meshes);
+    }
+    state.end();
+    GL::Renderer::setColorMask(true, true, true, true);
+}
+
+void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
+    PassState state;
+    for(const DrawRun& run: list.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        if(!pipeline.isThere()) continue;
+        state.apply(pipeline.header, run.isMirrored);
+        drawing.draw(pipeline.picture->setView(view), list, run, objects, meshes);
+    }
+    state.end();
+}
+
+void WebGL2Renderer::State::drawColliders(const ViewUniforms& view) {
+    for(const Draw& draw: draws) {
+        const Pipeline& pipeline = pipelines[colliderPipeline];
+        if(draw.kind != Draw::Kind::ColliderVisualization || !pipeline.isThere()) continue;
+        PassState state;
+        state.apply(pipeline.header, false);
+        const Vector4 color = materials.value(colliderMaterial, pipeline.parameter("wireframeColor"));
+        drawCalls += colliders.draw(lineProgram, view.viewProjection, Color4{color});
+        state.end();
+    }
+}
+
+void WebGL2Renderer::State::drawPlainly(const ViewUniforms& view, const DrawList& runs,
+    std::shared_ptr<MeshProgram> Pipeline::*program, const Color4& color) {
+    buildPrograms();
+    bindBuffers();
+    PassState state;
+    for(const DrawRun& run: runs.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        if(!(pipeline.*program)) continue;
+        state.applySides(pipeline.header, run.isMirrored);
+        drawing.draw((pipeline.*program)->setView(view).setColor(color), runs, run, objects, meshes);
+    }
+    state.end();
+}
+
+void WebGL2Renderer::updateColliderVisualizationBatch(Id, Id material, Scene& scene) {
+    _state->colliderMaterial = material;
+    _state->colliders.update(scene);
+}
+
+void WebGL2Renderer::clearColliderVisualizationBatch(Id) { _state->colliders.clear(); }
+
+// Skinned meshes stand as they were made.
+void WebGL2Renderer::updateSkinning(const Scene&) {}
+
+void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMatrix) {
+    _state->buildPrograms();
+    _state->pipelines.tidy();
+    _state->sortDraws();
+    _state->objects.update(scene, _state->meshes);
+    if(_state->isCullingEnabled)
+        findInside(FrustumPlanes{cullingMatrix}, _state->objects.spheres(), _state->visible);
+    else
+        findAll(_state->objects.spheres(), _state->visible);
+    _state->list.build(_state->visible, scene.meshes, _state->objects);
+}
+
+void WebGL2Renderer::updateLights(Scene& scene) { _state->lightBytes += _state->lights.update(scene); }
+
+void WebGL2Renderer::updateShadows(Scene& scene, ViewManager&) {
+    if(_state->isWarned[State::Shadows]) return;
+    LightManager& lights = scene.lights;
+    for(const Id light: lights.components().prefix(lights.numActiveComponents()))
+        if(lights.parameters(light).z() > 0.0f) _state->warn(State::Shadows);
+}
+
+void WebGL2Renderer::beginOverdrawTracking() { _state->warn(State::Overdraw); }
+
+void WebGL2Renderer::render(ViewManager& views, Scene&) {
+    State& state = *_state;
+    RendererState{}.apply();
+    state.buildPrograms();
+    state.bindBuffers();
+    state.drawing.resetStatistics();
+    state.drawCalls = 0;
+    for(const Id view: views.components().prefix(views.numActiveComponents())) {
+        const ViewUniforms uniforms = state.viewUniforms(views, view);
+        // Along the direction of view, the negative z axis.
+        const Matrix4 toView = views.viewTransform(state.matricesOf(views, view)).toMatrix();
+        state.list.sortBlended(-toView.row(2), state.objects);
+        state.instances.use(state.list.slots());
+        if(state.isDepthPassEnabled) state.drawDepth(uniforms);
+        state.drawPicture(uniforms);
+        state.drawColliders(uniforms);
+    }
+    state.drawCalls += state.drawing.calls();
+    state.triangles = state.drawing.triangles();
+}
+
+// Without compressed images, and without the overdraw, there is nothing to do.
+void WebGL2Renderer::updateTextureStreaming(ViewManager&) {}
+
+void WebGL2Renderer::evalTextureStreaming(ViewManager&) {}
+
+void WebGL2Renderer::endOverdrawTracking() {}
+
+void WebGL2Renderer::renderOverdraw(ViewManager&) {}
+
+void WebGL2Renderer::drawObjectIds(const ViewManager& views, Id view, const Scene&) {
+    _state->instances.use(_state->list.slots());
+    _state->drawPlainly(_state->viewUniforms(views, view), _state->list, &Pipeline::objectIds, {});
+}
+
+std::size_t WebGL2Renderer::drawFlat(
+    const ViewManager& views, Id view, const Scene&, const BitSetView& objects, const Color4& color) {
+    State& state = *_state;
+    state.someOfList.assignWhere(
+        state.list, [&](Id slot) { return slot < state.objects.size() && objects.isSet(state.objects.object(slot)); });
+    const std::size_t count = state.someOfList.slots().size();
+    if(!count) return 0;
+    state.someInstances.use(state.someOfList.slots());
+    state.drawPlainly(state.viewUniforms(views, view), state.someOfList, &Pipeline::oneColor, color);
+    return count;
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include <Magnum/Math/Color.h>
+#include <Vantrel/Renderer/WebGL2Renderer.h>
+
+#include "Renderer/Debug/ColliderShapes.h"
+#include "Renderer/Debug/LineProgram.h"
+#include "Renderer/Lights/LightBuffer.h"
+#include "Renderer/Materials/MaterialBuffer.h"
+#include "Renderer/Meshes/DrawList.h"
+#include "Renderer/Meshes/InstanceList.h"
+#include "Renderer/Meshes/MeshBuffers.h"
+#include "Renderer/Meshes/MeshDrawing.h"
+#include "Renderer/Meshes/ObjectBuffer.h"
+#include "Renderer/Pipelines/PipelineTable.h"
+#include "Renderer/Textures/TextureAtlasState.h"
+#include "Renderer/Textures/TileStackTextureAtlasState.h"
+
+namespace VantrelEngine {
+
+// What the renderer was told and what of it is in video memory.
+struct WebGL2Renderer::State {
+    // What it cannot do yet.
+    enum Missing : std::size_t { Bloom, Fonts, Texts, Skinning, Shadows, Overdraw, MissingCount };
+
+    State();
+
+    // A line, the first time.
+    void warn(Missing missing);
+
+    // Programs that can do what the materials and textures as they are now need. After pipelines, materials or textures
+    // changed; looks at all materials.
+    void buildPrograms();
+    // Groups of the draws, with what their pipelines say of the order. After pipelines or draws changed.
+    void sortDraws();
+    // The view whose matrices a view is drawn with.
+    Id matricesOf(const ViewManager& views, Id view) const;
+    // What shaders know of a view. Counts as another view each time.
+    ViewUniforms viewUniforms(const ViewManager& views, Id view);
+
+    void bindBuffers();
+    void drawDepth(const ViewUniforms& view);
+    void drawPicture(const ViewUniforms& view);
+    void drawColliders(const ViewUniforms& view);
+    // With programs that do not depend on the material, of the pipeline of each run; double-sided ones without culling.
+    void drawPlainly(const ViewUniforms& view, const DrawList& list, std::shared_ptr<MeshProgram> Pipeline::*program,
+        const Magnum::Color4& color);
+
+    std::uint64_t uploadedBytes() const;
+
+    const bool canMultiDraw;
+
+    // Settings.
+    std::uint32_t layoutFlags = ~std::uint32_t{};
+    Magnum::Color4 clearColor{0.0f, 1.0f};
+    bool isDepthPassEnabled = false;
+    bool isCullingEnabled = true;
+    BloomPass bloom;
+    // By view, 1 by 1 pixel and the view itself where nothing else was said.
+    std::vector<Magnum::Vector2i> viewportSizes;
+    std::vector<Id> viewBuffers;
+
+    // Resources.
+    std::unique_ptr<TextureAtlas> textureAtlas;
+    std::unique_ptr<TileStackTextureAtlas> compressedTextureAtlas;
+    PipelineTable pipelines;
+    bool areProgramsBuilt = false;
+    MaterialBuffer materials;
+    MeshBuffers meshes;
+    LightBuffer lights;
+    std::uint64_t lightBytes = 0;
+
+    // Objects.
+    ObjectBuffer objects;
+    std::vector<Draw> draws;
+    bool areDrawsSorted = false;
+    std::vector<Id> visible;
+    DrawList list, someOfList;
+    InstanceList instances, someInstances;
+    MeshDrawing drawing;
+    Magnum::UnsignedLong viewNumber = 0;
+    std::size_t drawCalls = 0;
+    std::uint64_t triangles = 0;
+
+    // Colliders.
+    LineProgram lineProgram;
+    ColliderShapes colliders;
+    Id colliderPipeline = 0;
+    Id colliderMaterial = 0;
+
+    bool isWarned[MissingCount]{};
+};
+
+} // namespace VantrelEngine

@@ -19,10 +19,13 @@ CLI::Validator isSize{[](std::string& text) {
                       },
     "WxH"};
 
-// Whether what belongs to headless runs only came without one, or the other way round.
+// Whether what belongs to headless runs only came without one, or the other way round, or is too much together.
 std::string whyNotTogether(const CLI::App& app, const CommandLine& line) {
     if(line.isHeadless) {
         if(line.project.empty() && line.script.empty()) return "--headless needs a project or a script";
+        const Vector2d pixels = Vector2d{line.size} * Double(line.scale);
+        if(pixels.product() > Double(MaxPixelCount))
+            return "--size times --scale is more than " + std::to_string(MaxPixelCount) + " pixels";
         return {};
     }
     for(const char* const option: {"--frames", "--screenshot", "--script", "--scale"})

@@ -28,6 +28,8 @@ struct CommandLine {
 };
 
 constexpr int MaxWindowSize = 8192;
+// Of the whole window, after the scale.
+constexpr long long MaxPixelCount = 64ll * 1024 * 1024;
 constexpr int MaxFrameCount = 1000000;
 
 // Reads the arguments. Where the process is to end instead, after help or because of a mistake, which is printed then,

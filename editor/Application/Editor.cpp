@@ -33,6 +33,11 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
+// Of all errors of a save, the one that the user may overrule.
+bool isRefusalToOverwrite(const std::string& error) {
+    return Containers::StringView{error.data(), error.size()}.hasSuffix(", the file is kept as it is");
+}
+
 bool isView(const ImGuiWindow* window) {
     return window && Containers::StringView{window->RootWindow->Name} == ViewName;
 }
@@ -63,8 +68,10 @@ void Editor::initView() {
     _delivery.setModule(_loader.module());
 }
 
+void Editor::releaseInput() { _delivery.releaseAll(Vector2i{_input.position()}); }
+
 void Editor::closeView() {
-    _delivery.releaseAll(Vector2i{_input.position()});
+    releaseInput();
     _delivery.setModule(nullptr);
     _loader.unload();
 }
@@ -74,7 +81,7 @@ std::string Editor::reloadView(const std::string& moduleFile) {
         if(!moduleFile.empty()) _loader.setFile(moduleFile);
         return loadView();
     }
-    _delivery.releaseAll(Vector2i{_input.position()});
+    releaseInput();
     _delivery.setModule(nullptr);
     std::string error = _loader.reload(moduleFile);
     _delivery.setModule(_loader.module());
@@ -87,7 +94,7 @@ std::string Editor::open(const std::string& path) {
     const OpenedProject opened = _session->open(absolute);
     requestFrames();
     if(!opened.error.empty()) {
-        removeRecentFile(_settings.recentFiles, absolute);
+        removeMissingFile(_settings.recentFiles, absolute);
         return opened.error;
     }
     for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
@@ -173,17 +180,17 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::Save: {
         const std::string error = save(action.path, action.overwritesRepaired);
         if(!error.empty()) Utility::Error{} << error.data();
-        return _dialogs.saved(action.path, error, action.overwritesRepaired);
+        return _dialogs.saved(action.path, error, isRefusalToOverwrite(error));
     }
     case ProjectAction::Kind::Open:
         _opening = action.path;
-        _isOpeningShown = false;
+        _openingFrames = 0;
         return;
     }
 }
 
 void Editor::openPending() {
-    if(_opening.empty() || !_isOpeningShown) return;
+    if(_opening.empty() || _openingFrames < BusyFrames) return;
     const std::string error = open(_opening);
     _opening.clear();
     if(!error.empty()) showError(error);
@@ -230,7 +237,7 @@ void Editor::drawPanels() {
     _dialogs.draw();
     if(_opening.empty()) return;
     drawBusy("Opening " + _opening + " ...");
-    _isOpeningShown = true;
+    ++_openingFrames;
     requestFrames();
 }
 

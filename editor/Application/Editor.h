@@ -58,6 +58,9 @@ public:
     void dropFile(const std::string& file, const Magnum::Vector2& position);
     UserInterface& interface() { return _interface; }
 
+    // Releases what the view takes for held.
+    void releaseInput();
+
     // Draws a frame of a window of this size in points to a framebuffer.
     void drawFrame(Magnum::GL::AbstractFramebuffer& framebuffer, const Magnum::Vector2& windowSize);
     // Whether something moves still, or was asked for and not drawn yet.
@@ -76,6 +79,8 @@ public:
 private:
     // The UI library shows in a frame what came in the one before, and sizes a new window in its second one.
     static constexpr int SettlingFrames = 3;
+    // In the first of them a new window is hidden.
+    static constexpr int BusyFrames = 2;
 
     void initView();
     void closeView();
@@ -107,9 +112,9 @@ private:
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
-    // A project that is opened after a frame that says so.
+    // A project that is opened after frames that say so.
     std::string _opening;
-    bool _isOpeningShown = false;
+    int _openingFrames = 0;
 
     int _settlingFrames = SettlingFrames;
     bool _wantsQuit = false;

@@ -49,9 +49,9 @@ void EditorDialogs::saveAs() {
     _files.show(FileDialog::Purpose::Save, folderOf(_path), _path.empty() ? "project.json" : nameOf(_path));
 }
 
-void EditorDialogs::saved(const std::string& path, const std::string& error, bool overwroteRepaired) {
+void EditorDialogs::saved(const std::string& path, const std::string& error, bool wasKept) {
     if(error.empty()) return goOn();
-    if(overwroteRepaired) {
+    if(!wasKept) {
         _waiting.reset();
         return showMessage(error);
     }
@@ -61,21 +61,25 @@ void EditorDialogs::saved(const std::string& path, const std::string& error, boo
 }
 
 void EditorDialogs::draw() {
-    _messages.draw();
-    const Answer answered = _question.draw();
-    if(answered != Answer::None) answer(answered);
-    const bool wasOpen = _files.isOpen();
+    // Modal windows close each other: the others wait.
+    if(_messages.isOpen()) return _messages.draw();
+    if(_question.isOpen()) return answer(_question.draw());
+    if(_files.isOpen()) drawFiles();
+}
+
+void EditorDialogs::drawFiles() {
     if(const std::optional<std::string> file = _files.draw()) {
         if(_savesAs)
             _actions.push_back({ProjectAction::Kind::Save, *file, false});
         else
             open(*file);
-    } else if(wasOpen && !_files.isOpen()) {
+    } else if(!_files.isOpen()) {
         _waiting.reset();
     }
 }
 
 void EditorDialogs::answer(Answer answer) {
+    if(answer == Answer::None) return;
     if(answer == Answer::Cancel)
         _waiting.reset();
     else if(_asked == Question::Unsaved)

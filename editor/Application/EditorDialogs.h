@@ -34,9 +34,11 @@ public:
     void saveAs();
     void showMessage(std::string text) { _messages.show(std::move(text)); }
 
-    // The outcome of a save that was asked for: an empty text, or what went wrong.
-    void saved(const std::string& path, const std::string& error, bool overwroteRepaired);
+    // The outcome of a save that was asked for: an empty text, or what went wrong. wasKept: the file is as it was because
+    // it holds what would be lost, and can be written over if that is wished for.
+    void saved(const std::string& path, const std::string& error, bool wasKept);
 
+    // One at a time: messages first, then a question, then the choice of a file.
     void draw();
     bool isOpen() const { return _messages.isOpen() || _question.isOpen() || _files.isOpen(); }
     // What is to be done next, in order.
@@ -46,6 +48,7 @@ private:
     enum class Question { Unsaved, Repaired };
 
     void leaveProject(ProjectAction action);
+    void drawFiles();
     void answer(Answer answer);
     void answerUnsaved(Answer answer);
     void answerRepaired(Answer answer);

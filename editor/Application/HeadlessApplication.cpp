@@ -40,24 +40,25 @@ std::string readScript(const std::string& file, std::vector<ScriptCommand>& comm
 class HeadlessApplication {
 public:
     explicit HeadlessApplication(const CommandLine& line):
-        _line(line), _platform{line.size, line.scale}, _target{std::make_unique<RenderTarget>(
-                                                           _platform.framebufferSize())},
-        _editor{_platform, line.module.empty() ? defaultModuleFile() : line.module, {}} {
+        _line(line), _platform{line.size, line.scale}, _editor{_platform,
+                                                           line.module.empty() ? defaultModuleFile() : line.module,
+                                                           {}} {
         if(line.fontScale > 0.0f) _editor.settings().fontScale = line.fontScale;
         _editor.input().warpTo({-1.0f, -1.0f});
     }
 
     // Empty, or one line.
     std::string start() {
-        const std::string error = _editor.loadView();
+        std::string error = fitTarget();
+        if(error.empty()) error = _editor.loadView();
         return error.empty() && !_line.project.empty() ? _editor.open(_line.project) : error;
     }
 
     std::string play(const std::vector<ScriptCommand>& commands) {
         // Windows find their order and their places.
         for(int i = 0; i != FramesBeforeScript; ++i) drawFrame();
-        ScriptRunner::Stage stage{
-            [this] { drawFrame(); }, [this](const std::string& file) { return writePng(file, _target->read()); }};
+        ScriptRunner::Stage stage{[this] { drawFrame(); }, [this] { return fitTarget(); },
+            [this](const std::string& file) { return writePng(file, _target->read()); }};
         return ScriptRunner{_editor, _platform, std::move(stage)}.run(commands);
     }
 
@@ -69,10 +70,17 @@ public:
 private:
     static constexpr int FramesBeforeScript = 3;
 
+    // Empty, or one line; the target is the old one then.
+    std::string fitTarget() {
+        if(_target && _target->size() == _platform.framebufferSize()) return {};
+        std::string error;
+        std::unique_ptr<RenderTarget> target = RenderTarget::create(_platform.framebufferSize(), error);
+        if(target) _target = std::move(target);
+        return error;
+    }
+
     void drawFrame() {
         _platform.advance();
-        if(_target->size() != _platform.framebufferSize())
-            _target = std::make_unique<RenderTarget>(_platform.framebufferSize());
         _editor.drawFrame(_target->framebuffer(), Vector2{_platform.size()});
         // The window system would tell that the cursor is elsewhere now.
         if(const std::optional<Vector2d> warp = _platform.takeWarp()) _editor.input().warpTo(Vector2{*warp});

@@ -19,10 +19,18 @@ namespace {
 
 constexpr int NoKey = GLFW_KEY_UNKNOWN;
 constexpr unsigned ModifierKeyCount = 4;
+constexpr unsigned AllModifiers = (1u << ModifierKeyCount) - 1;
 
 Vector2i wholePoints(const Vector2& position) { return Vector2i{Math::floor(position)}; }
 
 } // namespace
+
+void InputRouter::setModifiers(unsigned modifiers) {
+    modifiers &= AllModifiers;
+    _heldModifierKeys &= modifiers | modifiers << ModifierKeyCount;
+    _otherModifiers = modifiers & ~heldModifiers();
+    _modifiers = modifiers;
+}
 
 void InputRouter::moveTo(const Vector2& position) {
     _position = position;
@@ -74,7 +82,7 @@ void InputRouter::addText(Containers::StringView utf8) { _interface.addText(utf8
 void InputRouter::setWindowFocus(bool isFocused) {
     _interface.setFocus(isFocused);
     if(isFocused) return;
-    _heldModifierKeys = _modifiers = 0;
+    _heldModifierKeys = _otherModifiers = _modifiers = 0;
     _delivery.loseFocus(wholePoints(_position));
 }
 
@@ -85,7 +93,12 @@ void InputRouter::updateModifiers(int key, bool isDown) {
     if(!modifier) return;
     const unsigned bit = key >= GLFW_KEY_RIGHT_SHIFT ? modifier << ModifierKeyCount : modifier;
     _heldModifierKeys = isDown ? _heldModifierKeys | bit : _heldModifierKeys & ~bit;
-    _modifiers = (_heldModifierKeys | _heldModifierKeys >> ModifierKeyCount) & ((1u << ModifierKeyCount) - 1);
+    if(!isDown) _otherModifiers &= ~modifier;
+    _modifiers = heldModifiers() | _otherModifiers;
+}
+
+unsigned InputRouter::heldModifiers() const {
+    return (_heldModifierKeys | _heldModifierKeys >> ModifierKeyCount) & AllModifiers;
 }
 
 } // namespace VantrelEngine

@@ -36,6 +36,8 @@ public:
     // As of the last frame.
     void setFocus(const InterfaceFocus& focus) { _focus = focus; }
 
+    // Those that hold, however their keys were pressed: while the window had no focus nobody saw them.
+    void setModifiers(unsigned modifiers);
     // Window points, y down.
     void moveTo(const Magnum::Vector2& position);
     // The cursor was put there without having been moved: no way to tell anybody.
@@ -55,6 +57,7 @@ public:
 
 private:
     void updateModifiers(int key, bool isDown);
+    unsigned heldModifiers() const;
 
     InterfaceInput& _interface;
     EventDelivery& _delivery;
@@ -64,6 +67,8 @@ private:
     Magnum::Vector2i _toldPosition;
     // One bit for each of the eight keys, left ones in the lower half.
     unsigned _heldModifierKeys = 0;
+    // Held by keys that were not seen.
+    unsigned _otherModifiers = 0;
     unsigned _modifiers = 0;
 };
 

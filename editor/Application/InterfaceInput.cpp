@@ -97,7 +97,9 @@ void InterfaceInput::moveTo(const Vector2& position) { ImGui::GetIO().MousePos =
 void InterfaceInput::setButton(int button, bool isDown) {
     if(button >= ButtonCount) return;
     _isDown[button] = isDown;
-    if(isDown) _wasPressed[button] = true;
+    if(!isDown) return;
+    _wasPressed[button] = true;
+    _pressModifiers |= _modifiers;
 }
 
 void InterfaceInput::scroll(const Vector2& offset) {
@@ -106,26 +108,22 @@ void InterfaceInput::scroll(const Vector2& offset) {
     io.MouseWheel += offset.y();
 }
 
-void InterfaceInput::setModifiers(unsigned modifiers) {
-    ImGuiIO& io = ImGui::GetIO();
-    io.KeyCtrl = modifiers & ModifierControl;
-    io.KeyShift = modifiers & ModifierShift;
-    io.KeyAlt = modifiers & ModifierAlt;
-    io.KeySuper = modifiers & ModifierSuper;
-}
+void InterfaceInput::setModifiers(unsigned modifiers) { _modifiers = modifiers; }
 
 void InterfaceInput::setKey(int key, bool isDown, unsigned modifiers) {
     setModifiers(modifiers);
-    ImGuiIO& io = ImGui::GetIO();
-    if(key >= 0 && std::size_t(key) < sizeof io.KeysDown / sizeof *io.KeysDown) io.KeysDown[key] = isDown;
+    if(key < 0 || key >= KeyCount) return;
+    _isKeyDown[std::size_t(key)] = isDown;
+    if(!isDown) return;
+    _wasKeyPressed[std::size_t(key)] = true;
+    _pressModifiers |= modifiers;
 }
 
 void InterfaceInput::setFocus(bool isFocused) {
-    ImGuiIO& io = ImGui::GetIO();
-    io.AddFocusEvent(isFocused);
+    ImGui::GetIO().AddFocusEvent(isFocused);
     if(isFocused) return;
     // Releases will not come.
-    std::fill(std::begin(io.KeysDown), std::end(io.KeysDown), false);
+    _isKeyDown.reset();
     std::fill(std::begin(_isDown), std::end(_isDown), false);
     setModifiers(0);
 }
@@ -137,6 +135,16 @@ void InterfaceInput::beginFrame(Double delta) {
         io.MouseDown[button] = _isDown[button] || _wasPressed[button];
         _wasPressed[button] = false;
     }
+    static_assert(sizeof io.KeysDown / sizeof *io.KeysDown == KeyCount, "all keys that there are");
+    const std::bitset<KeyCount> keys = _isKeyDown | _wasKeyPressed;
+    for(std::size_t key = 0; key != KeyCount; ++key) io.KeysDown[key] = keys[key];
+    _wasKeyPressed.reset();
+    const unsigned modifiers = _modifiers | _pressModifiers;
+    _pressModifiers = 0;
+    io.KeyCtrl = modifiers & ModifierControl;
+    io.KeyShift = modifiers & ModifierShift;
+    io.KeyAlt = modifiers & ModifierAlt;
+    io.KeySuper = modifiers & ModifierSuper;
 }
 
 #endif

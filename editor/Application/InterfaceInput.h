@@ -1,13 +1,15 @@
 #pragma once
 
+#include <bitset>
+
 #include <Corrade/Containers/StringView.h>
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 
 namespace VantrelEngine {
 
-// Feeds the UI context that is current. What comes between two frames is what the next one sees; a button that was
-// pressed and released in between is down for one frame.
+// Feeds the UI context that is current. What comes between two frames is what the next one sees; a button or a
+// key that was pressed and released in between is down for one frame, with the modifiers of its press.
 class InterfaceInput {
 public:
     InterfaceInput();
@@ -29,11 +31,15 @@ public:
 
 private:
     static constexpr int ButtonCount = 3;
+    // As many as the UI library's older versions know.
+    static constexpr int KeyCount = 512;
 
     void setModifiers(unsigned modifiers);
 
     bool _isDown[ButtonCount]{};
     bool _wasPressed[ButtonCount]{};
+    std::bitset<KeyCount> _isKeyDown, _wasKeyPressed;
+    unsigned _modifiers = 0, _pressModifiers = 0;
 };
 
 } // namespace VantrelEngine

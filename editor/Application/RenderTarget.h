@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Renderbuffer.h>
 
@@ -13,14 +16,16 @@ Picture readPicture(Magnum::GL::Framebuffer& framebuffer, Magnum::UnsignedInt at
 // What a window's framebuffer would be.
 class RenderTarget {
 public:
-    // Pixels, above 0.
-    explicit RenderTarget(const Magnum::Vector2i& size);
+    // Pixels, above 0. Null, and one line, where there are more than MaxPixelCount, or than this machine draws.
+    static std::unique_ptr<RenderTarget> create(const Magnum::Vector2i& size, std::string& error);
 
     Magnum::Vector2i size() const { return _size; }
     Magnum::GL::Framebuffer& framebuffer() { return _framebuffer; }
     Picture read() { return readPicture(_framebuffer, 0); }
 
 private:
+    explicit RenderTarget(const Magnum::Vector2i& size);
+
     Magnum::Vector2i _size;
     Magnum::GL::Renderbuffer _color;
     Magnum::GL::Framebuffer _framebuffer;

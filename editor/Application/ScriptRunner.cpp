@@ -27,6 +27,11 @@ std::string ScriptRunner::run(const std::vector<ScriptCommand>& commands) {
     return {};
 }
 
+std::string ScriptRunner::resized() {
+    const std::string error = _stage.fit();
+    return error.empty() ? drawn({}) : error;
+}
+
 std::string ScriptRunner::drawn(std::string error) {
     _stage.drawFrame();
     return error;
@@ -76,8 +81,8 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), command.verb == ScriptVerb::Key, false); return drawn({});
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
     case ScriptVerb::Focus: _editor.input().setWindowFocus(numbers[0] != 0.0); return drawn({});
-    case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return drawn({});
-    case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return drawn({});
+    case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
+    case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
     case ScriptVerb::Select: return drawn(select(command));
     case ScriptVerb::Reload: {

@@ -18,6 +18,8 @@ public:
     struct Stage {
         // A frame later in time.
         std::function<void()> drawFrame;
+        // What is drawn to becomes as large as the platform is now. Empty, or one line.
+        std::function<std::string()> fit;
         // Writes the last frame to a file. Empty, or one line.
         std::function<std::string(const std::string& file)> writePicture;
     };
@@ -34,6 +36,7 @@ private:
     std::string select(const ScriptCommand& command);
     std::string writeIdImage(const std::string& file);
     void moveTo(Magnum::Double x, Magnum::Double y);
+    std::string resized();
     // The result of what a frame follows.
     std::string drawn(std::string error);
 

@@ -86,13 +86,19 @@ private:
     void showTitle();
     // Before an event is delivered: the view measures time from frame to frame, and none was drawn for a while.
     void wakeUp();
-    void setButton(Window::Pointer pointer, const Vector2& position, bool isDown);
+    void setButton(Window::Pointer pointer, const Vector2& position, Modifiers modifiers, bool isDown);
+    void moveTo(const Vector2& position) { _editor->input().moveTo(position + Vector2{_cursorOffset}); }
+    void setModifiers(Modifiers modifiers);
 
-    std::unique_ptr<Editor> _editor;
     bool _isIdle = false;
     bool _isCursorDisabled = false;
+    // From where the window library has the disabled cursor to where it was put: without the focus, putting it there
+    // does nothing.
+    Vector2d _cursorOffset;
     Containers::Optional<Cursor> _shownCursor;
     std::string _shownTitle;
+    // Last: what it gives back when it goes comes back to the members above.
+    std::unique_ptr<Editor> _editor;
 };
 
 // The window library calls back without saying for whom; there is one window.
@@ -152,11 +158,13 @@ Vector2 WindowApplication::framebufferScale() {
 Vector2d WindowApplication::cursorPosition() {
     Vector2d position;
     glfwGetCursorPos(window(), &position.x(), &position.y());
-    return position;
+    return position + _cursorOffset;
 }
 
 void WindowApplication::setCursorPosition(const Vector2i& position) {
     warpCursor(position);
+    _cursorOffset = {};
+    if(_isCursorDisabled) _cursorOffset = Vector2d{position} - cursorPosition();
     _editor->input().warpTo(Vector2{position});
 }
 
@@ -164,6 +172,7 @@ void WindowApplication::setCursorDisabled(bool disabled) {
     if(disabled == _isCursorDisabled) return;
     _isCursorDisabled = disabled;
     _shownCursor = Containers::NullOpt;
+    _cursorOffset = {};
     setCursor(disabled ? Cursor::HiddenLocked : Cursor::Arrow);
     _editor->input().warpTo(Vector2{cursorPosition()});
 }
@@ -178,7 +187,10 @@ void WindowApplication::drawFrame() {
     swapBuffers();
     showCursor();
     showTitle();
-    if(_editor->wantsQuit()) return exit();
+    if(_editor->wantsQuit()) {
+        _editor->releaseInput();
+        return exit();
+    }
     if(_editor->wantsFrame())
         redraw();
     else
@@ -213,38 +225,44 @@ void WindowApplication::viewportEvent(ViewportEvent&) {
 
 void WindowApplication::keyPressEvent(Window::KeyEvent& event) {
     wakeUp();
+    setModifiers(event.modifiers());
     _editor->setKey(int(event.key()), true, event.isRepeated());
 }
 
 void WindowApplication::keyReleaseEvent(Window::KeyEvent& event) {
     wakeUp();
+    setModifiers(event.modifiers());
     _editor->setKey(int(event.key()), false, false);
 }
 
-void WindowApplication::setButton(Window::Pointer pointer, const Vector2& position, bool isDown) {
+// The bits are the same.
+void WindowApplication::setModifiers(Modifiers modifiers) { _editor->input().setModifiers(unsigned(int(modifiers))); }
+
+void WindowApplication::setButton(Window::Pointer pointer, const Vector2& position, Modifiers modifiers, bool isDown) {
     const std::optional<MouseButton> button = buttonOf(pointer);
     if(!button) return;
-    _editor->input().moveTo(position);
+    setModifiers(modifiers);
+    moveTo(position);
     _editor->input().setButton(*button, isDown);
 }
 
 void WindowApplication::pointerPressEvent(PointerEvent& event) {
     wakeUp();
-    setButton(event.pointer(), event.position(), true);
+    setButton(event.pointer(), event.position(), event.modifiers(), true);
 }
 
 void WindowApplication::pointerReleaseEvent(PointerEvent& event) {
     wakeUp();
-    setButton(event.pointer(), event.position(), false);
+    setButton(event.pointer(), event.position(), event.modifiers(), false);
 }
 
 void WindowApplication::pointerMoveEvent(PointerMoveEvent& event) {
     wakeUp();
     // While a button is down, others come as movements.
     if(const Containers::Optional<Window::Pointer> pointer = event.pointer())
-        setButton(*pointer, event.position(), bool(event.pointers() & *pointer));
+        setButton(*pointer, event.position(), event.modifiers(), bool(event.pointers() & *pointer));
     else
-        _editor->input().moveTo(event.position());
+        moveTo(event.position());
 }
 
 void WindowApplication::scrollEvent(ScrollEvent& event) {

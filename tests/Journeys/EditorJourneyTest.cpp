@@ -12,6 +12,10 @@ using testing::Not;
 
 using EditorJourneyTest = JourneyTest;
 
+std::string withControl(const std::string& key) {
+    return "key LeftCtrl\nkey " + key + "\nkeyup " + key + "\nkeyup LeftCtrl\n";
+}
+
 TEST_F(EditorJourneyTest, PressesOverTheViewAreTheViews) {
     EXPECT_EQ(heard(play(R"(
 mouse 600 300
@@ -177,6 +181,120 @@ dump document {}/fresh
     EXPECT_THAT(read("project.json"), HasSubstr("Marble"));
 }
 
+TEST_F(EditorJourneyTest, DialogsWaitForEachOther) {
+    // A message comes over the choice of a file, which is there again afterwards.
+    folder.write("project.json", readFile(Courtyard));
+    folder.write("other.json", R"({"objects":{"only":{"name":"Alone"}}})");
+    play("wait 2\nreload {}/missing.so\nwait 30\nscreenshot {}/message.png\n");
+    play("open {}/project.json\n" + withControl("O") + R"(
+wait 2
+screenshot {}/files.png
+reload {}/missing.so
+wait 30
+screenshot {}/both.png
+key Enter
+keyup Enter
+wait 4
+mouse 250 200
+press left
+release left
+mouse 255 555
+press left
+release left
+wait 5
+dump document {}/document
+)");
+    EXPECT_THAT(read("document"), HasSubstr("Alone"));
+    const JourneyPicture message = picture("message.png"), files = picture("files.png"), both = picture("both.png");
+    int differentFromMessage = 0, differentFromFiles = 0;
+    // Where the dialogs are, over the view.
+    for(int y = 130; y != 500; ++y)
+        for(int x = 300; x != 700; ++x) {
+            differentFromMessage += both.pixel(x, y) != message.pixel(x, y);
+            differentFromFiles += both.pixel(x, y) != files.pixel(x, y);
+        }
+    EXPECT_EQ(differentFromMessage, 0);
+    EXPECT_GT(differentFromFiles, 10000);
+}
+
+TEST_F(EditorJourneyTest, OpeningIsSeenBeforeItHappens) {
+    constexpr unsigned View = 0x3c5a82;
+    folder.write("project.json", readFile(Courtyard));
+    folder.write("other.json", R"({"objects":{"only":{"name":"Alone"}}})");
+    play("open {}/project.json\n" + withControl("O") + R"(
+wait 2
+mouse 250 200
+press left
+release left
+mouse 255 555
+press left
+release left
+wait 2
+screenshot {}/busy.png
+dump document {}/before
+wait 3
+screenshot {}/opened.png
+dump document {}/after
+)");
+    EXPECT_NE(picture("busy.png").pixel(500, 350), View);
+    EXPECT_THAT(read("before"), Not(HasSubstr("Alone")));
+    EXPECT_EQ(picture("opened.png").pixel(500, 350), View);
+    EXPECT_THAT(read("after"), HasSubstr("Alone"));
+}
+
+TEST_F(EditorJourneyTest, ARepairedFileIsWrittenOverWhenThatIsWishedFor) {
+    const std::string repaired = R"({"objects":{"x":{"parent":"x"}}})";
+    folder.write("project.json", repaired);
+    const std::string log = play("open {}/project.json\n" + withControl("S") +
+        "wait 2\ndump document {}/kept\nsave "
+        "{}/copy.json\nopen {}/project.json\n" +
+        withControl("S") + R"(
+wait 2
+key Escape
+keyup Escape
+wait 2
+)" + withControl("S") +
+        R"(
+wait 2
+key Enter
+keyup Enter
+wait 2
+)");
+    EXPECT_THAT(log, HasSubstr("the file is kept as it is"));
+    EXPECT_NE(read("project.json"), repaired);
+    EXPECT_EQ(read("project.json.bak"), repaired);
+}
+
+TEST_F(EditorJourneyTest, ASaveThatFailsIsNotTriedAgainAndNothingIsLeft) {
+    folder.write("project.json", readFile(Courtyard));
+    // The backup has no place.
+    std::filesystem::create_directories(folder.path("project.json.bak/folder"));
+    play(R"(
+open {}/project.json
+record /objects/ball/name "Marble"
+)" + withControl("N") +
+        R"(
+key Enter
+keyup Enter
+wait 2
+key Enter
+keyup Enter
+wait 2
+dump log {}/log
+save {}/elsewhere.json
+)" + withControl("S") +
+        R"(
+wait 2
+dump document {}/document
+)");
+    const std::string log = read("log"), error = folder.path("project.json") + ": ";
+    const std::size_t first = log.find(error);
+    ASSERT_NE(first, std::string::npos) << log;
+    EXPECT_EQ(log.find(error, first + 1), std::string::npos) << log;
+    EXPECT_EQ(read("project.json"), readFile(Courtyard));
+    EXPECT_THAT(read("document"), HasSubstr("Marble")) << "the new project waited for a save that failed";
+}
+
 TEST_F(EditorJourneyTest, SplittersArrangeThePanes) {
     constexpr unsigned View = 0x3c5a82;
     play(R"(
@@ -238,6 +356,8 @@ TEST_F(EditorJourneyTest, MistakesInAScript) {
         {"wait 1\nopen {}/missing.json\nwait 1\n", "missing.json"},
         {"screenshot {}/no/such/folder.png\n", "folder.png: the picture cannot be written"},
         {"idimage {}/ids.png\n", "there is no view that has drawn"},
+        {"resize 8192 1\nscale 4\n", "line 2: \"scale 4\": 32768x4 pixels cannot be drawn here"},
+        {"resize 8192 8192\nscale 2\n", "line 2: \"scale 2\": 16384x16384 pixels cannot be drawn here"},
         {"dump log {}/no/such/folder\n", "the file cannot be written"}};
     for(const auto& testCase: cases) {
         const JourneyResult result = play(testCase.script, "--module " + Recorder + " " + Courtyard);
@@ -258,6 +378,8 @@ TEST_F(EditorJourneyTest, WhatCannotBeOpenedEndsTheRun) {
         {"--headless --module " OTHER_RECORDER " " + Courtyard, 1, "wrong version of plugin Recorder"},
         {"--headless --module " + Recorder + " --screenshot " + folder.path("no/folder.png") + " " + Courtyard, 1,
             "the picture cannot be written"},
+        {"--headless --size 8192x1 --scale 4 --module " + Recorder + " " + Courtyard, 1,
+            "32768x4 pixels cannot be drawn here: at most "},
         {"--headless --script " + folder.path("missing.txt"), 2, "missing.txt: the script cannot be read"},
         {"--headless", 2, "--headless needs a project or a script"}};
     for(const auto& testCase: cases) {

@@ -2,6 +2,7 @@
 #include <functional>
 #include <future>
 #include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -19,7 +20,7 @@ using testing::HasSubstr;
 
 constexpr unsigned long View = 0x3c5a82;
 // As an X server numbers them.
-constexpr unsigned LeftButton = 1, RightButton = 3, KeyW = 25;
+constexpr unsigned LeftButton = 1, RightButton = 3, KeyW = 25, KeyP = 33;
 
 // The editor with a window, on a server of the test's own.
 class WindowJourneyTest: public JourneyTest {
@@ -34,12 +35,13 @@ protected:
         if(display) XCloseDisplay(display);
     }
 
-    // Starts the editor and waits until it shows the view of the recorder.
-    void start(const std::string& arguments) {
+    // Starts the editor with the courtyard and waits until it is opened, and shown by the recorder if that is the view.
+    void start(const std::string& arguments, bool isRecorder = true) {
         ASSERT_TRUE(display);
-        editor = std::async(std::launch::async, [this, arguments] { return runEditor(arguments); });
-        ASSERT_TRUE(waitFor([this] { return (window = find()) != 0; }));
-        ASSERT_TRUE(waitFor([this] { return middle() == View; }));
+        const std::string all = arguments + " --size 900x600 " + Courtyard;
+        editor = std::async(std::launch::async, [this, all] { return runEditor(all); });
+        ASSERT_TRUE(waitFor([this] { return (window = find("project.json - Vantrel Editor")) != 0; }));
+        ASSERT_TRUE(waitFor([&] { return !isRecorder || middle() == View; }));
         // There is no window manager that would.
         XSetInputFocus(display, window, RevertToNone, CurrentTime);
         wait();
@@ -63,19 +65,39 @@ protected:
         wait();
     }
 
-    void button(unsigned button, bool isDown) {
+    // The state is that of the modifiers' keys before it.
+    void button(unsigned button, bool isDown, unsigned state = 0) {
         XEvent event{};
         event.xbutton.type = isDown ? ButtonPress : ButtonRelease;
         event.xbutton.button = button;
+        event.xbutton.state = state;
         send(event, isDown ? ButtonPressMask : ButtonReleaseMask);
     }
 
-    void key(unsigned code, bool isDown) {
+    void key(unsigned code, bool isDown, unsigned state = 0) {
         XEvent event{};
         event.xkey.type = isDown ? KeyPress : KeyRelease;
         event.xkey.keycode = code;
+        event.xkey.state = state;
         event.xkey.time = ++time;
         send(event, isDown ? KeyPressMask : KeyReleaseMask);
+    }
+
+    void takeFocus() {
+        XSetInputFocus(display, None, RevertToNone, CurrentTime);
+        wait();
+    }
+
+    // What the middle of the view shows, when it does not change any more; empty where it never does.
+    std::vector<unsigned long> settledView() const {
+        std::vector<unsigned long> last, now;
+        const bool isSettled = waitFor([&] {
+            wait();
+            last = std::move(now);
+            now = pixels(400, 200, 200, 100);
+            return !now.empty() && now == last;
+        });
+        return isSettled ? now : std::vector<unsigned long>{};
     }
 
 private:
@@ -86,7 +108,7 @@ private:
         wait();
     }
 
-    void wait() {
+    void wait() const {
         XSync(display, False);
         // A frame is drawn between two events, as between those of a person.
         std::this_thread::sleep_for(std::chrono::milliseconds{100});
@@ -100,14 +122,14 @@ private:
         return false;
     }
 
-    Window find() const {
+    Window find(const std::string& title) const {
         Window root, parent, *children = nullptr, found = 0;
         unsigned count = 0;
         if(!XQueryTree(display, DefaultRootWindow(display), &root, &parent, &children, &count)) return 0;
         for(unsigned i = 0; i != count; ++i) {
             char* name = nullptr;
             if(!XFetchName(display, children[i], &name)) continue;
-            if(std::string{name}.find("Vantrel Editor") != std::string::npos) found = children[i];
+            if(title == name) found = children[i];
             XFree(name);
         }
         if(children) XFree(children);
@@ -116,14 +138,21 @@ private:
 
     // The colour in the middle of the window.
     unsigned long middle() const {
+        const std::vector<unsigned long> pixel = pixels(450, 300, 1, 1);
+        return pixel.empty() ? 0 : pixel.front();
+    }
+
+    // Of a part of the window, row by row; nothing while it cannot be seen.
+    std::vector<unsigned long> pixels(int x, int y, int width, int height) const {
         XWindowAttributes attributes;
-        if(!XGetWindowAttributes(display, window, &attributes) || attributes.map_state != IsViewable) return 0;
-        XImage* const image =
-            XGetImage(display, window, attributes.width / 2, attributes.height / 2, 1, 1, AllPlanes, ZPixmap);
-        if(!image) return 0;
-        const unsigned long pixel = XGetPixel(image, 0, 0) & 0xffffff;
+        if(!XGetWindowAttributes(display, window, &attributes) || attributes.map_state != IsViewable) return {};
+        XImage* const image = XGetImage(display, window, x, y, unsigned(width), unsigned(height), AllPlanes, ZPixmap);
+        if(!image) return {};
+        std::vector<unsigned long> pixels;
+        for(int row = 0; row != height; ++row)
+            for(int column = 0; column != width; ++column) pixels.push_back(XGetPixel(image, column, row) & 0xffffff);
         XDestroyImage(image);
-        return pixel;
+        return pixels;
     }
 
     Display* display;
@@ -133,7 +162,7 @@ private:
 };
 
 TEST_F(WindowJourneyTest, EventsReachTheViewAndSettingsAreKept) {
-    start("--module " + Recorder + " --size 900x600 " + Courtyard);
+    start("--module " + Recorder);
     move(500, 300);
     button(RightButton, true);
     // While one button is down, the others come as movements.
@@ -154,6 +183,60 @@ TEST_F(WindowJourneyTest, EventsReachTheViewAndSettingsAreKept) {
     const std::string settings = read("config/vantrel-editor/settings.json");
     EXPECT_THAT(settings, HasSubstr("Courtyard/project.json"));
     EXPECT_THAT(settings, HasSubstr("\"width\": 900"));
+}
+
+TEST_F(WindowJourneyTest, ModifiersOfKeysThatTheWindowDidNotSee) {
+    start("--module " + Recorder);
+    move(500, 300);
+    button(RightButton, true, ShiftMask);
+    button(RightButton, false, ShiftMask);
+    key(KeyW, true, ControlMask);
+    key(KeyW, false);
+    const JourneyResult result = close();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_THAT(heard(result.output),
+        HasSubstr("press 1 500 300 1\nrelease 1 500 300 1\nkey 87 2 false\nkeyup 87 0 false\ndeleted\n"));
+}
+
+TEST_F(WindowJourneyTest, ClosingReleasesWhatIsHeld) {
+    start("--module " + Recorder);
+    move(500, 300);
+    button(RightButton, true);
+    key(KeyW, true);
+    const JourneyResult result = close();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_THAT(heard(result.output),
+        HasSubstr("press 1 500 300 0\nkey 87 0 false\nkeyup 87 0 false\nrelease 1 500 300 0\ndeleted\n"));
+}
+
+TEST_F(WindowJourneyTest, ClosingWhileFlyingEndsWell) {
+    start({}, false);
+    move(500, 300);
+    button(RightButton, true);
+    const JourneyResult result = close();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_THAT(read("config/vantrel-editor/settings.json"), HasSubstr("Courtyard/project.json"));
+}
+
+TEST_F(WindowJourneyTest, FlyingWithoutTheFocusDoesNotTurn) {
+    start({}, false);
+    takeFocus();
+    // Beside the middle: there the cursor is put.
+    move(700, 200);
+    const std::vector<unsigned long> before = settledView();
+    EXPECT_FALSE(before.empty());
+    button(RightButton, true);
+    // A frame comes with each event.
+    for(int i = 0; i != 3; ++i) {
+        key(KeyP, true);
+        key(KeyP, false);
+    }
+    EXPECT_EQ(settledView(), before);
+    key(KeyW, true);
+    key(KeyW, false);
+    EXPECT_NE(settledView(), before) << "it flies";
+    button(RightButton, false);
+    EXPECT_EQ(close().status, 0);
 }
 
 }

@@ -65,6 +65,7 @@ TEST(CommandLineTest, Mistakes) {
         {{"--frames", "3"}, "--frames goes with --headless only"},
         {{"--screenshot", "x"}, "--screenshot goes with --headless only"},
         {{"--headless", "a", "--frames", "0"}, "--frames"}, {{"--headless", "a", "--scale", "100"}, "--scale"},
+        {{"--headless", "a", "--size", "8192x8192", "--scale", "1.5"}, "--size times --scale is more than 67108864"},
         {{"--size", "10"}, "\"10\" is no size"}, {{"--font-size", "4"}, "--font-size"}};
     for(const auto& testCase: cases) {
         const Outcome outcome = read(testCase.arguments);
@@ -72,6 +73,11 @@ TEST(CommandLineTest, Mistakes) {
         EXPECT_EQ(outcome.status, 2) << testCase.complaint;
         EXPECT_THAT(outcome.complaint, HasSubstr(testCase.complaint));
     }
+}
+
+TEST(CommandLineTest, TheLargestPicture) {
+    EXPECT_TRUE(read({"--headless", "a", "--size", "8192x8192"}).line);
+    EXPECT_TRUE(read({"--headless", "a", "--size", "4096x4096", "--scale", "2"}).line);
 }
 
 TEST(CommandLineTest, Sizes) {

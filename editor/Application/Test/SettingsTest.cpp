@@ -95,9 +95,18 @@ TEST(RecentFilesTest, TheLatestIsFirstAndOnce) {
     std::vector<std::string> files;
     for(const char* const file: {"a", "b", "c", "a"}) addRecentFile(files, file);
     EXPECT_THAT(files, ElementsAre("a", "c", "b"));
-    removeRecentFile(files, "c");
-    removeRecentFile(files, "x");
-    EXPECT_THAT(files, ElementsAre("a", "b"));
+}
+
+TEST(RecentFilesTest, OnlyWhatIsNotThereIsTakenOut) {
+    TestFolder folder;
+    folder.write("broken.json", "{");
+    const std::string there = folder.path("broken.json"), missing = folder.path("missing.json");
+    std::vector<std::string> files{there, missing, "other"};
+    removeMissingFile(files, there);
+    EXPECT_THAT(files, ElementsAre(there, missing, "other"));
+    removeMissingFile(files, missing);
+    removeMissingFile(files, folder.path("neither.json"));
+    EXPECT_THAT(files, ElementsAre(there, "other"));
 }
 
 TEST(RecentFilesTest, TheListHasAnEnd) {

@@ -33,11 +33,6 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
-// Of all errors of a save, the one that the user may overrule.
-bool isRefusalToOverwrite(const std::string& error) {
-    return Containers::StringView{error.data(), error.size()}.hasSuffix(", the file is kept as it is");
-}
-
 bool isView(const ImGuiWindow* window) {
     return window && Containers::StringView{window->RootWindow->Name} == ViewName;
 }
@@ -178,9 +173,10 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::New: return startNew();
     case ProjectAction::Kind::Quit: _wantsQuit = true; return;
     case ProjectAction::Kind::Save: {
+        const bool isKept = !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         const std::string error = save(action.path, action.overwritesRepaired);
         if(!error.empty()) Utility::Error{} << error.data();
-        return _dialogs.saved(action.path, error, isRefusalToOverwrite(error));
+        return _dialogs.saved(action.path, error, isKept);
     }
     case ProjectAction::Kind::Open:
         _opening = action.path;

@@ -45,6 +45,8 @@ public:
     // the file and the mark are as they were then. A project that was repaired when it was opened is not written over
     // its file unless that is wished for.
     std::string save(const std::string& path, ProjectStore::Repaired repaired = ProjectStore::Repaired::Keep);
+    // Whether that is so of the file at a path.
+    bool keepsFile(const std::string& path) const { return _store.keeps(path); }
     // Empty for a project that has no file yet.
     const std::string& path() const { return _store.path(); }
 

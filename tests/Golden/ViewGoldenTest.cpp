@@ -10,6 +10,7 @@
 #include <Magnum/Math/Color.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <gmock/gmock.h>
+#include <imgui.h>
 
 #include "Abi/Picture.h"
 #include "Support/ViewHost.h"
@@ -126,6 +127,17 @@ void deselect(ViewHost& host) {
     host.session.data().deselectObject(objectOf(host, "column2Shaft"));
     host.session.data().deselectObject(objectOf(host, "column2Capital"));
 }
+// Culling stays for where the camera was, then it backs off.
+void freezeCulling(ViewHost& host) {
+    host.session.data().selectObject(objectOf(host, "crate1"), false);
+    host.state.display(DebugDisplay::FreezeCullingFrustum) = 1;
+    ImGui::GetIO().MousePos = {200.0f, 150.0f};
+    host.frame();
+    host.frame();
+    host.view().mousePressEvent({MouseButton::Middle, {200, 150}, 0});
+    host.view().mouseMoveEvent({{0, 500}, ModifierControl});
+    host.view().mouseReleaseEvent({MouseButton::Middle, {200, 150}, 0});
+}
 void hideGround(ViewHost& host) { set(host, "/objects/ground/components/0/active", "false"); }
 const Golden Goldens[]{
     {"shaded", RenderMode::Shaded, {}, hideGround},
@@ -139,6 +151,7 @@ const Golden Goldens[]{
     {"object-id", RenderMode::ObjectId, {}, hideGround},
     {"outline", RenderMode::Shaded, select, deselect},
     {"objects", RenderMode::Shaded, display(DebugDisplay::Objects, 1), display(DebugDisplay::Objects, 0)},
+    {"frozen-culling", RenderMode::Shaded, freezeCulling, display(DebugDisplay::FreezeCullingFrustum, 0)},
     {"collision-shapes", RenderMode::Shaded, display(DebugDisplay::CollisionShapes, 1),
         [](ViewHost& host) {
             for(const char* const object: {"ground", "column1Shaft", "column2Shaft", "column3Shaft", "column4Shaft"})

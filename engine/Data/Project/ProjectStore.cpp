@@ -115,6 +115,8 @@ OpenedProject ProjectStore::open(const std::string& path) {
     return opened;
 }
 
+bool ProjectStore::keeps(const std::string& path) const { return !_state->whyKept(path).empty(); }
+
 std::string ProjectStore::save(const std::string& path, Repaired repaired) {
     const std::string kept = _state->whyKept(path);
     if(!kept.empty() && repaired == Repaired::Keep) return path + ": " + kept + ", the file is kept as it is";

@@ -43,6 +43,9 @@ public:
         Overwrite
     };
 
+    // Whether save() would not write over the file at the path unless that is wished for.
+    bool keeps(const std::string& path) const;
+
     // Writes the project to a path, which becomes its path; the old contents stay as PATH.bak. The undo log is the
     // caller's to mark. Returns an empty text, or one line with the path in front and the reason; the file at the path
     // is whole then, and as it was.

@@ -144,6 +144,7 @@ TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     const std::string reason = ": the project was repaired in 2 places when it was opened, the file is kept as it is";
     for(const std::string& same:
         {path, (folder / "sub" / "link.json").string(), (folder / "sub/../project.json").string()}) {
+        EXPECT_TRUE(store.keeps(same));
         EXPECT_EQ(store.save(same), same + reason);
         EXPECT_EQ(readFile(path), repairable);
     }
@@ -158,6 +159,7 @@ TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     EXPECT_EQ(store.open(path).error, "");
     EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
     EXPECT_EQ(readFile(path + ".bak"), repairable);
+    EXPECT_FALSE(store.keeps(path));
     EXPECT_EQ(store.save(path), "");
     EXPECT_THAT(store.open(path).problems, IsEmpty());
 }

@@ -109,14 +109,7 @@ std::string Editor::save(const std::string& path, bool overwritesRepaired) {
 }
 
 void Editor::startNew() {
-    // The view holds on to the project that it was given.
-    const bool hadView = _loader.module();
-    closeView();
-    _session = std::make_unique<ProjectSession>();
-    _session->editor().state().platform = &_platform;
-    addEngineAssets(_session->data().resources());
-    const std::string error = hadView ? loadView() : std::string{};
-    if(!error.empty()) showError(error);
+    _session->startNew();
     requestFrames();
 }
 

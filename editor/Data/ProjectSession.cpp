@@ -40,6 +40,14 @@ ProjectSession::ProjectSession():
 
 ProjectSession::~ProjectSession() = default;
 
+void ProjectSession::startNew() {
+    _store.startNew();
+    _data.resources().forgetProjectFolder();
+    startOver();
+    compileResources();
+    compileObjects();
+}
+
 OpenedProject ProjectSession::open(const std::string& path) {
     OpenedProject opened = read(path);
     if(!opened.error.empty()) return opened;
@@ -52,10 +60,15 @@ OpenedProject ProjectSession::read(const std::string& path) {
     OpenedProject opened = _store.open(path);
     if(!opened.error.empty()) return opened;
     _data.resources().setProjectFolder(folderOf(path));
+    startOver();
+    return opened;
+}
+
+// With another document.
+void ProjectSession::startOver() {
     _data.selection().clear();
     _changes->clear();
     readEditorSettings();
-    return opened;
 }
 
 void ProjectSession::readEditorSettings() {

@@ -33,6 +33,9 @@ public:
     AssetCompiler& compiler() { return *_compiler; }
     ResourceCompiler& resourceCompiler() { return *_resourceCompiler; }
 
+    // Puts a new project without a file in the place of the one that is open. The undo log is empty then.
+    void startNew();
+
     // Reads the project from a file, checks it, and compiles all of it. The undo log is empty then. With an error, the
     // session is as it was.
     OpenedProject open(const std::string& path);
@@ -54,6 +57,7 @@ public:
     void update();
 
 private:
+    void startOver();
     void readEditorSettings();
     void setUsersPending();
 

@@ -105,6 +105,7 @@ void SceneView::draw() {
 
     if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
     if(_data->projectNumber != _projectSeen) {
+        apply(_navigation.endMode());
         _navigation.reset(*_data, _camera);
         _projectSeen = _data->projectNumber;
     }
@@ -122,7 +123,7 @@ void SceneView::draw() {
 // A window that is closed has no picture to be used, and lets go of what it held.
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
-    apply(_navigation.releaseAll());
+    apply(_navigation.endMode());
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -234,7 +235,7 @@ void SceneView::keyPressEvent(const KeyEvent& event) {
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
-void SceneView::focusLost() { apply(_navigation.releaseAll()); }
+void SceneView::focusLost() { apply(_navigation.endMode()); }
 
 void SceneView::apply(CameraNavigation::Change change) {
     Platform& platform = *_editor->state().platform;

@@ -65,6 +65,43 @@ TEST_F(ProjectSessionTest, everySettingHasADefault) {
     EXPECT_EQ(warnings, "");
 }
 
+TEST_F(ProjectSessionTest, aNewProjectTakesThePlaceOfTheOpenOne) {
+    ASSERT_EQ(
+        session
+            .open(write("a.json",
+                "{'objects': {'a': " + object() + "}, 'settings': {'editor': {'camera': {'pitch': 10, 'yaw': 20}}}}"))
+            .error,
+        "");
+    session.data().selectObject(objectOf("a"), false);
+    record("/objects/b", object());
+    session.editor().state().display(DebugDisplay::Objects) = 1;
+    const auto number = session.data().projectNumber;
+
+    session.startNew();
+    EXPECT_EQ(session.path(), "");
+    EXPECT_EQ(document(), VantrelTest::jsonText(VantrelEngine::ProjectSession{}.data().project().projectFile()));
+    EXPECT_EQ(scene.size(), 1u);
+    EXPECT_FALSE(session.data().firstSelectedObject());
+    EXPECT_FALSE(changes().hasUnsavedChanges());
+    EXPECT_FALSE(changes().canUndo());
+    EXPECT_FLOAT_EQ(session.data().cameraPitch, -35.264f);
+    EXPECT_FLOAT_EQ(session.data().cameraYaw, 45.0f);
+    EXPECT_NE(session.data().projectNumber, number);
+    // Files beside the one before are none of its own.
+    EXPECT_EQ(session.data().resources().resolveLink({"", "a.json"}), nullptr);
+    // What the editor shows is not the project's.
+    EXPECT_EQ(session.editor().state().display(DebugDisplay::Objects), 1);
+}
+
+TEST_F(ProjectSessionTest, aCameraBeyondItsAnglesIsHeld) {
+    ASSERT_EQ(
+        session.open(write("a.json", "{'objects': {}, 'settings': {'editor': {'camera': {'pitch': 120, 'yaw': 800}}}}"))
+            .error,
+        "");
+    EXPECT_FLOAT_EQ(session.data().cameraPitch, 90.0f);
+    EXPECT_FLOAT_EQ(session.data().cameraYaw, 80.0f);
+}
+
 TEST_F(ProjectSessionTest, theSharedInstancesStayWhenAnotherProjectIsOpened) {
     ChangeManager* const log = session.editor().state().changeManager;
     AssetCompiler* const objects = session.editor().state().assetCompiler;

@@ -22,6 +22,8 @@ void ResourceManager::setProjectFolder(std::string folder) {
     addAsset({}, std::make_unique<FolderResource>(std::move(folder)));
 }
 
+void ResourceManager::forgetProjectFolder() { _state->assets.erase(std::string{}); }
+
 void ResourceManager::addAsset(std::string name, std::unique_ptr<Resource> files) {
     _state->assets[std::move(name)] = std::move(files);
 }

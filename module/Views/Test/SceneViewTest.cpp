@@ -549,6 +549,40 @@ TEST_F(SceneViewTest, anotherProjectIsSeenFromTheFirstPlace) {
     EXPECT_NEAR((cameraNow().translation() - Vector3{3.0f}).length(), 0.0f, 1e-5f);
 }
 
+// However a flight ends, each key that was pressed is released once: nothing is left that would move the next one.
+TEST_F(SceneViewTest, keysBalanceHoweverAFlightEnds) {
+    const auto fly = [&] {
+        hover();
+        pressKey('W');
+        press(MouseButton::Right);
+        host.frame();
+    };
+    const auto expectRest = [&](const char* what) {
+        releaseKey('W');
+        release(MouseButton::Right);
+        EXPECT_FALSE(host.platform.isCursorDisabled) << what;
+        hover();
+        press(MouseButton::Right);
+        const Vector3 before = cameraNow().translation();
+        host.frame(0.5);
+        host.frame(0.5);
+        EXPECT_EQ(cameraNow().translation(), before) << what;
+        release(MouseButton::Right);
+    };
+    fly();
+    host.view().focusLost();
+    expectRest("without the focus");
+    fly();
+    host.state.views.isViewOpen(0) = false;
+    host.frame();
+    host.state.views.isViewOpen(0) = true;
+    expectRest("closed");
+    fly();
+    ++data().projectNumber;
+    host.frame();
+    expectRest("with another project");
+}
+
 TEST_F(SceneViewTest, lostFocusLetsGo) {
     hover();
     pressKey('W');

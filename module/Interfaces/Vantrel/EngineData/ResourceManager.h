@@ -35,6 +35,8 @@ public:
 
     // Where the files of the project are; asset "". Links cannot lead out of it, symbolic ones included.
     void setProjectFolder(std::string folder);
+    // The project has no files.
+    void forgetProjectFolder();
     // Takes the place of an asset of this name.
     void addAsset(std::string name, std::unique_ptr<Resource> files);
 

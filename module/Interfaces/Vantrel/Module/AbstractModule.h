@@ -61,7 +61,7 @@ public:
     virtual void mouseScrollEvent(const MouseScrollEvent& event) = 0;
     virtual void keyPressEvent(const KeyEvent& event) = 0;
     virtual void keyReleaseEvent(const KeyEvent& event) = 0;
-    // The window lost the focus: releases of what is held will not come.
+    // The window lost the focus, and what was held was released before.
     virtual void focusLost() = 0;
 };
 

@@ -23,7 +23,10 @@ void CameraNavigation::reset(EditorData& data, ViewCamera& camera) {
 
 void CameraNavigation::restore(
     EditorData& data, ViewCamera& camera, const DualQuaternion& transformation, Float orbitDistance, Float flySpeed) {
+    // Keys that are held now will be released.
+    const Vector3 moveDirection = _state.moveDirection;
     _state = {};
+    _state.moveDirection = moveDirection;
     _state.transformation = transformation;
     _state.orbitDistance = orbitDistance;
     _state.flySpeed = flySpeed;
@@ -69,8 +72,7 @@ void CameraNavigation::keyRelease(const KeyEvent& event, bool hasFocus) {
     releaseMovementKey(_state, event.key, hasFocus);
 }
 
-CameraNavigation::Change CameraNavigation::releaseAll() {
-    _state.moveDirection = {};
+CameraNavigation::Change CameraNavigation::endMode() {
     if(endFly(_state)) return Change::FlyEnded;
     return endOrbit(_state) ? Change::OrbitEnded : Change::None;
 }

@@ -38,8 +38,8 @@ public:
     void mouseScroll(const MouseScrollEvent& event, bool isHovered, EditorData& data, ViewCamera& camera);
     void keyPress(const KeyEvent& event, bool hasFocus, EditorData& data);
     void keyRelease(const KeyEvent& event, bool hasFocus);
-    // Releases of keys and buttons will not come any more. The mode that this ended.
-    Change releaseAll();
+    // Ends the mode that is on, whatever is held; releases may still come.
+    Change endMode();
 
     // The selected objects and all below them into view. False where nothing is selected.
     bool frameSelection(EditorData& data, ViewCamera& camera);

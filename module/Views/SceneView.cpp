@@ -199,7 +199,7 @@ void SceneView::renderScene() {
 // A window that is new has its size in its second frame.
 void SceneView::frameAsked(bool isSettled) {
     SharedState& state = _editor->state();
-    if(isSettled) _navigation.frameSelection(*_data, _camera);
+    if(isSettled) _navigation.frameSelection(*_data, _camera, CameraNavigation::Middle::Meshes);
     state.framesSelection = !isSettled;
     state.wantsFrame = true;
 }

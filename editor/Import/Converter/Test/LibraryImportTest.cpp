@@ -165,6 +165,13 @@ TEST_F(LibraryImportTest, FbxStandsUprightInMetres) {
     EXPECT_EQ(mesh->indexCount(), 3u);
 }
 
+TEST_F(LibraryImportTest, WhatTheLibrarySaysAndAnEmptySceneAreWarnings) {
+    const ImportResult result = import("a.fbx", VantrelEngine::Test::replaced(FbxText, "a: 0,1,-3", "a: 0,7,-3"));
+    EXPECT_TRUE(result.isDone()) << result.text();
+    EXPECT_TRUE(result.hasWarning("there is nothing in it")) << result.text();
+    EXPECT_GE(result.texts("warning").size(), 2u) << result.text();
+}
+
 TEST_F(LibraryImportTest, ARootThatOnlyHoldsTheOthersGoes) {
     std::string text = FbxText;
     for(const auto& [from, to]:

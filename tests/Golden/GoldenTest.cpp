@@ -72,6 +72,8 @@ TEST_P(GoldenTest, isAsItWasFoundRight) {
     EXPECT_GT(compare(*stored, project.draw(), Step).fraction, 10 * Tolerated) << "without its subject";
 }
 
+constexpr const char* Bloom = "/settings/rendering/bloom";
+constexpr Edit NoBloom{"/settings/rendering/bloom/enabled", "false"};
 constexpr Edit NoPoint{"/objects/point/components/0/active", "false"};
 constexpr Edit NoSpot{"/objects/spot/components/0/active", "false"};
 constexpr Edit NoSun{"/objects/sun/components/0/active", "false"};
@@ -94,6 +96,18 @@ const Golden Goldens[]{
     {"textures", "Textures", {}, {{"/textures/mirror/wrap", "\"repeat\""}}},
     {"textures-normals", "Textures", {{"/objects/camera/translation", "[1.6, 0.3, 3.6]"}},
         {{"/materials/bumpy/Lit/normalScale", "0"}}},
+    {"bloom", "Bloom", {}, {NoBloom}},
+    {"bloom-off", "Bloom", {NoBloom}, {{"/objects/tubeLight/components/0/active", "false"}}},
+    {"bloom-narrow", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 1, "threshold": 1, "intensity": 1})"}}, {NoBloom}},
+    {"bloom-wide", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 4, "kernelSize": 21, "threshold": 1, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/kernelSize", "5"}}},
+    {"bloom-once", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 5, "threshold": 0.5, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/passes", "0"}}},
+    {"bloom-exposed", "Bloom", {{"/settings/rendering/hdr", R"({"exposure": 3})"}},
+        {{"/settings/rendering/hdr/exposure", "1"}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Projects, GoldenTest, testing::ValuesIn(Goldens), [](const auto& info) {

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the projects Showcase, Lights, Alpha and Textures with all of their files, always the same.
+"""Makes the projects Showcase, Lights, Alpha, Textures and those of features.py with all of their files, always the same.
 
     python3 tools/Samples/make_samples.py [folder of the projects]
 """
@@ -8,6 +8,7 @@ import math
 import os
 import sys
 
+import features
 import glb
 import textures
 from document import X, Y, Z, Document, combined, light, turned
@@ -259,7 +260,8 @@ def texture_samples(folder):
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     projects = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "..", "projects")
-    for name, make in (("Showcase", showcase), ("Lights", lights), ("Alpha", alpha), ("Textures", texture_samples)):
+    for name, make in (("Showcase", showcase), ("Lights", lights), ("Alpha", alpha), ("Textures", texture_samples),
+                       ("Bloom", features.bloom)):
         folder = os.path.join(projects, name)
         os.makedirs(folder, exist_ok=True)
         make(folder)

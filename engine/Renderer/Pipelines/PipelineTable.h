@@ -38,6 +38,8 @@ public:
 
     // Forgets the pipelines and the depth shader.
     void clear();
+    // Whether pictures are of linear colours, whose tones are mapped later. Their programs are due to be built.
+    void setLinear(bool isLinear);
     // Pipelines with this vertex source, whatever is defined before it, take part in the depth pass.
     void setDepthSource(std::string_view vertexSource) { _depthSource = vertexSource; }
     // Without sources it is drawn flat.
@@ -74,6 +76,7 @@ private:
     bool buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason);
 
     bool _hasDrawParameters;
+    bool _isLinear = false;
     std::string _depthSource;
     std::vector<Pipeline> _pipelines;
     // By index, as the pipelines.

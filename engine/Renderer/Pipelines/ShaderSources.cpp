@@ -56,6 +56,28 @@ uniform int materialStride;
 vec4 materialValue(int parameter) { return texelFetch(materialData, int(material)*materialStride + parameter); }
 )";
 
+// Colours of the screen stay what they are...
+constexpr const char* ScreenColors = "vec3 shownColor(vec3 color) { return color; }\n";
+// ...or are those that come out as they are when their tones are mapped, with an exposure of 1.
+constexpr const char* LinearColors = R"(
+#define LINEAR_COLORS
+#define toneMapped(color) (color)
+#define screenColor(color) (color)
+vec3 shownColor(vec3 color) {
+    vec3 shown = clamp(color, 0.0, 0.99);
+    vec3 curve = pow((shown + 0.055)/1.055, vec3(2.4));
+    return -log(1.0 - mix(curve, shown/12.92, lessThanEqual(shown, vec3(0.04045))));
+}
+)";
+// What 16 bits can hold: beyond it, sums and differences are no numbers any more.
+constexpr const char* LinearMain = "void main() {\n"
+                                   "    pictureMain();\n"
+                                   "    fragmentColor.rgb = clamp(fragmentColor.rgb, 0.0, 6.0e4);\n"
+                                   "#ifndef BLEND\n"
+                                   "    fragmentColor.a = 1.0;\n"
+                                   "#endif\n"
+                                   "}\n";
+
 // The source's main function gets another name and is called by one that goes on.
 constexpr const char* TakeMain = "#define main pictureMain\n";
 constexpr const char* ReleaseMain = "#undef main\n";
@@ -118,11 +140,11 @@ std::string flagDefines(std::uint32_t flags) {
     return text;
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe) {
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool isLinear) {
     const Containers::StringView textures = defaultAsset("Textures.glsl"), lights = defaultAsset("Lights.glsl");
     return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions +
         std::string{textures.data(), textures.size()} + std::string{lights.data(), lights.size()} +
-        accessors(recipe.description.parameters, recipe.needs);
+        (isLinear ? LinearColors : ScreenColors) + accessors(recipe.description.parameters, recipe.needs);
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.
@@ -148,12 +170,17 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    sources.fragmentPrefix = fragmentPrefix(recipe);
+    const bool isLinear = recipe.isLinear && purpose == ProgramPurpose::Picture;
+    sources.fragmentPrefix = fragmentPrefix(recipe, isLinear);
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
     switch(purpose) {
-    case ProgramPurpose::Picture: break;
+    case ProgramPurpose::Picture:
+        if(!isLinear) break;
+        sources.fragmentPrefix += TakeMain;
+        sources.fragmentSuffix = std::string{ReleaseMain} + LinearMain;
+        break;
     case ProgramPurpose::Depth:
         sources.fragmentPrefix.clear();
         sources.fragment = "void main() {}\n";
@@ -190,7 +217,7 @@ std::string flatFragmentSource(const std::vector<ShaderParameter>& parameters) {
         "#ifndef BLEND\n"
         "    color.a = 1.0;\n"
         "#endif\n"
-        "    fragmentColor = vec4(pow(color.rgb, vec3(1.0/2.2)), color.a);\n"
+        "    fragmentColor = vec4(shownColor(pow(color.rgb, vec3(1.0/2.2))), color.a);\n"
         "}\n";
 }
 

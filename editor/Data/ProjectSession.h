@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <Vantrel/EditorData/EditorData.h>
@@ -60,6 +62,7 @@ private:
     void startOver();
     void readEditorSettings();
     void setUsersPending();
+    void updateEnvironment();
 
     EditorData _data;
     VantrelEditor _editor;
@@ -68,6 +71,8 @@ private:
     std::unique_ptr<AssetCompiler> _compiler;
     std::unique_ptr<ProjectListener> _listener;
     std::unique_ptr<ChangeManager> _changes;
+    // Of the scene when its environment was read; of none at first.
+    std::optional<std::uint32_t> _environmentRevision;
 };
 
 } // namespace VantrelEngine

@@ -17,6 +17,8 @@ enum : Magnum::Int {
     DataTextures,
     FloatTextures,
     LightData,
+    Irradiance,
+    Surroundings,
 };
 
 }
@@ -37,6 +39,8 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"dataTextures", 12}, TextureUnit::DataTextures},
     {{"floatTextures", 13}, TextureUnit::FloatTextures},
     {{"lightData", 9}, TextureUnit::LightData},
+    {{"irradiance", 10}, TextureUnit::Irradiance},
+    {{"surroundings", 12}, TextureUnit::Surroundings},
 };
 
 } // namespace VantrelEngine

@@ -200,4 +200,8 @@ std::uint64_t WebGL2Renderer::uploadedBytes() const { return _state->uploadedByt
 
 std::size_t WebGL2Renderer::builtPrograms() const { return _state->pipelines.builtPrograms(); }
 
+bool WebGL2Renderer::isBakingEnvironment() const { return _state->environment.isUnderWay(); }
+
+std::size_t WebGL2Renderer::environmentBakes() const { return _state->environment.bakeCount(); }
+
 } // namespace VantrelEngine

@@ -1,6 +1,7 @@
 #include <Vantrel/Renderer/WebGL2Renderer.h>
 
 #include <algorithm>
+#include <utility>
 
 #include <Magnum/GL/Renderer.h>
 #include <Vantrel/EngineData/Scene.h>
@@ -55,6 +56,7 @@ ViewUniforms WebGL2Renderer::State::viewUniforms(const ViewManager& views, Id vi
     uniforms.cameraPosition = views.viewTransform(source).quaternionConjugated().translation();
     uniforms.viewportSize = Vector2{view < viewportSizes.size() ? viewportSizes[view] : Vector2i{1}};
     uniforms.materialStride = Int(materials.stride());
+    uniforms.environment = environment.uniform();
     uniforms.number = ++viewNumber;
     return uniforms;
 }
@@ -63,6 +65,7 @@ void WebGL2Renderer::State::bindBuffers() {
     objects.bind();
     materials.bind();
     lights.bind();
+    environment.bind();
     textureAtlas->_state->table.bind();
 }
 
@@ -81,12 +84,22 @@ void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
 
 void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     PassState state;
+    // Behind what hides it, and before what lets it through.
+    bool isSkyDue = environment.isBackground();
+    const auto drawSky = [&] {
+        if(!std::exchange(isSkyDue, false)) return;
+        state.end();
+        sky.draw(view);
+        ++drawCalls;
+    };
     for(const DrawRun& run: list.runs()) {
         const Pipeline& pipeline = pipelines[run.pipeline];
         if(!pipeline.isThere()) continue;
+        if(pipeline.header.flags & PipelineHeader::Blend) drawSky();
         state.apply(pipeline.header, run.isMirrored);
         drawing.draw(pipeline.picture->setView(view), list, run, objects, meshes);
     }
+    drawSky();
     state.end();
 }
 
@@ -138,7 +151,11 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->list.build(_state->visible, scene.meshes, _state->objects);
 }
 
-void WebGL2Renderer::updateLights(Scene& scene) { _state->lightBytes += _state->lights.update(scene); }
+void WebGL2Renderer::updateLights(Scene& scene) {
+    _state->lightBytes += _state->lights.update(scene);
+    _state->environment.update(scene.environment, scene.environmentBaking);
+    if(_state->pipelines.setEnvironment(_state->environment.isThere())) _state->areProgramsBuilt = false;
+}
 
 void WebGL2Renderer::updateShadows(Scene& scene, ViewManager&) {
     if(_state->isWarned[State::Shadows]) return;

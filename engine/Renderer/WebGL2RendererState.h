@@ -10,6 +10,8 @@
 
 #include "Renderer/Debug/ColliderShapes.h"
 #include "Renderer/Debug/LineProgram.h"
+#include "Renderer/Environment/EnvironmentLight.h"
+#include "Renderer/Environment/Sky.h"
 #include "Renderer/Lights/LightBuffer.h"
 #include "Renderer/Materials/MaterialBuffer.h"
 #include "Renderer/Meshes/DrawList.h"
@@ -74,6 +76,8 @@ struct WebGL2Renderer::State {
     MeshBuffers meshes;
     LightBuffer lights;
     std::uint64_t lightBytes = 0;
+    EnvironmentLight environment;
+    Sky sky;
 
     // Objects.
     ObjectBuffer objects;

@@ -117,7 +117,7 @@ void SceneView::draw() {
     } else
         _frame.isHovered = false;
     ImGui::End();
-    if(_navigation.isMoving()) _editor->state().wantsFrame = true;
+    if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
 
 // A window that is closed has no picture to be used, and lets go of what it held.

@@ -58,7 +58,8 @@ class Document:
             "meshVisualizer": pipeline("MeshVisualizer", "meshVisualizer", doubleSided=True, blend=True)}
         for shape in ("cube", "sphere", "plane", "cylinder", "cone"):
             self.sections["meshes"][shape] = {"name": shape.capitalize(), "primitive": shape}
-        self.clear_color, self.pitch, self.yaw = clear_color, pitch, yaw
+        self.rendering = {"clearColor": clear_color, "textureAtlasSize": [2048, 2048]}
+        self.pitch, self.yaw = pitch, yaw
 
     def mesh_file(self, mesh, name, file):
         self.sections["meshes"][mesh] = {"name": name, "file": file}
@@ -99,7 +100,7 @@ class Document:
     def write(self, path):
         document = {name: section for name, section in self.sections.items() if section}
         document["settings"] = {
-            "rendering": {"clearColor": self.clear_color, "textureAtlasSize": [2048, 2048]},
+            "rendering": self.rendering,
             "editor": {"camera": {"near": 0.05, "far": 500.0, "pitch": self.pitch, "yaw": self.yaw}}}
         with open(path, "w") as file:
             file.write(text(document, "") + "\n")

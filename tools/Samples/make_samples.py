@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the projects Showcase, Lights, Alpha and Textures with all of their files, always the same.
+"""Makes the projects Showcase, Lights, Alpha, Textures and Environment with all of their files, always the same.
 
     python3 tools/Samples/make_samples.py [folder of the projects]
 """
@@ -9,6 +9,7 @@ import os
 import sys
 
 import glb
+import surroundings
 import textures
 from document import X, Y, Z, Document, combined, light, turned
 
@@ -256,10 +257,32 @@ def texture_samples(folder):
     d.write(os.path.join(folder, "project.json"))
 
 
+def environment(folder):
+    """Metal and lacquer of all roughnesses, lit by nothing but what is around them."""
+    surroundings.yard(folder)
+    d = Document([0.1, 0.1, 0.12, 1.0], pitch=-8.0, yaw=0.0)
+    d.sections["images"]["yard"] = {"name": "Yard", "file": "yard.hdr", "colorSpace": "linear"}
+    d.rendering["environment"] = {"image": "yard", "intensity": 1.0, "rotation": 0.0, "background": True}
+    for row, (name, color, metalness) in enumerate((("Chrome", (0.95, 0.95, 0.95), 1.0), ("Gold", (1.0, 0.71, 0.29), 1.0),
+                                                    ("Lacquer", (0.55, 0.05, 0.07), 0.0))):
+        for column in range(5):
+            material = "%s%d" % (name.lower(), column)
+            d.lit(material, "%s, roughness %.2f" % (name, column * 0.25), color, metalness=metalness, roughness=column * 0.25)
+            d.add(material, "%s %d" % (name, column + 1), at=((column - 2) * 1.05, (1 - row) * 1.05, 0.0), size=(0.48, 0.48, 0.48),
+                  mesh="sphere", material=material)
+    d.lit("chalk", "Chalk", (0.8, 0.8, 0.8), roughness=1.0)
+    d.add("table", "Table", at=(0, -1.75, 0), size=(3.2, 0.1, 1.2), mesh="cube", material="chalk")
+    d.lit("glass", "Glass", (0.55, 0.75, 0.85, 0.3), "litBlend", roughness=0.05)
+    d.add("pane", "Pane", at=(3.0, 0.0, 0.6), turn=turned(Y, -25), size=(0.45, 1.5, 0.02), mesh="cube", material="glass")
+    d.camera((0, 0.25, 4.2), -3.0, 0.0, 62.0)
+    d.write(os.path.join(folder, "project.json"))
+
+
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     projects = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "..", "projects")
-    for name, make in (("Showcase", showcase), ("Lights", lights), ("Alpha", alpha), ("Textures", texture_samples)):
+    for name, make in (("Showcase", showcase), ("Lights", lights), ("Alpha", alpha), ("Textures", texture_samples),
+                       ("Environment", environment)):
         folder = os.path.join(projects, name)
         os.makedirs(folder, exist_ok=True)
         make(folder)

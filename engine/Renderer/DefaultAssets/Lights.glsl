@@ -37,6 +37,7 @@ bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
     return cone > 0.0;
 }
 
+#ifndef HAS_ENVIRONMENT
 // What surrounds a scene: a ground, a bright horizon, a sky. More of it where no light was made yet.
 const vec3 Ground = vec3(0.060, 0.052, 0.045);
 const vec3 Horizon = vec3(0.42, 0.40, 0.37);
@@ -54,6 +55,7 @@ vec3 surroundingLight(vec3 direction, float roughness) {
     vec3 upper = mix(Horizon, 1.5*Sky, smoothstep(0.0, 0.4 + blur, direction.y));
     return mix(mix(Ground, upper, above)*surroundingFactor(), ambientLight(direction), roughness*roughness);
 }
+#endif
 
 // Where no light was made yet: one that stands behind the camera, above its left shoulder.
 void workLight(vec3 place, out vec3 direction, out vec3 incoming) {

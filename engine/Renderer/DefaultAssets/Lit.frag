@@ -147,10 +147,12 @@ vec3 ambient(Surface surface) {
 vec3 lit(Surface surface) {
     int count = lightCount();
     vec3 direction, incoming;
+#ifndef HAS_ENVIRONMENT
     if(count == 0) {
         workLight(worldPosition, direction, incoming);
         return reflected(surface, direction)*incoming;
     }
+#endif
     vec3 sum = vec3(0.0);
     for(int i = 0; i != count; ++i)
         if(lightAt(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;

@@ -59,6 +59,8 @@ vec4 materialValue(int parameter) { return texelFetch(materialData, int(material
 // The source's main function gets another name and is called by one that goes on.
 constexpr const char* TakeMain = "#define main pictureMain\n";
 constexpr const char* ReleaseMain = "#undef main\n";
+constexpr const char* SkyOutput = "layout(location = 0) out vec4 fragmentColor;\n";
+constexpr const char* HasEnvironment = "#define HAS_ENVIRONMENT\n";
 constexpr const char* MaskOnly = "#define MASK_ONLY\n";
 constexpr const char* VertexOfIds =
     "flat out uint idOfObject;\nvoid main() { pictureMain(); idOfObject = objectIndex(); }\n";
@@ -118,11 +120,19 @@ std::string flagDefines(std::uint32_t flags) {
     return text;
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe) {
-    const Containers::StringView textures = defaultAsset("Textures.glsl"), lights = defaultAsset("Lights.glsl");
-    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions +
-        std::string{textures.data(), textures.size()} + std::string{lights.data(), lights.size()} +
-        accessors(recipe.description.parameters, recipe.needs);
+std::string asset(const char* file) {
+    const Containers::StringView text = defaultAsset(file);
+    return {text.data(), text.size()};
+}
+
+std::string lightFunctions(bool hasEnvironment) {
+    const std::string environment = hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
+    return environment + asset("Lights.glsl");
+}
+
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment) {
+    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + asset("Textures.glsl") +
+        lightFunctions(hasEnvironment) + accessors(recipe.description.parameters, recipe.needs);
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.
@@ -148,7 +158,9 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    sources.fragmentPrefix = fragmentPrefix(recipe);
+    // All others are the same with surroundings and without.
+    sources.fragmentPrefix = fragmentPrefix(recipe,
+        recipe.hasEnvironment && purpose == ProgramPurpose::Picture && dependsOnEnvironment(recipe.fragmentSource));
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
@@ -165,6 +177,21 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         break;
     case ProgramPurpose::OneColor: drawOneThing(sources, hasHoles, "uniform vec4 oneColor;\n", OneColor); break;
     }
+    return sources;
+}
+
+bool dependsOnEnvironment(std::string_view fragmentSource) {
+    for(const char* const function: {"ambientLight", "surroundingLight"})
+        if(fragmentSource.find(function) != std::string_view::npos) return true;
+    return false;
+}
+
+ShaderSources skySources() {
+    ShaderSources sources;
+    sources.vertexPrefix = ViewUniforms;
+    sources.vertex = asset("Sky.vert");
+    sources.fragmentPrefix = std::string{ViewUniforms} + SkyOutput + lightFunctions(true);
+    sources.fragment = asset("Sky.frag");
     return sources;
 }
 

@@ -134,8 +134,11 @@ public:
     // Which active meshes are inside the frustum of the matrix, from the scene's space to clip space. Takes over where
     // the objects that changed since the last resetChanged() stand.
     void updateMeshVisibility(Scene& scene, const Magnum::Matrix4& cullingMatrix);
-    // All active lights.
+    // All active lights, and the scene's environment: of a new image the light is computed, see EnvironmentBaking.
     void updateLights(Scene& scene);
+    // Whether the light of an environment is not complete yet: the frames to come look different, also where nothing else
+    // changes.
+    bool isBakingEnvironment() const;
     void updateShadows(Scene& scene, ViewManager& views);
     void beginOverdrawTracking();
     // Draws the scene over what is in the target framebuffer of each active view.
@@ -167,6 +170,8 @@ public:
     // programs that were compiled. Where nothing changed, a frame adds to neither.
     std::uint64_t uploadedBytes() const;
     std::size_t builtPrograms() const;
+    // How often the light of an environment was computed since the construction.
+    std::size_t environmentBakes() const;
 
 private:
     struct State;

@@ -94,6 +94,13 @@ const Golden Goldens[]{
     {"textures", "Textures", {}, {{"/textures/mirror/wrap", "\"repeat\""}}},
     {"textures-normals", "Textures", {{"/objects/camera/translation", "[1.6, 0.3, 3.6]"}},
         {{"/materials/bumpy/Lit/normalScale", "0"}}},
+    {"environment", "Environment", {}, {{"/settings/rendering/environment/image", "\"\""}}, {480, 300}},
+    {"environment-turned", "Environment", {{"/settings/rendering/environment/rotation", "120"}},
+        {{"/settings/rendering/environment/rotation", "0"}}, {320, 200}},
+    {"environment-hidden", "Environment",
+        {{"/settings/rendering/environment/background", "false"},
+            {"/settings/rendering/environment/intensity", "0.4"}},
+        {{"/settings/rendering/environment/intensity", "1"}}, {320, 200}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Projects, GoldenTest, testing::ValuesIn(Goldens), [](const auto& info) {

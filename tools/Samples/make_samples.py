@@ -274,7 +274,7 @@ def environment(folder):
     d.add("table", "Table", at=(0, -1.75, 0), size=(3.2, 0.1, 1.2), mesh="cube", material="chalk")
     d.lit("glass", "Glass", (0.55, 0.75, 0.85, 0.3), "litBlend", roughness=0.05)
     d.add("pane", "Pane", at=(3.0, 0.0, 0.6), turn=turned(Y, -25), size=(0.45, 1.5, 0.02), mesh="cube", material="glass")
-    d.camera((0, 0.25, 4.2), -3.0, 0.0, 62.0)
+    d.camera((0, 0.3, 5.4), -3.0, 0.0, 60.0)
     d.write(os.path.join(folder, "project.json"))
 
 

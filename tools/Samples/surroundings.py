@@ -9,7 +9,7 @@ from png import mix, step
 # Where the sun stands: to the right of the middle, as high as that.
 SUN_LONGITUDE, SUN_LATITUDE, SUN_SIZE = 55.0, 32.0, 5.0
 # Walls of a yard: from where to where around the middle, how high, and which colour.
-WALLS = [(-62, -28, 21, (0.55, 0.16, 0.10)), (-20, 14, 12, (0.16, 0.30, 0.55)), (84, 128, 17, (0.62, 0.52, 0.30)),
+WALLS = [(-62, -28, 21, (0.40, 0.10, 0.06)), (-20, 14, 12, (0.08, 0.16, 0.34)), (84, 128, 17, (0.62, 0.52, 0.30)),
          (-150, -104, 26, (0.24, 0.36, 0.18))]
 
 
@@ -36,11 +36,11 @@ def light(longitude, latitude, sun):
             return wall(longitude - begin, latitude, top, paint)
     if latitude < 0.0:
         paving = 0.85 if (math.floor(longitude / 12.0) + math.floor(latitude / 12.0)) % 2 else 1.0
-        return tuple(value * paving for value in mix((0.30, 0.27, 0.24), (0.15, 0.14, 0.13), -latitude / 90.0))
-    sky = mix((0.95, 0.88, 0.78), (0.22, 0.40, 0.85), step(-0.05, 0.75, latitude / 90.0))
+        return tuple(value * paving for value in mix((0.24, 0.21, 0.18), (0.12, 0.11, 0.10), -latitude / 90.0))
+    sky = mix((0.62, 0.60, 0.56), (0.10, 0.22, 0.55), step(-0.05, 0.75, latitude / 90.0))
     away = math.degrees(math.acos(max(-1.0, min(1.0, sum(a * b for a, b in zip(direction(longitude, latitude), sun))))))
     glow = 1.6 * math.exp(-away / 9.0)
-    disc = 260.0 * (1.0 - step(SUN_SIZE * 0.5, SUN_SIZE, away))
+    disc = 120.0 * (1.0 - step(SUN_SIZE * 0.5, SUN_SIZE, away))
     return tuple(value + (glow + disc) * warm for value, warm in zip(sky, (1.0, 0.84, 0.62)))
 
 

@@ -32,6 +32,13 @@ vec3 environmentLight(vec2 place, float level) {
     return light*environment.z;
 }
 
+// The picture whose texels are about as far from each other as the directions of neighbouring pixels: finer ones would
+// flicker. Of the finest one it is negative.
+float pictureLevel(vec3 direction) {
+    float angle = max(length(dFdx(direction)), length(dFdy(direction)));
+    return log2(max(angle*0.159154943*float(textureSize(surroundings, 0).x), 1.0e-6));
+}
+
 // How much of it falls onto a surface with this normal.
 vec3 ambientLight(vec3 normal) { return environmentTexel(irradiance, environmentPlace(normal), 0.0)*environment.z; }
 
@@ -41,5 +48,6 @@ vec3 surroundingLight(vec3 direction, float roughness) {
     float mirrors = (roughness - ClearestRoughness)*RougherLevels/(1.0 - ClearestRoughness);
     float pictures = 2.0*log2(max(roughness, 0.01)/ClearestRoughness);
     float level = environment.w + (roughness < ClearestRoughness ? pictures : mirrors);
-    return environmentLight(environmentPlace(direction), max(level, 0.0));
+    float finest = clamp(pictureLevel(direction) - 0.5, 0.0, environment.w - 1.0);
+    return environmentLight(environmentPlace(direction), max(level, finest));
 }

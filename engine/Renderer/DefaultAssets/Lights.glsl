@@ -43,7 +43,7 @@ const vec3 Ground = vec3(0.060, 0.052, 0.045);
 const vec3 Horizon = vec3(0.42, 0.40, 0.37);
 const vec3 Sky = vec3(0.13, 0.16, 0.21);
 
-float surroundingFactor() { return lightCount() == 0 ? 2.5 : 1.0; }
+float surroundingFactor() { return lightCount() == 0 ? 1.6 : 1.0; }
 
 // How much of it falls onto a surface with this normal.
 vec3 ambientLight(vec3 normal) { return mix(Ground, Sky, 0.5*normal.y + 0.5)*surroundingFactor(); }
@@ -61,8 +61,8 @@ vec3 surroundingLight(vec3 direction, float roughness) {
 void workLight(vec3 place, out vec3 direction, out vec3 incoming) {
     vec3 toCamera = normalize(cameraPosition - place);
     vec3 left = cross(toCamera, vec3(0.0, 1.0, 0.0));
-    direction = normalize(toCamera + vec3(0.0, 0.6, 0.0) + 0.5*left);
-    incoming = vec3(1.7);
+    direction = normalize(toCamera + vec3(0.0, 0.7, 0.0) + 0.7*left);
+    incoming = vec3(2.0, 1.94, 1.82);
 }
 
 // Keeps colours as they are up to a shoulder, and brings what is brighter below 1, whiter the brighter it is.

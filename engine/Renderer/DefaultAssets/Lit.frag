@@ -140,8 +140,10 @@ vec3 ambient(Surface surface) {
     vec3 mirrored = reflect(-surface.toCamera, surface.normal);
     vec3 ahead = mix(mirrored, surface.normal, surface.roughness*surface.roughness);
     vec2 share = surroundingReflection(surface.roughness, surface.cosine);
-    return surface.diffuse*ambientLight(surface.normal) +
-        (surface.specular*share.x + share.y)*surroundingLight(normalize(ahead), surface.roughness);
+    vec3 mirror = surface.specular*share.x + share.y;
+    // What is mirrored is not scattered.
+    return surface.diffuse*(1.0 - mirror)*ambientLight(surface.normal) +
+        mirror*surroundingLight(normalize(ahead), surface.roughness);
 }
 
 vec3 lit(Surface surface) {

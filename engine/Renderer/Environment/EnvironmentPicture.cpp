@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstring>
 
+#include <Magnum/Math/Angle.h>
+#include <Magnum/Math/Constants.h>
 #include <Magnum/Math/Functions.h>
 #include <Magnum/PixelFormat.h>
 #include <Vantrel/EngineData/SceneResources.h>
@@ -14,6 +16,11 @@ namespace VantrelEngine {
 using namespace Magnum;
 
 namespace {
+
+// Of the average: what is brighter is a sun.
+constexpr Float SunFactor = 8.0f;
+// Around a sun.
+constexpr Rad SunSpread{0.2f};
 
 // Of a byte, in the sRGB curve or not.
 std::array<Float, 256> byteValues(bool isSrgb) {
@@ -61,6 +68,51 @@ template<class ReadRow> EnvironmentPicture resampled(const Vector2i& from, const
     return picture;
 }
 
+// From -y to +y, of the middle of a row.
+Rad latitudeOf(const Vector2i& size, Int row) { return Rad{((Float(row) + 0.5f) / size.y() - 0.5f) * Constants::pi()}; }
+
+// Of all directions alike.
+Float averageLight(const EnvironmentPicture& picture) {
+    Double light = 0.0, area = 0.0;
+    for(Int y = 0; y != picture.size.y(); ++y) {
+        const Double share = Math::cos(latitudeOf(picture.size, y));
+        const Color4* const row = picture.texels.data() + std::size_t(y) * picture.size.x();
+        for(Int x = 0; x != picture.size.x(); ++x) light += share * row[x].rgb().max();
+        area += share * picture.size.x();
+    }
+    return Float(light / area);
+}
+
+// Calls with each texel whose direction is close to that of another one: its index, its share of the sphere, and how much
+// it gets of what is spread.
+template<class Function> void forEachAround(const Vector2i& size, const Vector2i& middle, const Function& function) {
+    const Rad middleLatitude = latitudeOf(size, middle.y());
+    const Float middleSine = Math::sin(middleLatitude), middleCosine = Math::cos(middleLatitude);
+    const Float closest = Math::cos(SunSpread);
+    const Int rows = Int(Float(SunSpread) / Constants::pi() * size.y()) + 1;
+    for(Int y = std::max(middle.y() - rows, 0); y <= std::min(middle.y() + rows, size.y() - 1); ++y) {
+        const Rad latitude = latitudeOf(size, y);
+        const Float sine = Math::sin(latitude), cosine = Math::cos(latitude);
+        for(Int away = -size.x() / 2; away != size.x() / 2; ++away) {
+            const Rad longitude{2.0f * Constants::pi() * Float(away) / size.x()};
+            const Float aligned = sine * middleSine + cosine * middleCosine * Math::cos(longitude);
+            if(aligned <= closest) continue;
+            const Float weight = (aligned - closest) / (1.0f - closest);
+            const Int x = (middle.x() + away + size.x()) % size.x();
+            function(std::size_t(y) * size.x() + x, cosine, weight * weight);
+        }
+    }
+}
+
+void spread(EnvironmentPicture& picture, const Vector2i& middle, const Color3& light) {
+    Float sum = 0.0f;
+    forEachAround(picture.size, middle, [&](std::size_t, Float area, Float weight) { sum += area * weight; });
+    const Color3 each = light * (Math::cos(latitudeOf(picture.size, middle.y())) / sum);
+    forEachAround(picture.size, middle, [&](std::size_t i, Float, Float weight) {
+        picture.texels[i] += Color4{each * weight, 0.0f};
+    });
+}
+
 // The largest power of two that is not above.
 Int widthFor(Int width) {
     Int result = MinimumEnvironmentWidth;
@@ -94,6 +146,21 @@ EnvironmentPicture resized(const EnvironmentPicture& picture, const Vector2i& si
     return resampled(picture.size, size, [&](Int y, Color4* row) {
         std::copy_n(picture.texels.data() + std::size_t(y) * picture.size.x(), picture.size.x(), row);
     });
+}
+
+EnvironmentPicture withSpreadSuns(const EnvironmentPicture& picture) {
+    EnvironmentPicture result = picture;
+    const Float limit = SunFactor * averageLight(picture);
+    for(Int y = 0; y != picture.size.y(); ++y)
+        for(Int x = 0; x != picture.size.x(); ++x) {
+            const std::size_t i = std::size_t(y) * picture.size.x() + x;
+            const Float brightest = picture.texels[i].rgb().max();
+            if(brightest <= limit) continue;
+            const Color3 excess = picture.texels[i].rgb() * (1.0f - limit / brightest);
+            result.texels[i] -= Color4{excess, 0.0f};
+            spread(result, {x, y}, excess);
+        }
+    return result;
 }
 
 std::uint64_t contentKey(const EnvironmentPicture& picture) {

@@ -32,6 +32,11 @@ EnvironmentPicture environmentPicture(const SceneImage& image);
 // As many texels as are wanted, each the average of what it covers.
 EnvironmentPicture resized(const EnvironmentPicture& picture, const Magnum::Vector2i& size);
 
+// With all that is much brighter than the average spread over some degrees around it, the same light in all: so that who
+// takes few samples does not miss a sun with most of them. Its cost grows with the number of such texels, and with how many
+// are that close to one.
+EnvironmentPicture withSpreadSuns(const EnvironmentPicture& picture);
+
 // Another number for other texels, to all likelihood; the same on every machine that keeps numbers in the same order.
 std::uint64_t contentKey(const EnvironmentPicture& picture);
 

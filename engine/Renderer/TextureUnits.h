@@ -17,6 +17,8 @@ enum : Magnum::Int {
     DataTextures,
     FloatTextures,
     LightData,
+    ShadowData,
+    ShadowMaps,
 };
 
 }
@@ -37,6 +39,8 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"dataTextures", 12}, TextureUnit::DataTextures},
     {{"floatTextures", 13}, TextureUnit::FloatTextures},
     {{"lightData", 9}, TextureUnit::LightData},
+    {{"shadowData", 10}, TextureUnit::ShadowData},
+    {{"shadowMaps", 10}, TextureUnit::ShadowMaps},
 };
 
 } // namespace VantrelEngine

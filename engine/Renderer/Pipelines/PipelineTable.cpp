@@ -51,7 +51,7 @@ void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_vie
     _indices.emplace(added.name, index);
     Plan& plan = _plans[index] = Plan{};
     plan.recipe = {pipeline, std::string{vertexSource}, std::string{fragmentSource}, layout,
-        std::vector<TextureNeeds>(pipeline.parameters.size())};
+        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasShadows};
     plan.isDue = true;
     if(vertexSource.empty() || fragmentSource.empty()) makeFlat(plan);
 }
@@ -68,6 +68,17 @@ void PipelineTable::addNeeds(Id index, std::size_t parameter, TextureNeeds needs
     if(plan.isFlat || !(needs & ~plan.recipe.needs[parameter])) return;
     plan.recipe.needs[parameter] |= needs;
     plan.isDue = true;
+}
+
+bool PipelineTable::setShadows(bool enabled) {
+    if(enabled == _hasShadows) return false;
+    _hasShadows = enabled;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasShadows = enabled;
+        // Indices between those that were added have no sources.
+        plan.isDue |= !plan.recipe.vertexSource.empty();
+    }
+    return true;
 }
 
 void PipelineTable::build() {

@@ -46,6 +46,8 @@ public:
     // Of a texture among the parameters, which are expected to have it. Adds to what was needed since the pipeline was
     // added, so that what comes and goes is built once.
     void addNeeds(Id index, std::size_t parameter, TextureNeeds needs);
+    // Whether pictures have shadows; true where that is other than before: then all programs that have to are to be built.
+    bool setShadows(bool enabled);
     // Makes the programs of what was added, and those that have to do more than before. Prints one line where the
     // sources do not compile; then it is drawn flat.
     void build();
@@ -74,6 +76,7 @@ private:
     bool buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason);
 
     bool _hasDrawParameters;
+    bool _hasShadows = false;
     std::string _depthSource;
     std::vector<Pipeline> _pipelines;
     // By index, as the pipelines.

@@ -118,10 +118,14 @@ std::string flagDefines(std::uint32_t flags) {
     return text;
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe) {
-    const Containers::StringView textures = defaultAsset("Textures.glsl"), lights = defaultAsset("Lights.glsl");
-    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions +
-        std::string{textures.data(), textures.size()} + std::string{lights.data(), lights.size()} +
+std::string source(const char* name) {
+    const Containers::StringView text = defaultAsset(name);
+    return {text.data(), text.size()};
+}
+
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasShadows) {
+    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + source("Textures.glsl") +
+        (hasShadows ? "#define SHADOWS\n" + source("Shadows.glsl") : std::string{}) + source("Lights.glsl") +
         accessors(recipe.description.parameters, recipe.needs);
 }
 
@@ -148,7 +152,7 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    sources.fragmentPrefix = fragmentPrefix(recipe);
+    sources.fragmentPrefix = fragmentPrefix(recipe, recipe.hasShadows && purpose == ProgramPurpose::Picture);
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;

@@ -28,6 +28,8 @@ struct PipelineRecipe {
     VertexLayout layout{};
     // Of textures, by parameter; nothing for those beyond the end. A texture that needs nothing is white.
     std::vector<TextureNeeds> needs;
+    // Whether some light throws shadows.
+    bool hasShadows = false;
 };
 
 // What the sources of a pipeline may use: the attributes of the vertices, the objects and the view; with the functions of

@@ -19,6 +19,8 @@ enum : Magnum::Int {
     LightData,
     Irradiance,
     Surroundings,
+    ShadowData,
+    ShadowMaps,
 };
 
 }
@@ -41,6 +43,8 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"lightData", 9}, TextureUnit::LightData},
     {{"irradiance", 10}, TextureUnit::Irradiance},
     {{"surroundings", 12}, TextureUnit::Surroundings},
+    {{"shadowData", 10}, TextureUnit::ShadowData},
+    {{"shadowMaps", 10}, TextureUnit::ShadowMaps},
 };
 
 } // namespace VantrelEngine

@@ -28,11 +28,11 @@ template<class T> T& entry(std::vector<T>& list, Id index, T missing) {
 WebGL2Renderer::State::State():
     canMultiDraw{hasDrawParameters()}, textureAtlas{new TextureAtlas{std::make_unique<TextureAtlas::State>()}},
     compressedTextureAtlas{new TileStackTextureAtlas{std::make_unique<TileStackTextureAtlas::State>()}},
-    pipelines{canMultiDraw}, drawing{canMultiDraw} {}
+    pipelines{canMultiDraw}, drawing{canMultiDraw}, casterDrawing{canMultiDraw} {}
 
 void WebGL2Renderer::State::warn(Missing missing) {
     constexpr const char* What[]{
-        "bloom", "letters of fonts", "texts", "skinned meshes other than as they were made", "shadows", "the overdraw"};
+        "bloom", "letters of fonts", "texts", "skinned meshes other than as they were made", "the overdraw"};
     static_assert(std::size(What) == MissingCount, "a text for each");
     if(isWarned[missing]) return;
     isWarned[missing] = true;
@@ -41,7 +41,8 @@ void WebGL2Renderer::State::warn(Missing missing) {
 
 std::uint64_t WebGL2Renderer::State::uploadedBytes() const {
     return meshes.uploadedBytes() + materials.uploadedBytes() + objects.uploadedBytes() + instances.uploadedBytes() +
-        someInstances.uploadedBytes() + colliders.uploadedBytes() + lightBytes;
+        someInstances.uploadedBytes() + colliders.uploadedBytes() + lightBytes + shadows.uploadedBytes() +
+        casterInstances.uploadedBytes();
 }
 
 WebGL2Renderer::WebGL2Renderer(): _state{std::make_unique<State>()} {}
@@ -70,7 +71,10 @@ BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
 
 void WebGL2Renderer::setDepthPrePassEnabled(bool enabled) { _state->isDepthPassEnabled = enabled; }
 
-void WebGL2Renderer::setMultiDrawEnabled(bool enabled) { _state->drawing.setMultiDrawEnabled(enabled); }
+void WebGL2Renderer::setMultiDrawEnabled(bool enabled) {
+    _state->drawing.setMultiDrawEnabled(enabled);
+    _state->casterDrawing.setMultiDrawEnabled(enabled);
+}
 
 void WebGL2Renderer::setFrustumCullingEnabled(bool enabled) { _state->isCullingEnabled = enabled; }
 
@@ -108,12 +112,13 @@ void WebGL2Renderer::setImageForTexture(const SceneTexture& texture, Id image) {
 void WebGL2Renderer::prepareImages() {
     _state->textureAtlas->_state->table.prepare();
     _state->areProgramsBuilt = false;
+    _state->shadows.touchAll();
 }
 
 void WebGL2Renderer::clearShaders() {
     _state->pipelines.clear();
     _state->colliderPipeline = 0;
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 void WebGL2Renderer::addDepthShader(std::string_view vertexSource) { _state->pipelines.setDepthSource(vertexSource); }
@@ -125,7 +130,7 @@ void WebGL2Renderer::addPipeline(
     Id pipeline, const ScenePipeline& description, std::string_view vertexSource, std::string_view fragmentSource) {
     _state->pipelines.add(pipeline, description, vertexSource, fragmentSource, _state->meshes.layout());
     _state->areProgramsBuilt = false;
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 Id WebGL2Renderer::pipelineIndex(Containers::StringView name) const {
@@ -156,7 +161,9 @@ Id WebGL2Renderer::addColliderVisualizationBatch() {
 }
 
 void WebGL2Renderer::updateMeshes(Containers::ArrayView<const SceneMesh> meshes) {
-    if(_state->meshes.update(meshes)) _state->objects.setAllDirty();
+    if(!_state->meshes.update(meshes)) return;
+    _state->objects.setAllDirty();
+    _state->shadows.touchAll();
 }
 
 void WebGL2Renderer::updateTexts(TextManager& texts) {
@@ -165,7 +172,7 @@ void WebGL2Renderer::updateTexts(TextManager& texts) {
 
 void WebGL2Renderer::prepareDrawsList(Containers::ArrayView<const Draw> draws) {
     _state->draws.assign(draws.begin(), draws.end());
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
     _state->objects.setAllDirty();
     for(const Draw& draw: draws)
         if(draw.isSkinned) _state->warn(State::Skinning);
@@ -173,13 +180,14 @@ void WebGL2Renderer::prepareDrawsList(Containers::ArrayView<const Draw> draws) {
 
 void WebGL2Renderer::addDraw(const Draw& draw) {
     _state->draws.push_back(draw);
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 void WebGL2Renderer::updateMaterials(
     Containers::ArrayView<const SceneMaterial> materials, Containers::ArrayView<const ScenePipeline>) {
     _state->materials.updateScene(materials);
     _state->areProgramsBuilt = false;
+    _state->shadows.touchAll();
     _state->buildPrograms();
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <Magnum/GL/AbstractFramebuffer.h>
 #include <Magnum/GL/Renderer.h>
 #include <Vantrel/EngineData/Scene.h>
 
@@ -67,6 +68,7 @@ void WebGL2Renderer::State::bindBuffers() {
     lights.bind();
     environment.bind();
     textureAtlas->_state->table.bind();
+    shadows.bind();
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
@@ -144,6 +146,7 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->pipelines.tidy();
     _state->sortDraws();
     _state->objects.update(scene, _state->meshes);
+    _state->shadows.touch(_state->objects.touched());
     if(_state->isCullingEnabled)
         findInside(FrustumPlanes{cullingMatrix}, _state->objects.spheres(), _state->visible);
     else
@@ -157,13 +160,6 @@ void WebGL2Renderer::updateLights(Scene& scene) {
     if(_state->pipelines.setEnvironment(_state->environment.isThere())) _state->areProgramsBuilt = false;
 }
 
-void WebGL2Renderer::updateShadows(Scene& scene, ViewManager&) {
-    if(_state->isWarned[State::Shadows]) return;
-    LightManager& lights = scene.lights;
-    for(const Id light: lights.components().prefix(lights.numActiveComponents()))
-        if(lights.parameters(light).z() > 0.0f) _state->warn(State::Shadows);
-}
-
 void WebGL2Renderer::beginOverdrawTracking() { _state->warn(State::Overdraw); }
 
 void WebGL2Renderer::render(ViewManager& views, Scene&) {
@@ -174,6 +170,7 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
     state.drawing.resetStatistics();
     state.drawCalls = 0;
     for(const Id view: views.components().prefix(views.numActiveComponents())) {
+        if(GL::AbstractFramebuffer* const target = views.targetFramebuffer(view)) target->bind();
         const ViewUniforms uniforms = state.viewUniforms(views, view);
         // Along the direction of view, the negative z axis.
         const Matrix4 toView = views.viewTransform(state.matricesOf(views, view)).toMatrix();

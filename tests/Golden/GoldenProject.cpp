@@ -60,6 +60,7 @@ VantrelProof::Picture GoldenProject::draw() {
     views.update();
 
     GL::Framebuffer& framebuffer = _target.multisampled();
+    views.targetFramebuffer(view) = &framebuffer;
     framebuffer.bind();
     framebuffer.clearColor(0, _renderer.clearColor()).clearDepth(1.0f);
     _renderer.setViewportSize(view, _size);

@@ -18,7 +18,7 @@ float lightFalloff(float squaredDistance, float reach) {
 }
 
 // Whether a light reaches a place; then the direction to it, and how much light comes from there on a surface across it.
-bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
+bool lightWithoutShadows(int index, vec3 place, out vec3 direction, out vec3 incoming) {
     int texel = 1 + index*TexelsPerLight;
     vec4 light = texelFetch(lightData, texel);
     incoming = light.rgb;
@@ -35,6 +35,19 @@ bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
     float cone = clamp(dot(-direction, axis.xyz)*position.w + axis.w, 0.0, 1.0);
     incoming *= cone*cone*lightFalloff(squaredDistance, light.w);
     return cone > 0.0;
+}
+
+// The same, less what stands in the light's way. The normal is that of the side of the surface that is seen, without
+// bumps, of length 1; zero where it is not known, which keeps shadows farther away from what throws them.
+bool lightAt(int index, vec3 place, vec3 normal, out vec3 direction, out vec3 incoming) {
+    if(!lightWithoutShadows(index, place, direction, incoming)) return false;
+#ifdef SHADOWS
+    incoming *= shadowAt(index, place, normal, direction);
+#endif
+    return true;
+}
+bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
+    return lightAt(index, place, vec3(0.0), direction, incoming);
 }
 
 #ifndef HAS_ENVIRONMENT

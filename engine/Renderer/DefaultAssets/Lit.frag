@@ -69,22 +69,27 @@ mat3 tangentSpace(vec3 normal) {
     return mat3(right*scale, up*scale, normal);
 }
 
-vec3 surfaceNormal() {
-    vec3 normal = frontNormal();
+// What bulges out on one side is a dent on the other.
+vec3 seenFrom(vec3 normal) {
+#ifdef DOUBLE_SIDED
+    if(!gl_FrontFacing) return -normal;
+#endif
+    return normal;
+}
+
+vec3 surfaceNormal(vec3 front) {
+    vec3 normal = front;
     if(material_has_normalTexture()) {
         vec3 bump = material_normalTexture(uv).xyz*2.0 - 1.0;
         bump.xy *= material_normalScale();
         normal = normalize(tangentSpace(normal)*bump);
     }
-#ifdef DOUBLE_SIDED
-    // What bulges out on one side is a dent on the other.
-    if(!gl_FrontFacing) normal = -normal;
-#endif
-    return normal;
+    return seenFrom(normal);
 }
 
 struct Surface {
     vec3 normal;
+    vec3 side; // The normal without bumps
     vec3 toCamera;
     float cosine; // Of the angle between the two
     vec3 diffuse;
@@ -99,7 +104,9 @@ Surface surfaceOf(vec3 baseColor) {
     vec4 texel = material_metallicRoughnessTexture(uv);
     float metalness = clamp(material_metalness()*texel.b, 0.0, 1.0);
     Surface surface;
-    surface.normal = surfaceNormal();
+    vec3 front = frontNormal();
+    surface.normal = surfaceNormal(front);
+    surface.side = seenFrom(front);
     surface.toCamera = normalize(cameraPosition - worldPosition);
     surface.cosine = max(dot(surface.normal, surface.toCamera), 1.0e-3);
     surface.diffuse = baseColor*(1.0 - metalness);
@@ -157,7 +164,7 @@ vec3 lit(Surface surface) {
 #endif
     vec3 sum = vec3(0.0);
     for(int i = 0; i != count; ++i)
-        if(lightAt(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
+        if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
     return sum;
 }
 

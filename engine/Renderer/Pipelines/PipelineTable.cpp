@@ -51,7 +51,7 @@ void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_vie
     _indices.emplace(added.name, index);
     Plan& plan = _plans[index] = Plan{};
     plan.recipe = {pipeline, std::string{vertexSource}, std::string{fragmentSource}, layout,
-        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment};
+        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment, _hasShadows};
     plan.isDue = true;
     if(vertexSource.empty() || fragmentSource.empty()) makeFlat(plan);
 }
@@ -81,6 +81,17 @@ bool PipelineTable::setEnvironment(bool isThere) {
         isAnyDue |= isDue;
     }
     return isAnyDue;
+}
+
+bool PipelineTable::setShadows(bool enabled) {
+    if(enabled == _hasShadows) return false;
+    _hasShadows = enabled;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasShadows = enabled;
+        // Indices between those that were added have no sources.
+        plan.isDue |= !plan.recipe.vertexSource.empty();
+    }
+    return true;
 }
 
 void PipelineTable::build() {

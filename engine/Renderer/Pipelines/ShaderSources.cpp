@@ -125,14 +125,15 @@ std::string asset(const char* file) {
     return {text.data(), text.size()};
 }
 
-std::string lightFunctions(bool hasEnvironment) {
+std::string lightFunctions(bool hasEnvironment, bool hasShadows) {
     const std::string environment = hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
-    return environment + asset("Lights.glsl");
+    const std::string shadows = hasShadows ? "#define SHADOWS\n" + asset("Shadows.glsl") : std::string{};
+    return environment + shadows + asset("Lights.glsl");
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment) {
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment, bool hasShadows) {
     return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + asset("Textures.glsl") +
-        lightFunctions(hasEnvironment) + accessors(recipe.description.parameters, recipe.needs);
+        lightFunctions(hasEnvironment, hasShadows) + accessors(recipe.description.parameters, recipe.needs);
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.
@@ -158,9 +159,10 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    // All others are the same with surroundings and without.
+    // All others are the same with surroundings and shadows and without.
+    const bool isPicture = purpose == ProgramPurpose::Picture;
     sources.fragmentPrefix = fragmentPrefix(recipe,
-        recipe.hasEnvironment && purpose == ProgramPurpose::Picture && dependsOnEnvironment(recipe.fragmentSource));
+        isPicture && recipe.hasEnvironment && dependsOnEnvironment(recipe.fragmentSource), isPicture && recipe.hasShadows);
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
@@ -190,7 +192,7 @@ ShaderSources skySources() {
     ShaderSources sources;
     sources.vertexPrefix = ViewUniforms;
     sources.vertex = asset("Sky.vert");
-    sources.fragmentPrefix = std::string{ViewUniforms} + SkyOutput + lightFunctions(true);
+    sources.fragmentPrefix = std::string{ViewUniforms} + SkyOutput + lightFunctions(true, false);
     sources.fragment = asset("Sky.frag");
     return sources;
 }

@@ -30,6 +30,8 @@ struct PipelineRecipe {
     std::vector<TextureNeeds> needs;
     // Whether the scene has surroundings of its own.
     bool hasEnvironment = false;
+    // Whether some light throws shadows.
+    bool hasShadows = false;
 };
 
 // What the sources of a pipeline may use: the attributes of the vertices, the objects and the view; with the functions of

@@ -139,9 +139,13 @@ public:
     // Whether the light of an environment is not complete yet: the frames to come look different, also where nothing else
     // changes.
     bool isBakingEnvironment() const;
+    // Fits the shadow maps of the scene's lights to the first active view (LightManager::setupShadows()) and draws those
+    // that show something else than before: their fit is another one, or something that throws shadows moved, came or
+    // went in them since, by updateMeshVisibility(), or resources or draws changed. Lights with shadows where there were
+    // none before build programs anew. Leaves another framebuffer bound.
     void updateShadows(Scene& scene, ViewManager& views);
     void beginOverdrawTracking();
-    // Draws the scene over what is in the target framebuffer of each active view.
+    // Draws the scene over what is in the target framebuffer of each active view; where that is null, in the bound one.
     void render(ViewManager& views, Scene& scene);
     void updateTextureStreaming(ViewManager& views);
     void evalTextureStreaming(ViewManager& views);
@@ -166,7 +170,10 @@ public:
     // What the last render() took.
     std::size_t drawCalls() const;
     std::uint64_t triangles() const;
-    // Since the construction: bytes of vertices, objects, instances, materials and lights that went to video memory, and
+    // What the last updateShadows() drew: maps, and meshes, of each map again.
+    std::size_t drawnShadowMaps() const;
+    std::size_t drawnShadowCasters() const;
+    // Since the construction: bytes of vertices, objects, instances, materials, lights and shadows that went to video memory, and
     // programs that were compiled. Where nothing changed, a frame adds to neither.
     std::uint64_t uploadedBytes() const;
     std::size_t builtPrograms() const;

@@ -1,5 +1,7 @@
 #include "Views/SceneView.h"
 
+#include <utility>
+
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -182,6 +184,7 @@ void SceneView::renderScene() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
     updateFrameSize();
+    if(std::exchange(state.framesSelection, false)) _navigation.frameSelection(*_data, _camera);
     _camera.update();
     updateFrozenCulling();
 

@@ -51,8 +51,11 @@ std::optional<CommandLine> readCommandLine(int argc, const char* const* argv, in
     CommandLine line;
     std::string size;
     CLI::App app{"Edits 3D scenes. Without --headless it opens a window.", "vantrel-editor"};
-    app.add_option("PROJECT", line.project, "The project file to open");
+    app.add_option("PROJECT", line.project,
+        "The project file to open, or a model (.glb, .gltf, .obj, .fbx, ...) or an "
+        "image that a new project is made of");
     app.add_option("--module", line.module, "Library of the scene view (default: the one beside the program)");
+    app.add_option("--converter", line.converter, "Program that reads what is imported (default: the one beside this)");
     app.add_option("--size", size, "Size of the window in points (default 1440x900)")->check(isSize);
     app.add_option("--font-size", line.fontScale, "Factor of the text's size")->check(CLI::Range(1.0f, 3.0f));
     app.add_flag("--headless", line.isHeadless, "Draws without a window or a display, and ends");

@@ -10,10 +10,12 @@ namespace VantrelEngine {
 
 // What the editor was asked for when it was started.
 struct CommandLine {
-    // Empty for a new project.
+    // A project, or a model or an image that a new project is made of. Empty for a new project.
     std::string project;
     // The view's library; empty for the one beside the program.
     std::string module;
+    // The program that reads what is imported; empty for the one beside the program.
+    std::string converter;
     // Without a window: draws this many frames, or plays the script, and ends.
     bool isHeadless = false;
     int frameCount = 3;

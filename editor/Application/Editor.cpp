@@ -11,10 +11,13 @@
 #include <imgui_internal.h>
 
 #include "Application/RecentFiles.h"
+#include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
 #include "Panels/ObjectList.h"
+#include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
+#include "Utilities/DepthRange.h"
 
 namespace VantrelEngine {
 
@@ -27,11 +30,16 @@ namespace {
 // The only view there is.
 constexpr const char* ViewName = "Scene View";
 
+// Seconds. What takes less shows no bar.
+constexpr Double ProgressDelay = 0.5;
+
 std::string absolutePath(const std::string& path) {
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
     return error ? path : absolute.lexically_normal().string();
 }
+
+bool isProjectPath(const std::string& path) { return fs::path{path}.extension() == ".json"; }
 
 bool isView(const ImGuiWindow* window) {
     return window && Containers::StringView{window->RootWindow->Name} == ViewName;
@@ -39,9 +47,10 @@ bool isView(const ImGuiWindow* window) {
 
 } // namespace
 
-Editor::Editor(Platform& platform, const std::string& moduleFile, std::string settingsFile):
-    _platform(platform), _settingsFile{std::move(settingsFile)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _loader{moduleFile}, _lastFrame{platform.now()} {
+Editor::Editor(Platform& platform, Files files):
+    _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
+    _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    _loader{files.module}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
     addEngineAssets(_session->data().resources());
 }
@@ -86,6 +95,12 @@ std::string Editor::reloadView(const std::string& moduleFile) {
 
 std::string Editor::open(const std::string& path) {
     const std::string absolute = absolutePath(path);
+    if(isImportable(absolute)) {
+        startNew();
+        _model = absolute;
+        _imports.add(absolute);
+        return {};
+    }
     const OpenedProject opened = _session->open(absolute);
     requestFrames();
     if(!opened.error.empty()) {
@@ -113,6 +128,29 @@ void Editor::startNew() {
     requestFrames();
 }
 
+void Editor::import(const std::string& path) {
+    _imports.add(absolutePath(path));
+    requestFrames();
+}
+
+bool Editor::finishImports() {
+    bool isWhole = true;
+    for(const ImportResult& result: _imports.finish()) {
+        showImported(result);
+        if(!result.inserted.error.empty()) isWhole = false;
+    }
+    return isWhole;
+}
+
+void Editor::showImported(const ImportResult& result) {
+    requestFrames();
+    if(result.source != _model) return;
+    _model.clear();
+    if(!result.inserted.error.empty()) return;
+    fitDepthRange(result.inserted.roots, *_session);
+    _session->editor().state().framesSelection = true;
+}
+
 void Editor::showError(const std::string& line) {
     Utility::Error{} << line.data();
     _dialogs.showMessage(line);
@@ -131,6 +169,7 @@ void Editor::perform(Command command) {
     case Command::Save: return _dialogs.save();
     case Command::SaveAs: return _dialogs.saveAs();
     case Command::Quit: return _dialogs.quit();
+    case Command::Import: return _dialogs.chooseAndImport(importedSuffixes());
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
     case Command::ResetLayout: _settings.panes = {}; return;
     case Command::Undo:
@@ -152,8 +191,15 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
-    _drop.start(file, position);
+    _drop.add(file, position);
     requestFrames();
+}
+
+// Over the view it is the view's; a file that nobody wants is opened or imported all the same.
+void Editor::takeDropped(const std::string& file) {
+    if(file.empty()) return;
+    if(isProjectPath(file)) return openAsked(file);
+    import(file);
 }
 
 void Editor::runActions() {
@@ -165,6 +211,7 @@ void Editor::run(const ProjectAction& action) {
     switch(action.kind) {
     case ProjectAction::Kind::New: return startNew();
     case ProjectAction::Kind::Quit: _wantsQuit = true; return;
+    case ProjectAction::Kind::Import: return import(action.path);
     case ProjectAction::Kind::Save: {
         const bool isKept = !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         const std::string error = save(action.path, action.overwritesRepaired);
@@ -188,6 +235,7 @@ void Editor::openPending() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     openPending();
+    for(const ImportResult& result: _imports.update()) showImported(result);
     _session->update();
     _session->editor().state().wantsFrame = false;
     if(_settlingFrames) --_settlingFrames;
@@ -197,7 +245,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _lastFrame = now;
     drawPanels();
     updateFocus();
-    _drop.endFrame();
+    takeDropped(_drop.endFrame());
 
     framebuffer.bind();
     GL::Renderer::setClearColor(Color4{0.09f, 1.0f});
@@ -224,10 +272,22 @@ void Editor::drawPanels() {
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
     _dialogs.draw();
+    drawImport();
     if(_opening.empty()) return;
     drawBusy("Opening " + _opening + " ...");
     ++_openingFrames;
     requestFrames();
+}
+
+void Editor::drawImport() {
+    if(!_imports.isBusy()) return _importsBegan.reset();
+    if(!_importsBegan) _importsBegan = _platform.now();
+    const std::optional<ImportProgress> progress = _imports.progress();
+    if(!progress || _platform.now() - *_importsBegan < ProgressDelay) return;
+    std::string text = "Importing " + progress->name;
+    if(progress->waiting) text += ", " + std::to_string(progress->waiting) + " more to come";
+    if(!progress->stage.empty()) text += '\n' + progress->stage;
+    if(drawProgress({text, progress->fraction, true})) _imports.cancel();
 }
 
 void Editor::drawMenu() {
@@ -284,7 +344,7 @@ void Editor::updateFocus() {
 }
 
 bool Editor::wantsFrame() const {
-    return _settlingFrames || _drop.isUnderWay() || _session->editor().state().wantsFrame;
+    return _settlingFrames || _drop.isUnderWay() || _imports.isBusy() || _session->editor().state().wantsFrame;
 }
 
 std::string Editor::title() const {

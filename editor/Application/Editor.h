@@ -18,6 +18,7 @@
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
 #include "Data/ProjectSession.h"
+#include "Import/ImportQueue.h"
 #include "Modules/EventDelivery.h"
 #include "Modules/ModuleLoader.h"
 #include "Panels/Command.h"
@@ -32,14 +33,20 @@ namespace VantrelEngine {
 class Editor {
 public:
     // The platform, and a GL context that is current, outlive the editor. What is remembered of the user is read from and
-    // written to the file of the settings; where the name is empty, nothing is remembered.
-    explicit Editor(Platform& platform, const std::string& moduleFile, std::string settingsFile);
+    // written to the file of the settings; where its name is empty, nothing is remembered.
+    struct Files {
+        // The view's library, and the program that reads what is imported.
+        std::string module, converter;
+        std::string settings;
+    };
+    explicit Editor(Platform& platform, Files files);
     ~Editor();
     Editor(const Editor&) = delete;
     Editor& operator=(const Editor&) = delete;
 
     // Each returns an empty text, or one line. Nothing is asked: unsaved changes are given up.
     std::string loadView();
+    // A model or an image: begins a new project, into which it is imported.
     std::string open(const std::string& path);
     std::string save(const std::string& path, bool overwritesRepaired = false);
     void startNew();
@@ -49,6 +56,10 @@ public:
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
     void openAsked(const std::string& path) { _dialogs.open(path); }
+    // Queues a file to be imported into the project. What is wrong with it is said later.
+    void import(const std::string& path);
+    // Waits until all of them are. False where one could not be.
+    bool finishImports();
     // For the user to see; a line of the log, too.
     void showError(const std::string& line);
 
@@ -84,9 +95,12 @@ private:
 
     void initView();
     void closeView();
+    void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
     void openPending();
+    void showImported(const ImportResult& result);
+    void drawImport();
     void drawPanels();
     void drawMenu();
     void drawStatus();
@@ -101,6 +115,7 @@ private:
     LogCapture _capture{_log};
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
+    ImportQueue _imports;
     UserInterface _interface;
     ModuleLoader _loader;
     EventDelivery _delivery;
@@ -115,6 +130,10 @@ private:
     // A project that is opened after frames that say so.
     std::string _opening;
     int _openingFrames = 0;
+    // What a new project is being made of: shown when it is there. Empty for nothing.
+    std::string _model;
+    // When the imports began that are going on. None for none.
+    std::optional<Magnum::Double> _importsBegan;
 
     int _settlingFrames = SettlingFrames;
     bool _wantsQuit = false;

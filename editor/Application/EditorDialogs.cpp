@@ -34,9 +34,15 @@ void EditorDialogs::goOn() {
     _waiting.reset();
 }
 
-void EditorDialogs::chooseAndOpen() {
-    _savesAs = false;
-    _files.show(FileDialog::Purpose::Open, folderOf(_path), {});
+void EditorDialogs::choose(FileDialog::Purpose purpose, const std::string& name, std::vector<std::string> suffixes) {
+    _choosing = purpose;
+    _files.show(purpose, folderOf(_path), name, std::move(suffixes));
+}
+
+void EditorDialogs::chooseAndOpen() { choose(FileDialog::Purpose::Open, {}, {".json"}); }
+
+void EditorDialogs::chooseAndImport(std::vector<std::string> suffixes) {
+    choose(FileDialog::Purpose::Import, {}, std::move(suffixes));
 }
 
 void EditorDialogs::save() {
@@ -45,8 +51,7 @@ void EditorDialogs::save() {
 }
 
 void EditorDialogs::saveAs() {
-    _savesAs = true;
-    _files.show(FileDialog::Purpose::Save, folderOf(_path), _path.empty() ? "project.json" : nameOf(_path));
+    choose(FileDialog::Purpose::Save, _path.empty() ? "project.json" : nameOf(_path), {".json"});
 }
 
 void EditorDialogs::saved(const std::string& path, const std::string& error, bool wasKept) {
@@ -68,14 +73,16 @@ void EditorDialogs::draw() {
 }
 
 void EditorDialogs::drawFiles() {
-    if(const std::optional<std::string> file = _files.draw()) {
-        if(_savesAs)
-            _actions.push_back({ProjectAction::Kind::Save, *file, false});
-        else
-            open(*file);
-    } else if(!_files.isOpen()) {
+    if(const std::optional<std::string> file = _files.draw())
+        chosen(*file);
+    else if(!_files.isOpen())
         _waiting.reset();
-    }
+}
+
+void EditorDialogs::chosen(const std::string& file) {
+    if(_choosing == FileDialog::Purpose::Open) return open(file);
+    const bool isSaved = _choosing == FileDialog::Purpose::Save;
+    _actions.push_back({isSaved ? ProjectAction::Kind::Save : ProjectAction::Kind::Import, file, false});
 }
 
 void EditorDialogs::answer(Answer answer) {

@@ -3,6 +3,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Panels/Dialogs.h"
 #include "Panels/FileDialog.h"
@@ -11,10 +12,10 @@ namespace VantrelEngine {
 
 // What is to be done with the project, as decided by the user.
 struct ProjectAction {
-    enum class Kind { New, Open, Save, Quit };
+    enum class Kind { New, Open, Save, Import, Quit };
 
     Kind kind;
-    // Of what is opened or saved.
+    // Of what is opened, saved or imported.
     std::string path;
     // Save even over a file that was repaired when it was opened.
     bool overwritesRepaired = false;
@@ -30,6 +31,7 @@ public:
     void open(const std::string& path) { leaveProject({ProjectAction::Kind::Open, path, false}); }
     void quit() { leaveProject({ProjectAction::Kind::Quit, {}, false}); }
     void chooseAndOpen();
+    void chooseAndImport(std::vector<std::string> suffixes);
     void save();
     void saveAs();
     void showMessage(std::string text) { _messages.show(std::move(text)); }
@@ -48,7 +50,9 @@ private:
     enum class Question { Unsaved, Repaired };
 
     void leaveProject(ProjectAction action);
+    void choose(FileDialog::Purpose purpose, const std::string& name, std::vector<std::string> suffixes);
     void drawFiles();
+    void chosen(const std::string& file);
     void answer(Answer answer);
     void answerUnsaved(Answer answer);
     void answerRepaired(Answer answer);
@@ -64,7 +68,8 @@ private:
     // Waits for the unsaved changes to be saved or given up.
     std::optional<ProjectAction> _waiting;
     std::string _savedPath;
-    bool _savesAs = false;
+    // What the choice of a file is for.
+    FileDialog::Purpose _choosing = FileDialog::Purpose::Open;
     std::deque<ProjectAction> _actions;
 };
 

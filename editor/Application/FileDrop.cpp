@@ -16,15 +16,13 @@ constexpr const char* PayloadType = "DND_ASSET_CELL";
 
 } // namespace
 
-void FileDrop::start(std::string file, const Vector2& position) {
-    _file = std::move(file);
-    _position = position;
-    _frame = 0;
-}
-
 void FileDrop::beginFrame(InputRouter& input) {
     if(!isUnderWay()) return;
-    input.warpTo(_position);
+    if(_frame < 0) {
+        _frame = 0;
+        _isTaken = false;
+    }
+    input.warpTo(_waiting.front().position);
     input.holdForInterface(_frame < DragFrames);
 }
 
@@ -32,12 +30,20 @@ void FileDrop::draw() const {
     if(!isUnderWay()) return;
     constexpr ImGuiDragDropFlags flags = ImGuiDragDropFlags_SourceExtern | ImGuiDragDropFlags_SourceNoPreviewTooltip;
     if(!ImGui::BeginDragDropSource(flags)) return;
-    ImGui::SetDragDropPayload(PayloadType, _file.data(), _file.size() + 1);
+    const std::string& file = _waiting.front().file;
+    ImGui::SetDragDropPayload(PayloadType, file.data(), file.size() + 1);
     ImGui::EndDragDropSource();
 }
 
-void FileDrop::endFrame() {
-    if(isUnderWay() && ++_frame > DragFrames) _frame = -1;
+std::string FileDrop::endFrame() {
+    if(!isUnderWay()) return {};
+    const ImGuiPayload* const payload = ImGui::GetDragDropPayload();
+    if(payload && payload->IsDelivery()) _isTaken = true;
+    if(++_frame <= DragFrames) return {};
+    _frame = -1;
+    std::string file = std::move(_waiting.front().file);
+    _waiting.pop_front();
+    return _isTaken ? std::string{} : file;
 }
 
 } // namespace VantrelEngine

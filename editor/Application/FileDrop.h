@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <string>
 
 #include <Magnum/Magnum.h>
@@ -9,23 +10,30 @@ namespace VantrelEngine {
 
 class InputRouter;
 
-// A file that was dropped on the window, played as a gesture of the UI library: what lies under the mouse sees it
-// dragged for two frames, and then gets it.
+// Files that were dropped on the window, each played as a gesture of the UI library: what lies under the mouse sees it
+// dragged for two frames, and then gets it. They come one after the other.
 class FileDrop {
 public:
-    // Window points. One that is under way is dropped first of all.
-    void start(std::string file, const Magnum::Vector2& position);
-    bool isUnderWay() const { return _frame >= 0; }
+    // Window points.
+    void add(std::string file, const Magnum::Vector2& position) { _waiting.push_back({std::move(file), position}); }
+    bool isUnderWay() const { return _frame >= 0 || !_waiting.empty(); }
 
     // Around the windows of a frame: the mouse before it begins, the dragged thing in it, and the end of it.
     void beginFrame(InputRouter& input);
     void draw() const;
-    void endFrame();
+    // The file that nothing under the mouse wanted, when its gesture is over; else empty.
+    std::string endFrame();
 
 private:
-    std::string _file;
-    Magnum::Vector2 _position;
+    struct Drop {
+        std::string file;
+        Magnum::Vector2 position;
+    };
+
+    // The first one is under way.
+    std::deque<Drop> _waiting;
     int _frame = -1;
+    bool _isTaken = false;
 };
 
 } // namespace VantrelEngine

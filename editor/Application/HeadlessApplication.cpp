@@ -41,8 +41,10 @@ class HeadlessApplication {
 public:
     explicit HeadlessApplication(const CommandLine& line):
         _line(line), _platform{line.size, line.scale}, _editor{_platform,
-                                                           line.module.empty() ? defaultModuleFile() : line.module,
-                                                           {}} {
+                                                           {line.module.empty() ? defaultModuleFile() : line.module,
+                                                               line.converter.empty() ? defaultConverterFile()
+                                                                                      : line.converter,
+                                                               {}}} {
         if(line.fontScale > 0.0f) _editor.settings().fontScale = line.fontScale;
         _editor.input().warpTo({-1.0f, -1.0f});
     }
@@ -53,6 +55,8 @@ public:
         if(error.empty()) error = _editor.loadView();
         return error.empty() && !_line.project.empty() ? _editor.open(_line.project) : error;
     }
+    // Of a model. What is wrong was said then.
+    bool isModelThere() { return _editor.finishImports(); }
 
     std::string play(const std::vector<ScriptCommand>& commands) {
         // Windows find their order and their places.
@@ -102,7 +106,7 @@ int runHeadless(const CommandLine& line) {
     if(!context) return fail(error, NoDisplayStatus);
     HeadlessApplication application{line};
     error = application.start();
-    if(!error.empty()) return fail(error, FailureStatus);
+    if(!error.empty() || !application.isModelThere()) return fail(error, FailureStatus);
     error = application.play(commands);
     if(!error.empty()) return fail(line.script + ": " + error, MistakeStatus);
     error = application.finish();

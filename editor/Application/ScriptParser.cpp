@@ -59,7 +59,11 @@ std::string parsePosition(Line& line) {
     return error.empty() ? readNumber(line.words[1], -MaxCoordinate, MaxCoordinate, line.command) : error;
 }
 
-std::string parseFrames(Line& line) { return readNatural(line.words[0], 1, MaxFrameCount, line.command); }
+std::string parseWait(Line& line) {
+    if(line.words[0] != "import") return readNatural(line.words[0], 1, MaxFrameCount, line.command);
+    line.command.verb = ScriptVerb::WaitForImport;
+    return {};
+}
 
 std::string parseSizeWords(Line& line) {
     std::string error = readNatural(line.words[0], 1, MaxWindowSize, line.command);
@@ -162,7 +166,7 @@ struct Syntax {
     std::string (*parse)(Line& line);
 };
 
-constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES", parseFrames},
+constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},
     {"press", ScriptVerb::Press, 1, 5, "press left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
@@ -181,6 +185,7 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES", pars
     {"record", ScriptVerb::Edit, 2, Any, "record POINTER JSON", parseEdit},
     {"remove", ScriptVerb::Edit, 1, Any, "remove POINTER", parseEdit},
     {"undo", ScriptVerb::Edit, 0, 0, "undo", parseEdit}, {"redo", ScriptVerb::Edit, 0, 0, "redo", parseEdit},
+    {"import", ScriptVerb::Import, 1, Any, "import FILE", parseRest},
     {"drop", ScriptVerb::Drop, 3, Any, "drop FILE X Y", parseDrop},
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},

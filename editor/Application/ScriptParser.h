@@ -29,6 +29,8 @@ enum class ScriptVerb {
     New,
     Edit,
     Drop,
+    Import,
+    WaitForImport,
     Screenshot,
     IdImage,
     Dump,

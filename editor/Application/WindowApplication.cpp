@@ -15,6 +15,7 @@
 #include "Application/CommandLine.h"
 #include "Application/Editor.h"
 #include "Application/ModuleFile.h"
+#include "Data/WorkingFolder.h"
 
 namespace VantrelEngine {
 
@@ -106,10 +107,13 @@ WindowApplication* current = nullptr;
 
 bool WindowApplication::open(const CommandLine& line) {
     const std::string file = settingsFile();
+    WorkingFolder::removeAbandoned();
     if(!openWindow(line, file)) return false;
     setSwapInterval(1);
     startTextInput();
-    _editor = std::make_unique<Editor>(*this, line.module.empty() ? defaultModuleFile() : line.module, file);
+    _editor = std::make_unique<Editor>(*this,
+        Editor::Files{line.module.empty() ? defaultModuleFile() : line.module,
+            line.converter.empty() ? defaultConverterFile() : line.converter, file});
     if(line.fontScale > 0.0f) _editor->settings().fontScale = line.fontScale;
     _editor->interface().setClipboard(
         [this] { return std::string{clipboardText()}; }, [this](const std::string& text) { setClipboardText(text); });
@@ -133,7 +137,7 @@ void WindowApplication::listenToDrops() {
     glfwSetDropCallback(window(), [](GLFWwindow*, int count, const char** files) {
         if(!count) return;
         current->wakeUp();
-        current->_editor->dropFile(files[0], Vector2{current->cursorPosition()});
+        for(int i = 0; i != count; ++i) current->_editor->dropFile(files[i], Vector2{current->cursorPosition()});
     });
 }
 

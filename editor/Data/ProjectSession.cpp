@@ -6,7 +6,11 @@
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
+#include "Data/EnvironmentSettings.h"
+#include "Data/PlacedFiles.h"
+#include "Data/ProjectFiles.h"
 #include "Data/ProjectListener.h"
+#include "Data/WorkingFolder.h"
 
 namespace VantrelEngine {
 
@@ -68,6 +72,7 @@ OpenedProject ProjectSession::read(const std::string& path) {
 void ProjectSession::startOver() {
     _data.selection().clear();
     _changes->clear();
+    _workingFolder.reset();
     readEditorSettings();
 }
 
@@ -93,9 +98,22 @@ void ProjectSession::compileObjects() {
     _compiler->compilePending();
 }
 
+std::string ProjectSession::folderIfAny() const {
+    if(!_store.path().empty()) return folderOf(_store.path());
+    return _workingFolder ? _workingFolder->path() : std::string{};
+}
+
+std::string ProjectSession::folder() {
+    std::string folder = folderIfAny();
+    if(!folder.empty()) return folder;
+    _workingFolder = std::make_unique<WorkingFolder>();
+    if(!_workingFolder->path().empty()) _data.resources().setProjectFolder(_workingFolder->path());
+    return _workingFolder->path();
+}
+
 std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired repaired) {
-    const std::string folder = folderOf(_store.path());
-    std::string error = _store.save(path, repaired);
+    const std::string folder = folderIfAny();
+    std::string error = write(path, repaired);
     if(!error.empty()) return error;
     _changes->markSaved();
     if(folderOf(path) == folder) return {};
@@ -103,7 +121,21 @@ std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired
     _data.resources().setProjectFolder(folderOf(path));
     compileResources();
     setUsersPending();
+    _workingFolder.reset();
     return {};
+}
+
+// The files come first: a document is never there without them.
+std::string ProjectSession::write(const std::string& path, ProjectStore::Repaired repaired) {
+    const std::string from = folderIfAny(), to = folderOf(path);
+    PlacedFiles files{to};
+    if(!from.empty() && from != to) {
+        const std::string error = copyProjectFiles(_data.project(), *_changes, from, files);
+        if(!error.empty()) return path + ": " + error;
+    }
+    std::string error = _store.save(path, repaired);
+    if(error.empty()) files.keep();
+    return error;
 }
 
 void ProjectSession::setUsersPending() {
@@ -115,6 +147,15 @@ void ProjectSession::update() {
     _resourceCompiler->update();
     setUsersPending();
     if(_compiler->isPending()) _compiler->compilePending();
+    updateEnvironment();
+}
+
+// Its image stays where it is as long as nothing changes.
+void ProjectSession::updateEnvironment() {
+    EditorSceneData& scene = _data.scene();
+    if(_environmentRevision == scene.revisions().revision()) return;
+    _environmentRevision = scene.revisions().revision();
+    scene.main().environment = readEnvironment(_data.project(), scene.resources(), scene.resourceMaps());
 }
 
 } // namespace VantrelEngine

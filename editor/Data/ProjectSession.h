@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <Vantrel/EditorData/EditorData.h>
@@ -14,6 +16,7 @@ namespace VantrelEngine {
 
 class ProjectListener;
 class ResourceCompiler;
+class WorkingFolder;
 
 // A project that is open, with all that belongs to it: the document, its undo log, the compiled scene, and what keeps the
 // one true to the other.
@@ -44,8 +47,8 @@ public:
     void compileResources();
     void compileObjects();
 
-    // Writes the project to a file, which becomes its file, and marks it as saved. Returns an empty text, or one line:
-    // the file and the mark are as they were then. A project that was repaired when it was opened is not written over
+    // Writes the project to a file, which becomes its file, and marks it as saved; into another folder its own files are
+    // copied first. Returns an empty text, or one line: the files and the mark are as they were then. A project that was repaired when it was opened is not written over
     // its file unless that is wished for.
     std::string save(const std::string& path, ProjectStore::Repaired repaired = ProjectStore::Repaired::Keep);
     // Whether that is so of the file at a path.
@@ -53,21 +56,32 @@ public:
     // Empty for a project that has no file yet.
     const std::string& path() const { return _store.path(); }
 
+    // Where the project's files are: beside its own file, or in a working folder that is made for a project without one.
+    // Empty where that cannot be made.
+    std::string folder();
+
     // Compiles the resources and the objects that changed since the last call. Call before each frame.
     void update();
 
 private:
     void startOver();
+    std::string folderIfAny() const;
+    std::string write(const std::string& path, ProjectStore::Repaired repaired);
     void readEditorSettings();
     void setUsersPending();
+    void updateEnvironment();
 
     EditorData _data;
     VantrelEditor _editor;
     ProjectStore _store;
+    // Of a project without a file, from the first file that it has.
+    std::unique_ptr<WorkingFolder> _workingFolder;
     std::unique_ptr<ResourceCompiler> _resourceCompiler;
     std::unique_ptr<AssetCompiler> _compiler;
     std::unique_ptr<ProjectListener> _listener;
     std::unique_ptr<ChangeManager> _changes;
+    // Of the scene when its environment was read; of none at first.
+    std::optional<std::uint32_t> _environmentRevision;
 };
 
 } // namespace VantrelEngine

@@ -3,6 +3,6 @@
 namespace VantrelEngine {
 
 // What the user asks the editor for in a menu or with a key.
-enum class Command { New, Open, Save, SaveAs, ReloadView, Quit, Undo, Redo, ResetLayout, Help };
+enum class Command { New, Open, Save, SaveAs, Import, ReloadView, Quit, Undo, Redo, ResetLayout, Help };
 
 } // namespace VantrelEngine

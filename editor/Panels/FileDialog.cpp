@@ -13,7 +13,22 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Of what is saved.
 constexpr const char* Suffix = ".json";
+
+const char* titleOf(FileDialog::Purpose purpose) {
+    switch(purpose) {
+    case FileDialog::Purpose::Open: return "Open project";
+    case FileDialog::Purpose::Save: return "Save project as";
+    case FileDialog::Purpose::Import: break;
+    }
+    return "Import";
+}
+
+const char* buttonOf(FileDialog::Purpose purpose, bool replaces) {
+    if(purpose == FileDialog::Purpose::Save) return replaces ? "Replace" : "Save";
+    return purpose == FileDialog::Purpose::Open ? "Open" : "Import";
+}
 
 template<std::size_t size> void setField(char (&field)[size], const std::string& text) {
     std::snprintf(field, size, "%s", text.data());
@@ -31,8 +46,10 @@ bool isFolder(const std::string& path) {
 
 } // namespace
 
-void FileDialog::show(Purpose purpose, const std::string& folder, const std::string& name) {
+void FileDialog::show(
+    Purpose purpose, const std::string& folder, const std::string& name, std::vector<std::string> suffixes) {
     _purpose = purpose;
+    _suffixes = std::move(suffixes);
     _isOpen = true;
     setField(_nameField, name);
     std::error_code error;
@@ -43,14 +60,14 @@ void FileDialog::enter(const std::string& folder) {
     _folder = folder;
     while(_folder.size() > 1 && _folder.back() == '/') _folder.pop_back();
     setField(_folderField, _folder);
-    _listing = listFolder(_folder, Suffix);
+    _listing = listFolder(_folder, _suffixes);
     _complaint = _listing.error.empty() ? std::string{} : _folder + ": " + _listing.error;
     _replaced.clear();
 }
 
 std::optional<std::string> FileDialog::draw() {
     if(!_isOpen) return {};
-    const char* const title = _purpose == Purpose::Open ? "Open project" : "Save project as";
+    const char* const title = titleOf(_purpose);
     if(!ImGui::IsPopupOpen(title)) ImGui::OpenPopup(title);
     const ImVec2 size = ImGui::GetIO().DisplaySize;
     const float em = ImGui::GetFontSize();
@@ -68,8 +85,7 @@ std::optional<std::string> FileDialog::draw() {
     if(ImGui::InputText("##name", _nameField, sizeof _nameField, ImGuiInputTextFlags_EnterReturnsTrue)) isChosen = true;
     if(!_complaint.empty()) ImGui::TextColored({1.0f, 0.48f, 0.42f, 1.0f}, "%s", _complaint.data());
     const bool replaces = !_replaced.empty() && _replaced == path();
-    if(ImGui::Button(_purpose == Purpose::Open ? "Open" : replaces ? "Replace" : "Save", {em * 6.5f, 0.0f}))
-        isChosen = true;
+    if(ImGui::Button(buttonOf(_purpose, replaces), {em * 6.5f, 0.0f})) isChosen = true;
     ImGui::SameLine();
     if(ImGui::Button("Cancel", {em * 6.5f, 0.0f}) || isEscapePressed()) _isOpen = false;
     std::optional<std::string> chosen;
@@ -117,7 +133,7 @@ std::optional<std::string> FileDialog::choose() {
         _complaint = "Choose a file";
         return {};
     }
-    if(_purpose == Purpose::Open && !isThere(file)) {
+    if(_purpose != Purpose::Save && !isThere(file)) {
         _complaint = std::string{_nameField} + " is not there";
         return {};
     }

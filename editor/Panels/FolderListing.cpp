@@ -1,6 +1,7 @@
 #include "Panels/FolderListing.h"
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 
 namespace VantrelEngine {
@@ -9,13 +10,22 @@ namespace fs = std::filesystem;
 
 namespace {
 
+bool isSameLetter(char a, char b) {
+    return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+}
+
 bool endsWith(const std::string& text, const std::string& suffix) {
-    return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
+    return text.size() >= suffix.size() && std::equal(suffix.rbegin(), suffix.rend(), text.rbegin(), isSameLetter);
+}
+
+bool endsWithAny(const std::string& text, const std::vector<std::string>& suffixes) {
+    return std::any_of(
+        suffixes.begin(), suffixes.end(), [&text](const std::string& suffix) { return endsWith(text, suffix); });
 }
 
 } // namespace
 
-FolderListing listFolder(const std::string& path, const std::string& suffix) {
+FolderListing listFolder(const std::string& path, const std::vector<std::string>& suffixes) {
     FolderListing listing;
     std::error_code error;
     fs::directory_iterator entry{path, error};
@@ -26,7 +36,7 @@ FolderListing listFolder(const std::string& path, const std::string& suffix) {
         if(name.empty() || name.front() == '.') continue;
         if(entry->is_directory(ignored))
             listing.folders.push_back(name);
-        else if(endsWith(name, suffix) && entry->is_regular_file(ignored))
+        else if(endsWithAny(name, suffixes) && entry->is_regular_file(ignored))
             listing.files.push_back(name);
     }
     if(error) listing.error = error.message();

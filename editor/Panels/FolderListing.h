@@ -12,7 +12,7 @@ struct FolderListing {
     std::string error;
 };
 
-// The folders of a folder, and the files that end in the suffix.
-FolderListing listFolder(const std::string& path, const std::string& suffix);
+// The folders of a folder, and the files that end in one of the suffixes, in any case.
+FolderListing listFolder(const std::string& path, const std::vector<std::string>& suffixes);
 
 } // namespace VantrelEngine

@@ -47,6 +47,8 @@ void drawFileMenu(const MenuState& state, MenuChoice& choice) {
     drawItem({"Save", "Ctrl+S", Command::Save}, true, choice);
     drawItem({"Save as...", "Ctrl+Shift+S", Command::SaveAs}, true, choice);
     ImGui::Separator();
+    drawItem({"Import...", nullptr, Command::Import}, true, choice);
+    ImGui::Separator();
     drawItem({"Reload view", "F5", Command::ReloadView}, true, choice);
     ImGui::Separator();
     drawItem({"Quit", "Ctrl+Q", Command::Quit}, true, choice);

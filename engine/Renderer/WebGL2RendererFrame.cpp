@@ -1,6 +1,7 @@
 #include <Vantrel/Renderer/WebGL2Renderer.h>
 
 #include <algorithm>
+#include <utility>
 
 #include <Magnum/GL/AbstractFramebuffer.h>
 #include <Magnum/GL/Renderer.h>
@@ -56,6 +57,7 @@ ViewUniforms WebGL2Renderer::State::viewUniforms(const ViewManager& views, Id vi
     uniforms.cameraPosition = views.viewTransform(source).quaternionConjugated().translation();
     uniforms.viewportSize = Vector2{view < viewportSizes.size() ? viewportSizes[view] : Vector2i{1}};
     uniforms.materialStride = Int(materials.stride());
+    uniforms.environment = environment.uniform();
     uniforms.number = ++viewNumber;
     return uniforms;
 }
@@ -64,7 +66,9 @@ void WebGL2Renderer::State::bindBuffers() {
     objects.bind();
     materials.bind();
     lights.bind();
+    environment.bind();
     textureAtlas->_state->table.bind();
+    shadows.bind();
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
@@ -82,12 +86,22 @@ void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
 
 void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     PassState state;
+    // Behind what hides it, and before what lets it through.
+    bool isSkyDue = environment.isBackground();
+    const auto drawSky = [&] {
+        if(!std::exchange(isSkyDue, false)) return;
+        state.end();
+        sky.draw(view, bool(bloomDrawing));
+        ++drawCalls;
+    };
     for(const DrawRun& run: list.runs()) {
         const Pipeline& pipeline = pipelines[run.pipeline];
         if(!pipeline.isThere()) continue;
+        if(pipeline.header.flags & PipelineHeader::Blend) drawSky();
         state.apply(pipeline.header, run.isMirrored);
         drawing.draw(pipeline.picture->setView(view), list, run, objects, meshes);
     }
+    drawSky();
     state.end();
 }
 
@@ -144,6 +158,7 @@ void WebGL2Renderer::State::countView(ViewManager& views, Id view) {
     drawCounts(uniforms);
     target->bind();
     RendererState{}.apply();
+    if(environment.isBackground()) sky.draw(uniforms, false);
 }
 
 void WebGL2Renderer::State::drawColliders(const ViewUniforms& view) {
@@ -187,6 +202,7 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->pipelines.tidy();
     _state->sortDraws();
     _state->objects.update(scene, _state->meshes);
+    _state->shadows.touch(_state->objects.touched());
     if(_state->isCullingEnabled)
         findInside(FrustumPlanes{cullingMatrix}, _state->objects.spheres(), _state->visible);
     else
@@ -194,13 +210,10 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->list.build(_state->visible, scene.meshes, _state->objects);
 }
 
-void WebGL2Renderer::updateLights(Scene& scene) { _state->lightBytes += _state->lights.update(scene); }
-
-void WebGL2Renderer::updateShadows(Scene& scene, ViewManager&) {
-    if(_state->isWarned[State::Shadows]) return;
-    LightManager& lights = scene.lights;
-    for(const Id light: lights.components().prefix(lights.numActiveComponents()))
-        if(lights.parameters(light).z() > 0.0f) _state->warn(State::Shadows);
+void WebGL2Renderer::updateLights(Scene& scene) {
+    _state->lightBytes += _state->lights.update(scene);
+    _state->environment.update(scene.environment, scene.environmentBaking);
+    if(_state->pipelines.setEnvironment(_state->environment.isThere())) _state->areProgramsBuilt = false;
 }
 
 void WebGL2Renderer::beginOverdrawTracking() {
@@ -217,6 +230,7 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
     state.drawCalls = 0;
     if(!state.isOverdrawTracked) state.overdraw.reset();
     for(const Id view: views.components().prefix(views.numActiveComponents())) {
+        if(GL::AbstractFramebuffer* const target = views.targetFramebuffer(view)) target->bind();
         if(state.isOverdrawTracked)
             state.countView(views, view);
         else

@@ -1,5 +1,7 @@
 #include "Views/SceneView.h"
 
+#include <utility>
+
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -117,7 +119,7 @@ void SceneView::draw() {
     } else
         _frame.isHovered = false;
     ImGui::End();
-    if(_navigation.isMoving()) _editor->state().wantsFrame = true;
+    if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
 
 // A window that is closed has no picture to be used, and lets go of what it held.
@@ -182,6 +184,7 @@ void SceneView::renderScene() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
     updateFrameSize();
+    if(std::exchange(state.framesSelection, false)) _navigation.frameSelection(*_data, _camera);
     _camera.update();
     updateFrozenCulling();
 

@@ -90,6 +90,18 @@ const Golden Goldens[]{
     {"light-sun", "Lights", {NoPoint, NoSpot}, {NoSun}},
     {"light-all", "Lights", {}, {NoSpot}},
     {"light-none", "Lights", {NoPoint, NoSpot, NoSun}, {{"/objects/mirrorBall/components/0/active", "false"}}},
+    {"shadow-sun", "Shadows", {NoPoint, NoSpot}, {{"/objects/sun/components/0/light/shadows", "false"}}},
+    {"shadow-spot", "Shadows", {NoPoint, NoSun}, {{"/objects/spot/components/0/light/shadows", "false"}}},
+    {"shadow-point", "Shadows", {NoSpot, NoSun}, {{"/objects/point/components/0/light/shadows", "false"}}},
+    // From above the card.
+    {"shadow-mask", "Shadows",
+        {NoPoint, NoSpot, {"/objects/camera/translation", "[-3.6, 2.6, 2.6]"},
+            {"/objects/camera/rotation", "[-0.4, 0.0, 0.0, 1.0]"}},
+        {{"/pipelines/litMask/alphaMask", "false"}}},
+    {"shadow-mirrored", "Shadows",
+        {NoPoint, NoSpot, {"/objects/camera/translation", "[2.6, 2.4, 3.0]"},
+            {"/objects/camera/rotation", "[-0.3, 0.0, 0.0, 1.0]"}},
+        {{"/objects/mirroredPanel/components/0/active", "false"}}},
     {"alpha", "Alpha", {}, {{"/pipelines/litBlend/blend", "false"}}},
     {"alpha-mask", "Alpha", {{"/objects/blend/components/0/active", "false"}},
         {{"/pipelines/litMask/alphaMask", "false"}}},
@@ -108,6 +120,12 @@ const Golden Goldens[]{
         {{"/settings/rendering/bloom/passes", "0"}}},
     {"bloom-exposed", "Bloom", {{"/settings/rendering/hdr", R"({"exposure": 3})"}},
         {{"/settings/rendering/hdr/exposure", "1"}}},
+    {"environment", "Environment", {}, {{"/settings/rendering/environment/image", "\"\""}}, {480, 300}},
+    {"environment-turned", "Environment", {{"/settings/rendering/environment/rotation", "120"}},
+        {{"/settings/rendering/environment/rotation", "0"}}, {320, 200}},
+    {"environment-hidden", "Environment",
+        {{"/settings/rendering/environment/background", "false"}, {"/settings/rendering/environment/intensity", "0.4"}},
+        {{"/settings/rendering/environment/intensity", "1"}}, {320, 200}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Projects, GoldenTest, testing::ValuesIn(Goldens), [](const auto& info) {

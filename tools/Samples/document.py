@@ -106,10 +106,16 @@ class Document:
             file.write(text(document, "") + "\n")
 
 
-def light(kind, color, intensity, outer=0.0, inner=0.0):
-    return {"type": kind, "color": list(color), "intensity": intensity, "outerAngle": outer, "innerAngle": inner,
+def light(kind, color, intensity, outer=0.0, inner=0.0, **shadows):
+    """Shadows are off unless one of their values is said."""
+    values = {"type": kind, "color": list(color), "intensity": intensity, "outerAngle": outer, "innerAngle": inner,
             "shadows": False, "shadowRange": 20.0, "shadowBias": 0.001, "shadowNormalBias": 0.02,
             "shadowTexelSize": 0.01, "cascadeCount": 3 if kind == "sun" else 0}
+    if shadows:
+        values["shadows"] = True
+    values.update(("shadow" + key[0].upper() + key[1:] if key != "cascadeCount" else key, value)
+                  for key, value in shadows.items())
+    return values
 
 
 def text(value, indentation):

@@ -19,14 +19,14 @@ TEST(FolderListingTest, FoldersAndFilesOfTheSuffixInOrder) {
             ".git/in.json", "folder.json/in.json"})
         folder.write(file, "{}");
     std::filesystem::create_symlink(folder.path("nowhere"), folder.path("broken.json"));
-    const FolderListing listing = listFolder(folder.path().string(), ".json");
+    const FolderListing listing = listFolder(folder.path().string(), {".json"});
     EXPECT_EQ(listing.error, "");
     EXPECT_THAT(listing.folders, ElementsAre("c", "folder.json", "z"));
     EXPECT_THAT(listing.files, ElementsAre("a.json", "b.json"));
 }
 
 TEST(FolderListingTest, AFolderThatIsNotThereGivesTheReason) {
-    const FolderListing listing = listFolder(TestFolder{}.path("missing"), ".json");
+    const FolderListing listing = listFolder(TestFolder{}.path("missing"), {".json"});
     EXPECT_EQ(listing.error, "No such file or directory");
     EXPECT_THAT(listing.folders, IsEmpty());
     EXPECT_THAT(listing.files, IsEmpty());

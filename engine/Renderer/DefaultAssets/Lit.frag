@@ -69,22 +69,27 @@ mat3 tangentSpace(vec3 normal) {
     return mat3(right*scale, up*scale, normal);
 }
 
-vec3 surfaceNormal() {
-    vec3 normal = frontNormal();
+// What bulges out on one side is a dent on the other.
+vec3 seenFrom(vec3 normal) {
+#ifdef DOUBLE_SIDED
+    if(!gl_FrontFacing) return -normal;
+#endif
+    return normal;
+}
+
+vec3 surfaceNormal(vec3 front) {
+    vec3 normal = front;
     if(material_has_normalTexture()) {
         vec3 bump = material_normalTexture(uv).xyz*2.0 - 1.0;
         bump.xy *= material_normalScale();
         normal = normalize(tangentSpace(normal)*bump);
     }
-#ifdef DOUBLE_SIDED
-    // What bulges out on one side is a dent on the other.
-    if(!gl_FrontFacing) normal = -normal;
-#endif
-    return normal;
+    return seenFrom(normal);
 }
 
 struct Surface {
     vec3 normal;
+    vec3 side; // The normal without bumps
     vec3 toCamera;
     float cosine; // Of the angle between the two
     vec3 diffuse;
@@ -99,7 +104,9 @@ Surface surfaceOf(vec3 baseColor) {
     vec4 texel = material_metallicRoughnessTexture(uv);
     float metalness = clamp(material_metalness()*texel.b, 0.0, 1.0);
     Surface surface;
-    surface.normal = surfaceNormal();
+    vec3 front = frontNormal();
+    surface.normal = surfaceNormal(front);
+    surface.side = seenFrom(front);
     surface.toCamera = normalize(cameraPosition - worldPosition);
     surface.cosine = max(dot(surface.normal, surface.toCamera), 1.0e-3);
     surface.diffuse = baseColor*(1.0 - metalness);
@@ -140,20 +147,24 @@ vec3 ambient(Surface surface) {
     vec3 mirrored = reflect(-surface.toCamera, surface.normal);
     vec3 ahead = mix(mirrored, surface.normal, surface.roughness*surface.roughness);
     vec2 share = surroundingReflection(surface.roughness, surface.cosine);
-    return surface.diffuse*ambientLight(surface.normal) +
-        (surface.specular*share.x + share.y)*surroundingLight(normalize(ahead), surface.roughness);
+    vec3 mirror = surface.specular*share.x + share.y;
+    // What is mirrored is not scattered.
+    return surface.diffuse*(1.0 - mirror)*ambientLight(surface.normal) +
+        mirror*surroundingLight(normalize(ahead), surface.roughness);
 }
 
 vec3 lit(Surface surface) {
     int count = lightCount();
     vec3 direction, incoming;
+#ifndef HAS_ENVIRONMENT
     if(count == 0) {
         workLight(worldPosition, direction, incoming);
         return reflected(surface, direction)*incoming;
     }
+#endif
     vec3 sum = vec3(0.0);
     for(int i = 0; i != count; ++i)
-        if(lightAt(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
+        if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
     return sum;
 }
 

@@ -61,7 +61,7 @@ void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_vie
     _indices.emplace(added.name, index);
     Plan& plan = _plans[index] = Plan{};
     plan.recipe = {pipeline, std::string{vertexSource}, std::string{fragmentSource}, layout,
-        std::vector<TextureNeeds>(pipeline.parameters.size()), _isLinear};
+        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment, _hasShadows, _isLinear};
     plan.isDue = true;
     if(vertexSource.empty() || fragmentSource.empty()) makeFlat(plan);
 }
@@ -78,6 +78,30 @@ void PipelineTable::addNeeds(Id index, std::size_t parameter, TextureNeeds needs
     if(plan.isFlat || !(needs & ~plan.recipe.needs[parameter])) return;
     plan.recipe.needs[parameter] |= needs;
     plan.isDue = true;
+}
+
+bool PipelineTable::setEnvironment(bool isThere) {
+    if(isThere == _hasEnvironment) return false;
+    _hasEnvironment = isThere;
+    bool isAnyDue = false;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasEnvironment = isThere;
+        const bool isDue = dependsOnEnvironment(plan.recipe.fragmentSource);
+        plan.isDue |= isDue;
+        isAnyDue |= isDue;
+    }
+    return isAnyDue;
+}
+
+bool PipelineTable::setShadows(bool enabled) {
+    if(enabled == _hasShadows) return false;
+    _hasShadows = enabled;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasShadows = enabled;
+        // Indices between those that were added have no sources.
+        plan.isDue |= !plan.recipe.vertexSource.empty();
+    }
+    return true;
 }
 
 void PipelineTable::build() {

@@ -63,7 +63,8 @@ constexpr const char* LinearColors = R"(
 #define LINEAR_COLORS
 #define toneMapped(color) (color)
 #define screenColor(color) (color)
-vec3 shownColor(vec3 color) {
+#define shownColor(color) linearColor(color)
+vec3 linearColor(vec3 color) {
     vec3 shown = clamp(color, 0.0, 0.99);
     vec3 curve = pow((shown + 0.055)/1.055, vec3(2.4));
     return -log(1.0 - mix(curve, shown/12.92, lessThanEqual(shown, vec3(0.04045))));
@@ -81,6 +82,8 @@ constexpr const char* LinearMain = "void main() {\n"
 // The source's main function gets another name and is called by one that goes on.
 constexpr const char* TakeMain = "#define main pictureMain\n";
 constexpr const char* ReleaseMain = "#undef main\n";
+constexpr const char* SkyOutput = "layout(location = 0) out vec4 fragmentColor;\n";
+constexpr const char* HasEnvironment = "#define HAS_ENVIRONMENT\n";
 constexpr const char* MaskOnly = "#define MASK_ONLY\n";
 constexpr const char* VertexOfIds =
     "flat out uint idOfObject;\nvoid main() { pictureMain(); idOfObject = objectIndex(); }\n";
@@ -140,11 +143,29 @@ std::string flagDefines(std::uint32_t flags) {
     return text;
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe, bool isLinear) {
-    const Containers::StringView textures = defaultAsset("Textures.glsl"), lights = defaultAsset("Lights.glsl");
-    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions +
-        std::string{textures.data(), textures.size()} + std::string{lights.data(), lights.size()} +
-        (isLinear ? LinearColors : ScreenColors) + accessors(recipe.description.parameters, recipe.needs);
+std::string asset(const char* file) {
+    const Containers::StringView text = defaultAsset(file);
+    return {text.data(), text.size()};
+}
+
+std::string lightFunctions(bool hasEnvironment, bool hasShadows) {
+    const std::string environment =
+        hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
+    const std::string shadows = hasShadows ? "#define SHADOWS\n" + asset("Shadows.glsl") : std::string{};
+    return environment + shadows + asset("Lights.glsl");
+}
+
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment, bool hasShadows) {
+    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + asset("Textures.glsl") +
+        lightFunctions(hasEnvironment, hasShadows) + ScreenColors +
+        accessors(recipe.description.parameters, recipe.needs);
+}
+
+// What is brought to the screen otherwise stays linear, and within limits.
+void makeLinear(ShaderSources& sources) {
+    sources.fragmentPrefix += LinearColors;
+    sources.fragmentPrefix += TakeMain;
+    sources.fragmentSuffix = std::string{ReleaseMain} + LinearMain;
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.
@@ -170,16 +191,17 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    const bool isLinear = recipe.isLinear && purpose == ProgramPurpose::Picture;
-    sources.fragmentPrefix = fragmentPrefix(recipe, isLinear);
+    // All others are the same with surroundings, shadows and linear colours and without.
+    const bool isPicture = purpose == ProgramPurpose::Picture;
+    sources.fragmentPrefix =
+        fragmentPrefix(recipe, isPicture && recipe.hasEnvironment && dependsOnEnvironment(recipe.fragmentSource),
+            isPicture && recipe.hasShadows);
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
     switch(purpose) {
     case ProgramPurpose::Picture:
-        if(!isLinear) break;
-        sources.fragmentPrefix += TakeMain;
-        sources.fragmentSuffix = std::string{ReleaseMain} + LinearMain;
+        if(recipe.isLinear) makeLinear(sources);
         break;
     case ProgramPurpose::Depth:
         sources.fragmentPrefix.clear();
@@ -192,6 +214,22 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         break;
     case ProgramPurpose::OneColor: drawOneThing(sources, hasHoles, "uniform vec4 oneColor;\n", OneColor); break;
     }
+    return sources;
+}
+
+bool dependsOnEnvironment(std::string_view fragmentSource) {
+    for(const char* const function: {"ambientLight", "surroundingLight"})
+        if(fragmentSource.find(function) != std::string_view::npos) return true;
+    return false;
+}
+
+ShaderSources skySources(bool isLinear) {
+    ShaderSources sources;
+    sources.vertexPrefix = ViewUniforms;
+    sources.vertex = asset("Sky.vert");
+    sources.fragmentPrefix = std::string{ViewUniforms} + SkyOutput + lightFunctions(true, false);
+    sources.fragment = asset("Sky.frag");
+    if(isLinear) makeLinear(sources);
     return sources;
 }
 

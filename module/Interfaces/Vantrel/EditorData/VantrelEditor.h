@@ -16,6 +16,7 @@ namespace VantrelEngine {
 
 class AssetCompiler;
 class ChangeManager;
+class ImportQueue;
 class Platform;
 
 // Switches of what is drawn for whom works on the scene, and of the simulation. In this order; a byte each, 0 or 1.
@@ -50,6 +51,8 @@ struct SharedState {
     EditorState views;
     AssetCompiler* assetCompiler = nullptr;
     ChangeManager* changeManager = nullptr;
+    // Null where nothing can be imported. See EditorUtilities/LoadFile.h.
+    ImportQueue* imports = nullptr;
 
     std::uint8_t debugDisplay[DebugDisplayCount]{};
     std::uint8_t& display(DebugDisplay which) { return debugDisplay[std::size_t(which)]; }
@@ -66,6 +69,9 @@ struct SharedState {
     // Set by a view that wants to be drawn again although nothing happens: while it flies, simulates or previews. The
     // editor clears it before each frame.
     bool wantsFrame = false;
+
+    // Set to have the selected objects brought into view by the next frame of the scene view, which clears it.
+    bool framesSelection = false;
 
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,
     // attachment 1 the objects' ids, low byte red and high byte green. Its viewport is all of it.

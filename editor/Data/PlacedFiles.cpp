@@ -1,0 +1,175 @@
+#include "Data/PlacedFiles.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "Data/Resources/FolderResource.h"
+
+namespace VantrelEngine {
+
+namespace {
+
+constexpr std::size_t BlockSize = 1 << 16;
+
+std::string systemError(const char* action) { return std::string{"cannot be "} + action + ": " + std::strerror(errno); }
+
+class File {
+public:
+    explicit File(const std::string& path, int flags): _file{open(path.data(), flags | O_CLOEXEC, 0666)} {}
+    ~File() {
+        if(_file >= 0) ::close(_file);
+    }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    int get() const { return _file; }
+    bool isOpen() const { return _file >= 0; }
+    bool close() {
+        const int file = _file;
+        _file = -1;
+        return ::close(file) == 0;
+    }
+
+private:
+    int _file;
+};
+
+// As many bytes as there are, up to a block; negative where they cannot be read.
+ssize_t readBlock(int file, char* data) {
+    std::size_t size = 0;
+    while(size != BlockSize) {
+        const ssize_t count = read(file, data + size, BlockSize - size);
+        if(count < 0 && errno == EINTR) continue;
+        if(count < 0) return -1;
+        if(!count) break;
+        size += std::size_t(count);
+    }
+    return ssize_t(size);
+}
+
+bool writeBlock(int file, const char* data, std::size_t size) {
+    while(size) {
+        const ssize_t count = write(file, data, size);
+        if(count < 0 && errno == EINTR) continue;
+        if(count <= 0) return false;
+        data += count;
+        size -= std::size_t(count);
+    }
+    return true;
+}
+
+bool isRegular(int file) {
+    struct stat status;
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// From the beginning of both, whose places change.
+bool hasSameBytes(int a, int b) {
+    const std::unique_ptr<char[]> blocks{new char[2 * BlockSize]};
+    lseek(a, 0, SEEK_SET);
+    while(true) {
+        const ssize_t size = readBlock(a, blocks.get());
+        if(size < 0 || readBlock(b, blocks.get() + BlockSize) != size) return false;
+        if(!size) return true;
+        if(std::memcmp(blocks.get(), blocks.get() + BlockSize, std::size_t(size)) != 0) return false;
+    }
+}
+
+void flushFolder(const std::string& folder) {
+    const File file{folder, O_RDONLY | O_DIRECTORY};
+    if(file.isOpen()) fsync(file.get());
+}
+
+} // namespace
+
+std::string pathInside(const std::string& folder, const std::string& name) {
+    using Path = std::unique_ptr<char, void (*)(void*)>;
+    const Path outer{realpath(folder.data(), nullptr), std::free};
+    const Path inner{realpath((folder + '/' + name).data(), nullptr), std::free};
+    if(!outer || !inner) return {};
+    const std::string path = inner.get();
+    const std::string prefix = std::strcmp(outer.get(), "/") == 0 ? "/" : outer.get() + std::string{"/"};
+    return path == outer.get() || path.compare(0, prefix.size(), prefix) == 0 ? path : std::string{};
+}
+
+PlacedFiles::~PlacedFiles() {
+    for(const std::string& file: _files) unlink(file.data());
+    while(!_folders.empty()) {
+        rmdir(_folders.back().data());
+        _folders.pop_back();
+    }
+}
+
+void PlacedFiles::keep() {
+    _files.clear();
+    _folders.clear();
+}
+
+std::string PlacedFiles::add(const std::string& source, const std::string& name) {
+    if(const char* const reason = whyNoFileName({name.data(), name.size()})) return name + ": " + reason;
+    const File file{source, O_RDONLY | O_NOFOLLOW | O_NONBLOCK};
+    if(!file.isOpen()) return name + ": the file " + systemError("opened");
+    if(!isRegular(file.get())) return name + ": this is not a regular file";
+    const std::string error = place(file.get(), name);
+    return error.empty() ? error : name + ": " + error;
+}
+
+std::string PlacedFiles::place(int source, const std::string& name) {
+    std::string folder;
+    std::string error = makeFolders(name, folder);
+    if(!error.empty()) return error;
+    const std::string path = folder + '/' + name.substr(name.rfind('/') + 1);
+    const File old{path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK};
+    if(!old.isOpen() && errno == ENOENT) {
+        error = write(source, path);
+        if(!error.empty()) return error;
+        _files.push_back(path);
+        flushFolder(folder);
+        return {};
+    }
+    const bool isSame = old.isOpen() && isRegular(old.get()) && hasSameBytes(source, old.get());
+    return isSame ? std::string{} : "another file is there already in " + folder;
+}
+
+std::string PlacedFiles::makeFolders(const std::string& name, std::string& folder) {
+    for(std::size_t slash = name.find('/'); slash != name.npos; slash = name.find('/', slash + 1)) {
+        const std::string path = _folder + '/' + name.substr(0, slash);
+        if(mkdir(path.data(), 0777) == 0)
+            _folders.push_back(path);
+        else if(errno != EEXIST)
+            return "the folder " + path + ' ' + systemError("made");
+    }
+    const std::size_t slash = name.rfind('/');
+    folder = pathInside(_folder, slash == name.npos ? "." : name.substr(0, slash));
+    return File{folder, O_RDONLY | O_DIRECTORY}.isOpen() ? std::string{} : "it cannot be put below " + _folder;
+}
+
+std::string PlacedFiles::write(int source, const std::string& path) {
+    const std::string fresh = path + ".new";
+    File file{fresh, O_WRONLY | O_CREAT | O_EXCL};
+    if(!file.isOpen()) return fresh + ' ' + systemError("made");
+    const std::unique_ptr<char[]> block{new char[BlockSize]};
+    lseek(source, 0, SEEK_SET);
+    ssize_t size = 0;
+    bool isWritten = true;
+    while(isWritten && (size = readBlock(source, block.get())) > 0)
+        isWritten = writeBlock(file.get(), block.get(), std::size_t(size));
+    isWritten = isWritten && size == 0 && fsync(file.get()) == 0 && file.close();
+    // The name is free, and stays so for whoever else looks.
+    if(isWritten &&
+        (renameat2(AT_FDCWD, fresh.data(), AT_FDCWD, path.data(), RENAME_NOREPLACE) == 0 ||
+            (errno == EINVAL && rename(fresh.data(), path.data()) == 0)))
+        return {};
+    std::string error = "the file " + systemError("written");
+    unlink(fresh.data());
+    return error;
+}
+
+} // namespace VantrelEngine

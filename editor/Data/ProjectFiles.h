@@ -1,0 +1,22 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+namespace VantrelEngine {
+
+class ChangeManager;
+class PlacedFiles;
+class ProjectFile;
+
+// The project's own files, by their names in the document: relative to its folder. Those that the resources name, and
+// those that resources of the undo log name, which undo or redo may bring back.
+std::set<std::string> filesOf(const ProjectFile& project);
+std::set<std::string> filesOf(const ChangeManager& changes);
+
+// Copies the files of a project from its folder to another one. A file that is missing is told and left out; one of the
+// log alone is copied as far as that is possible. Returns an empty text, or one line.
+std::string copyProjectFiles(
+    const ProjectFile& project, const ChangeManager& changes, const std::string& from, PlacedFiles& to);
+
+} // namespace VantrelEngine

@@ -1,0 +1,98 @@
+#include "Data/WorkingFolder.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace VantrelEngine {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* Prefix = "untitled-";
+constexpr const char* LockName = "lock";
+constexpr std::chrono::hours KeptFor{30 * 24};
+
+std::string variable(const char* name) {
+    const char* const value = std::getenv(name);
+    // A relative one does not count.
+    return value && value[0] == '/' ? value : "";
+}
+
+std::string parentFolder() {
+    std::string folder = variable("XDG_DATA_HOME");
+    if(folder.empty() && !variable("HOME").empty()) folder = variable("HOME") + "/.local/share";
+    std::error_code error;
+    if(folder.empty()) folder = fs::temp_directory_path(error).string();
+    return folder + "/vantrel";
+}
+
+int openLocked(const std::string& path, int flags) {
+    const int file = open(path.data(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | flags, 0600);
+    if(file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0) return file;
+    if(file >= 0) close(file);
+    return -1;
+}
+
+bool isRecent(const fs::path& folder) {
+    std::error_code error;
+    const fs::file_time_type time = fs::last_write_time(folder, error);
+    return !error && fs::file_time_type::clock::now() - time < KeptFor;
+}
+
+void removeIfAbandoned(const fs::path& folder) {
+    // Without a lock it is being made just now, or is not ours.
+    const int lock = openLocked((folder / LockName).string(), 0);
+    if(lock < 0) return;
+    std::error_code error;
+    bool isNeeded = false;
+    for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
+        entry.increment(error)) {
+        std::error_code ignored;
+        if(entry->is_directory(ignored) && isRecent(entry->path())) isNeeded = true;
+    }
+    if(!isNeeded) fs::remove_all(folder, error);
+    close(lock);
+}
+
+} // namespace
+
+WorkingFolder::WorkingFolder() {
+    std::error_code error;
+    fs::create_directories(parentFolder(), error);
+    // The last six characters are replaced.
+    std::string name = parentFolder() + '/' + Prefix + std::string(6, 'X');
+    if(!mkdtemp(name.data())) return;
+    // Locked before it has its name.
+    const std::string lock = name + '/' + LockName;
+    _lock = openLocked(lock + ".new", O_CREAT | O_EXCL);
+    if(_lock >= 0) fs::rename(lock + ".new", lock, error);
+    if(_lock >= 0 && !error)
+        _path = name;
+    else
+        fs::remove_all(name, error);
+}
+
+WorkingFolder::~WorkingFolder() {
+    std::error_code error;
+    if(!_path.empty()) fs::remove_all(_path, error);
+    if(_lock >= 0) close(_lock);
+}
+
+void WorkingFolder::removeAbandoned() {
+    std::error_code error;
+    for(fs::directory_iterator entry{parentFolder(), error}; !error && entry != fs::directory_iterator{};
+        entry.increment(error)) {
+        std::error_code ignored;
+        if(entry->path().filename().string().compare(0, 9, Prefix) == 0 && entry->is_directory(ignored) &&
+            !entry->is_symlink(ignored))
+            removeIfAbandoned(entry->path());
+    }
+}
+
+} // namespace VantrelEngine

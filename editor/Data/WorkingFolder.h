@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include <Corrade/Utility/VisibilityMacros.h>
+
+namespace VantrelEngine {
+
+// Where a project that has no file yet keeps its files: a folder of its own among the user's data
+// ($XDG_DATA_HOME/vantrel, ~/.local/share/vantrel without it, the temporary files without a home). It goes with the
+// object; a process that ends in another way leaves it behind.
+class WorkingFolder {
+public:
+    WorkingFolder();
+    ~WorkingFolder();
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+    // Empty where none could be made.
+    const std::string& path() const { return _path; }
+
+    // Removes what processes left behind that are gone: at once where nothing was imported, else when nothing was
+    // written there for 30 days.
+    CORRADE_VISIBILITY_EXPORT static void removeAbandoned();
+
+private:
+    std::string _path;
+    // Locked for as long as the process lives.
+    int _lock = -1;
+};
+
+} // namespace VantrelEngine

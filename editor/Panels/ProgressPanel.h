@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace VantrelEngine {
+
+struct ShownProgress {
+    std::string text;
+    // 0 to 1.
+    float fraction;
+    bool canBeCancelled;
+};
+
+// A bar over the lower right corner of the window, above the status bar. True where it is to be cancelled.
+bool drawProgress(const ShownProgress& progress);
+
+} // namespace VantrelEngine

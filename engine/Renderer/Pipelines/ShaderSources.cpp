@@ -107,6 +107,45 @@ const char* sampleFunction(TextureNeeds needs) {
     return "sampleTexture";
 }
 
+std::size_t indexOf(const std::vector<ShaderParameter>& parameters, const std::string& name) {
+    std::size_t i = 0;
+    while(i != parameters.size() && (parameters[i].name != name || parameters[i].type != ParameterType::Vector)) ++i;
+    return i;
+}
+
+// Where a texture lies on the surface: what of it a shader cannot say costs nothing.
+std::string placeAccessor(const std::string& name, const std::vector<ShaderParameter>& parameters) {
+    const std::size_t place = indexOf(parameters, name + "Place"), turn = indexOf(parameters, name + "Turn");
+    const bool hasPlace = place != parameters.size(), hasTurn = turn != parameters.size();
+    std::string text = "vec2 material_place_" + name + "(vec2 first, vec2 second) {\n    vec2 place = first;\n";
+    if(hasTurn) {
+        text += "    vec4 turn = materialValue(" + std::to_string(turn) + ");\n";
+        text += "    if(turn.y > 0.5) place = second;\n";
+    }
+    if(hasPlace) {
+        text += "    vec4 frame = materialValue(" + std::to_string(place) + ");\n";
+        text += "    place *= frame.zw;\n";
+    }
+    if(hasTurn) {
+        text += "    vec2 axis = vec2(cos(turn.x), sin(turn.x));\n";
+        text += "    place = vec2(axis.x*place.x - axis.y*place.y, axis.y*place.x + axis.x*place.y);\n";
+    }
+    if(hasPlace) text += "    place += frame.xy;\n";
+    text += "    return place;\n}\n";
+    text += "vec4 material_" + name + "(vec2 first, vec2 second) { return material_" + name + "(material_place_" +
+        name + "(first, second)); }\n";
+    if(hasTurn || hasPlace) text += "#define MATERIAL_PLACES_" + name + "\n";
+    return text;
+}
+
+bool hasTurns(const std::vector<ShaderParameter>& parameters) {
+    for(const ShaderParameter& parameter: parameters)
+        if(parameter.type == ParameterType::Texture &&
+            indexOf(parameters, parameter.name + "Turn") != parameters.size())
+            return true;
+    return false;
+}
+
 // Where the compiler sees that a texture is white, it leaves out all that comes of it.
 std::string textureAccessors(const std::string& name, const std::string& value, TextureNeeds needs) {
     const std::string has = needs ? value + ".x != 0.0" : "false";
@@ -117,7 +156,7 @@ std::string textureAccessors(const std::string& name, const std::string& value, 
 }
 
 std::string accessors(const std::vector<ShaderParameter>& parameters, const std::vector<TextureNeeds>& needs) {
-    std::string text;
+    std::string text = hasTurns(parameters) ? "#define SECOND_UV\n" : "";
     std::set<std::string_view> known;
     for(std::size_t i = 0; i != parameters.size(); ++i) {
         const std::string& name = parameters[i].name;
@@ -130,6 +169,7 @@ std::string accessors(const std::vector<ShaderParameter>& parameters, const std:
         case ParameterType::Color: text += "vec4 material_" + name + "() { return " + value + "; }\n"; break;
         case ParameterType::Texture:
             text += textureAccessors(name, value, i < needs.size() ? needs[i] : TextureNeeds{});
+            text += placeAccessor(name, parameters);
         }
     }
     return text;

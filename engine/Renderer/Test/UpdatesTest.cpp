@@ -560,23 +560,18 @@ TEST_F(UpdatesTest, whatCannotBeDrawnYetIsNamedOnce) {
             renderer.prepareDrawsList({&skinned, 1});
             renderer.updateFonts({});
             renderer.updateTexts(scene.texts);
-            renderer.updateShadows(scene, scene.views);
         }
     });
     EXPECT_EQ(lines,
         "WebGL2Renderer: cannot draw skinned meshes other than as they were made yet\n"
         "WebGL2Renderer: cannot draw letters of fonts yet\n");
-    const Id light = scene.lights.addComponent(scene.addObject(RootObject));
-    scene.lights.parameters(light).z() = 1.0f;
-    scene.lights.activate(light);
     scene.texts.activate(scene.texts.addComponent(scene.addObject(RootObject)));
     EXPECT_EQ(linesOf([&] {
         for(int i = 0; i != 2; ++i) {
             renderer.updateTexts(scene.texts);
-            renderer.updateShadows(scene, scene.views);
         }
     }),
-        "WebGL2Renderer: cannot draw texts yet\nWebGL2Renderer: cannot draw shadows yet\n");
+        "WebGL2Renderer: cannot draw texts yet\n");
 }
 
 TEST_F(UpdatesTest, aMeshCanBeDrawnByItself) {

@@ -317,7 +317,8 @@ def main():
     here = os.path.dirname(os.path.abspath(__file__))
     projects = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "..", "projects")
     for name, make in (("Showcase", showcase), ("Lights", lights), ("Shadows", shadows), ("Alpha", alpha),
-                       ("Textures", texture_samples), ("Environment", environment), ("Bloom", features.bloom)):
+                       ("Textures", texture_samples), ("Environment", environment), ("Bloom", features.bloom),
+                       ("Placement", features.placement)):
         folder = os.path.join(projects, name)
         os.makedirs(folder, exist_ok=True)
         make(folder)

@@ -70,6 +70,9 @@ void idle(std::size_t count);
 // The outline of so many selected objects, up to a width in pixels, beside plain passes over the picture.
 void outline(std::size_t count, std::size_t selected, const Magnum::Vector2i& size, double width, const Budget& budget);
 
+// The glow of a kernel's size and number of passes, at least 3, beside plain blurs; and how its time grows with both.
+void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budget& budget);
+
 // So many changes of the picture's size, beside plain allocations.
 void resize(std::size_t count);
 

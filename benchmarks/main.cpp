@@ -30,7 +30,7 @@ struct Arguments {
     std::string topology = "all";
     std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, reparented = 10000, frames = 10;
     std::size_t selected = 100, resizes = 1000, reloads = 100;
-    int width = 640, height = 480;
+    int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
     std::string aspect = "all", project;
     double seconds = 1.0;
@@ -137,6 +137,15 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
             arguments.outlineWidth, arguments.budget());
     });
+    CLI::App& bloom = *app.add_subcommand("bloom", "The glow around what is bright");
+    addSeconds(bloom, arguments);
+    bloom.add_option("KERNEL", arguments.kernelSize, "Size of the kernel")
+        ->check(CLI::Range(0, 21))
+        ->capture_default_str();
+    bloom.add_option("PASSES", arguments.passes, "Passes")->check(CLI::Range(3, 64))->capture_default_str();
+    addSize(bloom, arguments);
+    bloom.callback(
+        [&] { VantrelBench::bloom(arguments.kernelSize, arguments.passes, arguments.size(), arguments.budget()); });
     CLI::App& resize = *app.add_subcommand("resize", "Changing the size of the picture");
     addCount(resize, "C", arguments.resizes, 8, "Changes");
     resize.callback([&] { VantrelBench::resize(arguments.resizes); });

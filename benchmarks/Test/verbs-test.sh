@@ -39,7 +39,7 @@ holds() {
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame idle outline resize startup hotreload; do
+        reload frame idle outline bloom resize startup hotreload; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -156,6 +156,15 @@ view_verbs() {
         is_exactly nothing_selected clears 2
         is_exactly selected blits 2
         is_exactly selected clears 3
+    fi
+    runs bloom 9 3 96 64
+    judges pass_beside_bare_blur ratio 1.5
+    judges passes exponent 1.15
+    judges taps exponent 1.15
+    if [ "$counts" -ne 0 ]; then
+        is_exactly disabled calls_besides_the_frame 0
+        is_exactly enabled shader_builds 0
+        is_exactly enabled uploaded_bytes 0
     fi
     prints resize 20
     is_exactly live_objects growth 0

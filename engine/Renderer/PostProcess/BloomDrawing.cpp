@@ -30,8 +30,11 @@ GL::Framebuffer framebufferOf(GL::Texture2D& texture, const Vector2i& size) {
 // of them is the mean of four pixels of the picture, so that small highlights do not flicker.
 Vector2i blurredSize(const Vector2i& size) { return (size + Vector2i{1}) / 2; }
 
-GL::Texture2D texture(const Vector2i& size) {
-    return pictureTexture(GL::TextureFormat::RGBA16F, size, SamplerFilter::Linear);
+GL::Texture2D texture(const Vector2i& size) { return pictureTexture(GL::TextureFormat::RGBA16F, size); }
+
+// Between texels only where there are more pixels than these: it takes several times as long.
+void setFilter(GL::Texture2D& texture, SamplerFilter filter) {
+    texture.setMinificationFilter(filter).setMagnificationFilter(filter);
 }
 
 } // namespace
@@ -89,7 +92,9 @@ void BloomDrawing::blurOnce(
     scene.bind(SceneUnit);
     pictures.blurred[0].bind(BloomUnit);
     (isLast ? pictures.mappedFb : pictures.blurredFb[1]).bind();
+    if(isLast) setFilter(pictures.blurred[0], SamplerFilter::Linear);
     program.setMask(false).setVertical(true).setBlend(isLast).draw(_triangle);
+    if(isLast) setFilter(pictures.blurred[0], SamplerFilter::Nearest);
 }
 
 // Nothing is above the largest number: a bloom of nothing is added.

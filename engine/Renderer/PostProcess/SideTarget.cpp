@@ -42,10 +42,10 @@ bool isComplete(GL::Framebuffer& framebuffer) {
 
 } // namespace
 
-GL::Texture2D pictureTexture(GL::TextureFormat format, const Vector2i& size, SamplerFilter filter) {
+GL::Texture2D pictureTexture(GL::TextureFormat format, const Vector2i& size) {
     GL::Texture2D texture;
-    texture.setMinificationFilter(filter)
-        .setMagnificationFilter(filter)
+    texture.setMinificationFilter(SamplerFilter::Nearest)
+        .setMagnificationFilter(SamplerFilter::Nearest)
         .setWrapping(SamplerWrapping::ClampToEdge)
         .setStorage(1, format, size);
     return texture;
@@ -81,8 +81,7 @@ void SideTarget::copyTo(GL::Framebuffer& other) {
 
 void SideTarget::create(const Vector2i& size, Int samples) {
     const bool isOne = _channels == Channels::One;
-    _texture =
-        pictureTexture(isOne ? GL::TextureFormat::R16F : GL::TextureFormat::RGBA16F, size, SamplerFilter::Linear);
+    _texture = pictureTexture(isOne ? GL::TextureFormat::R16F : GL::TextureFormat::RGBA16F, size);
     GL::Framebuffer drawn{{{}, size}};
     if(samples) {
         _color = GL::Renderbuffer{};

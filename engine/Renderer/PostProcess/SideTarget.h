@@ -9,9 +9,8 @@
 
 namespace VantrelEngine {
 
-// A texture of the given format and size that is read texel by texel, or between them, and repeats its edges.
-Magnum::GL::Texture2D pictureTexture(
-    Magnum::GL::TextureFormat format, const Magnum::Vector2i& size, Magnum::SamplerFilter filter);
+// A texture of the given format and size that is read texel by texel and repeats its edges.
+Magnum::GL::Texture2D pictureTexture(Magnum::GL::TextureFormat format, const Magnum::Vector2i& size);
 
 // A framebuffer that is drawn to in place of another one: with a colour of its own, and with the depth of the other one,
 // sample by sample. What the other one had stays in front, and what is drawn here hides what is drawn there later.

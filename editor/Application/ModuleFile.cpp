@@ -10,10 +10,18 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 
-std::string defaultModuleFile() {
+namespace {
+
+std::string besideProgram(const char* file) {
     const Containers::Optional<Containers::String> program = Utility::Path::executableLocation();
     const Containers::StringView folder = program ? Utility::Path::path(*program) : Containers::StringView{"."};
-    return Utility::Path::join(folder, "../lib/SceneView.so");
+    return Utility::Path::join(folder, file);
 }
+
+}
+
+std::string defaultModuleFile() { return besideProgram("../lib/SceneView.so"); }
+
+std::string iconFontFile() { return besideProgram("../share/fa-solid-900.ttf"); }
 
 } // namespace VantrelEngine

@@ -6,5 +6,7 @@ namespace VantrelEngine {
 
 // The library of the scene view that was built together with the program, found beside it.
 std::string defaultModuleFile();
+// The font of the icons; it need not be there.
+std::string iconFontFile();
 
 } // namespace VantrelEngine

@@ -12,7 +12,8 @@ namespace VantrelEngine {
 
 using namespace Magnum;
 
-UserInterface::UserInterface(): _context{ImGui::CreateContext()} {
+UserInterface::UserInterface(std::vector<unsigned char> iconFont):
+    _iconFont{std::move(iconFont)}, _context{ImGui::CreateContext()} {
     ImGui::SetCurrentContext(_context);
     ImGuiIO& io = ImGui::GetIO();
     io.IniFilename = nullptr;
@@ -74,7 +75,7 @@ void UserInterface::applyScales(Float fontScale, Float framebufferScale) {
 #if IMGUI_VERSION_NUM < 19200
         ImGui_ImplOpenGL3_DestroyFontsTexture();
 #endif
-        loadFonts(fontScale, framebufferScale);
+        loadFonts(fontScale, framebufferScale, _iconFont);
 #if IMGUI_VERSION_NUM < 19200
         ImGui_ImplOpenGL3_CreateFontsTexture();
 #endif

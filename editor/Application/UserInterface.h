@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
@@ -16,7 +17,8 @@ namespace VantrelEngine {
 // The UI library's context with its style, fonts and drawing, for one window. A GL context is current while it lives.
 class UserInterface {
 public:
-    UserInterface();
+    // Icons come from this font where it is not empty.
+    explicit UserInterface(std::vector<unsigned char> iconFont);
     ~UserInterface();
     UserInterface(const UserInterface&) = delete;
     UserInterface& operator=(const UserInterface&) = delete;
@@ -38,6 +40,8 @@ private:
     void applyScales(Magnum::Float fontScale, Magnum::Float framebufferScale);
     static const char* readClipboard(UserInterface& self);
 
+    // The fonts of the context read it.
+    std::vector<unsigned char> _iconFont;
     ImGuiContext* _context;
     std::optional<InterfaceInput> _input;
     Magnum::Float _fontScale = 0.0f;

@@ -43,11 +43,13 @@ Editor::Editor(Platform& platform, const std::string& moduleFile, std::string se
     _platform(platform), _settingsFile{std::move(settingsFile)}, _settings{readSettings(_settingsFile)},
     _session{std::make_unique<ProjectSession>()}, _loader{moduleFile}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
+    _interface.setDocking(_settings.docking);
     addEngineAssets(_session->data().resources());
 }
 
 Editor::~Editor() {
     closeView();
+    _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
 }
@@ -132,7 +134,7 @@ void Editor::perform(Command command) {
     case Command::SaveAs: return _dialogs.saveAs();
     case Command::Quit: return _dialogs.quit();
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
-    case Command::ResetLayout: _settings.panes = {}; return;
+    case Command::ResetLayout: _settings.panes = {}; return _panes.reset();
     case Command::Undo:
         if(!isEditing && changes.canUndo()) changes.undoLast();
         return;

@@ -60,6 +60,28 @@ const char* UserInterface::readClipboard(UserInterface& self) {
     return self._clipboardText.data();
 }
 
+#ifdef IMGUI_HAS_DOCK
+
+void UserInterface::setDocking(const std::string& text) {
+    ImGui::SetCurrentContext(_context);
+    ImGui::LoadIniSettingsFromMemory(text.data(), text.size());
+}
+
+std::string UserInterface::docking() const {
+    ImGui::SetCurrentContext(_context);
+    std::size_t size = 0;
+    const char* const text = ImGui::SaveIniSettingsToMemory(&size);
+    return {text, size};
+}
+
+#else
+
+void UserInterface::setDocking(const std::string&) {}
+
+std::string UserInterface::docking() const { return {}; }
+
+#endif
+
 void UserInterface::beginFrame(const Vector2& size, const Vector2& framebufferScale, Float fontScale, Double delta) {
     ImGui::SetCurrentContext(_context);
     applyScales(fontScale, framebufferScale.y());

@@ -29,6 +29,10 @@ public:
     // Where texts are copied to and taken from; without, from this process alone.
     void setClipboard(std::function<std::string()> read, std::function<void(const std::string&)> write);
 
+    // Where windows are docked. Set before the first frame; empty where the UI library does not dock.
+    void setDocking(const std::string& text);
+    std::string docking() const;
+
     // Begins a frame of this size in window points, with the seconds since the last one. Fonts and style follow the
     // scales.
     void beginFrame(const Magnum::Vector2& size, const Magnum::Vector2& framebufferScale, Magnum::Float fontScale,

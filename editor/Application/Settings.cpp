@@ -62,6 +62,11 @@ void readPanes(const rapidjson::Value& document, PaneSizes& panes) {
     readFlag(*section, "log", panes.hasLog);
 }
 
+void readText(const rapidjson::Value& document, const char* name, std::string& text) {
+    const rapidjson::Value* const value = member(document, name);
+    if(value && value->IsString()) text.assign(value->GetString(), value->GetStringLength());
+}
+
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
     return value ? value : "";
@@ -87,6 +92,8 @@ std::string textOf(const Settings& settings) {
     writer.Key("width"), writer.Int(settings.windowSize.x());
     writer.Key("height"), writer.Int(settings.windowSize.y());
     writePanes(writer, settings.panes);
+    if(!settings.docking.empty())
+        writer.Key("docking"), writer.String(settings.docking.data(), unsigned(settings.docking.size()));
     writer.Key("recent");
     writer.StartArray();
     for(const std::string& file: settings.recentFiles) writer.String(file.data(), unsigned(file.size()));
@@ -124,6 +131,7 @@ Settings readSettings(const std::string& file, Settings settings) {
     readLength(document, "width", settings.windowSize.x());
     readLength(document, "height", settings.windowSize.y());
     readPanes(document, settings.panes);
+    readText(document, "docking", settings.docking);
     readRecentFiles(document, settings.recentFiles);
     return settings;
 }

@@ -17,6 +17,8 @@ struct Settings {
     // Window points.
     Magnum::Vector2i windowSize{1440, 900};
     PaneSizes panes;
+    // Where windows are docked, as the UI library writes it; empty where it does not dock.
+    std::string docking;
     // Absolute paths, the latest first.
     std::vector<std::string> recentFiles;
 };

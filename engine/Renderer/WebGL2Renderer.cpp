@@ -31,8 +31,7 @@ WebGL2Renderer::State::State():
     pipelines{canMultiDraw}, drawing{canMultiDraw}, casterDrawing{canMultiDraw} {}
 
 void WebGL2Renderer::State::warn(Missing missing) {
-    constexpr const char* What[]{
-        "bloom", "letters of fonts", "texts", "skinned meshes other than as they were made", "the overdraw"};
+    constexpr const char* What[]{"letters of fonts", "texts", "skinned meshes other than as they were made"};
     static_assert(std::size(What) == MissingCount, "a text for each");
     if(isWarned[missing]) return;
     isWarned[missing] = true;
@@ -64,10 +63,13 @@ void WebGL2Renderer::setClearColor(const Color4& color) { _state->clearColor = c
 Color4 WebGL2Renderer::clearColor() const { return _state->clearColor; }
 
 void WebGL2Renderer::setBloomEnabled(bool enabled) {
-    if(enabled) _state->warn(State::Bloom);
+    if(enabled == bool(_state->bloomDrawing)) return;
+    _state->bloomDrawing = enabled ? std::make_unique<BloomDrawing>() : nullptr;
+    _state->pipelines.setLinear(enabled);
+    _state->areProgramsBuilt = false;
 }
 
-BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
+Shaders::BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
 
 void WebGL2Renderer::setDepthPrePassEnabled(bool enabled) { _state->isDepthPassEnabled = enabled; }
 
@@ -139,7 +141,7 @@ Id WebGL2Renderer::pipelineIndex(Containers::StringView name) const {
 
 Id WebGL2Renderer::addColliderVisualizationPipeline(Id pipeline) { return _state->colliderPipeline = pipeline; }
 
-// Without bloom there is nothing to come after.
+// They are built with the settings that switch them on.
 void WebGL2Renderer::loadPostProcessShaders() {}
 
 // Without compressed images there are no tiles to ask for.

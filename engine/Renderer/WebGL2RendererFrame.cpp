@@ -91,7 +91,7 @@ void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     const auto drawSky = [&] {
         if(!std::exchange(isSkyDue, false)) return;
         state.end();
-        sky.draw(view);
+        sky.draw(view, bool(bloomDrawing));
         ++drawCalls;
     };
     for(const DrawRun& run: list.runs()) {
@@ -103,6 +103,62 @@ void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     }
     drawSky();
     state.end();
+}
+
+// The same meshes with the same holes, each of which adds one.
+void WebGL2Renderer::State::drawCounts(const ViewUniforms& view) {
+    PassState state;
+    for(const DrawRun& run: list.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        if(!pipeline.isThere()) continue;
+        PipelineHeader header = pipeline.header;
+        header.flags |= PipelineHeader::Blend;
+        state.apply(header, run.isMirrored);
+        drawing.draw(pipeline.oneColor->setView(view).setColor(Color4{1.0f}), list, run, objects, meshes);
+    }
+    state.end();
+}
+
+void WebGL2Renderer::State::sortFor(const ViewManager& views, Id view) {
+    // Along the direction of view, the negative z axis.
+    const Matrix4 toView = views.viewTransform(matricesOf(views, view)).toMatrix();
+    list.sortBlended(-toView.row(2), objects);
+    instances.use(list.slots());
+}
+
+void WebGL2Renderer::State::drawView(ViewManager& views, Id view) {
+    const ViewUniforms uniforms = viewUniforms(views, view);
+    sortFor(views, view);
+    if(bloomDrawing) return drawGlowing(views, view, uniforms);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawPicture(uniforms);
+    drawColliders(uniforms);
+}
+
+// Colliders are no part of the scene: their colours are those of the screen.
+void WebGL2Renderer::State::drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms) {
+    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+    if(!target) return;
+    bloomDrawing->begin(view, *target);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawPicture(uniforms);
+    bloomDrawing->end(view, bloom, *target);
+    drawColliders(uniforms);
+    // For the next view.
+    bindBuffers();
+}
+
+void WebGL2Renderer::State::countView(ViewManager& views, Id view) {
+    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+    if(!target) return;
+    const ViewUniforms uniforms = viewUniforms(views, view);
+    sortFor(views, view);
+    overdraw->begin(view, *target);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawCounts(uniforms);
+    target->bind();
+    RendererState{}.apply();
+    if(environment.isBackground()) sky.draw(uniforms, false);
 }
 
 void WebGL2Renderer::State::drawColliders(const ViewUniforms& view) {
@@ -160,7 +216,10 @@ void WebGL2Renderer::updateLights(Scene& scene) {
     if(_state->pipelines.setEnvironment(_state->environment.isThere())) _state->areProgramsBuilt = false;
 }
 
-void WebGL2Renderer::beginOverdrawTracking() { _state->warn(State::Overdraw); }
+void WebGL2Renderer::beginOverdrawTracking() {
+    if(!_state->overdraw) _state->overdraw = std::make_unique<OverdrawDrawing>();
+    _state->isOverdrawTracked = true;
+}
 
 void WebGL2Renderer::render(ViewManager& views, Scene&) {
     State& state = *_state;
@@ -169,29 +228,34 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
     state.bindBuffers();
     state.drawing.resetStatistics();
     state.drawCalls = 0;
+    if(!state.isOverdrawTracked) state.overdraw.reset();
     for(const Id view: views.components().prefix(views.numActiveComponents())) {
         if(GL::AbstractFramebuffer* const target = views.targetFramebuffer(view)) target->bind();
-        const ViewUniforms uniforms = state.viewUniforms(views, view);
-        // Along the direction of view, the negative z axis.
-        const Matrix4 toView = views.viewTransform(state.matricesOf(views, view)).toMatrix();
-        state.list.sortBlended(-toView.row(2), state.objects);
-        state.instances.use(state.list.slots());
-        if(state.isDepthPassEnabled) state.drawDepth(uniforms);
-        state.drawPicture(uniforms);
-        state.drawColliders(uniforms);
+        if(state.isOverdrawTracked)
+            state.countView(views, view);
+        else
+            state.drawView(views, view);
     }
     state.drawCalls += state.drawing.calls();
     state.triangles = state.drawing.triangles();
 }
 
-// Without compressed images, and without the overdraw, there is nothing to do.
+// Without compressed images there is nothing to do.
 void WebGL2Renderer::updateTextureStreaming(ViewManager&) {}
 
 void WebGL2Renderer::evalTextureStreaming(ViewManager&) {}
 
-void WebGL2Renderer::endOverdrawTracking() {}
+void WebGL2Renderer::endOverdrawTracking() { _state->isOverdrawTracked = false; }
 
-void WebGL2Renderer::renderOverdraw(ViewManager&) {}
+void WebGL2Renderer::renderOverdraw(ViewManager& views) {
+    if(!_state->overdraw) return;
+    for(const Id view: views.components().prefix(views.numActiveComponents())) {
+        GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+        if(!target) continue;
+        _state->overdraw->show(view, *target);
+        _state->drawColliders(_state->viewUniforms(views, view));
+    }
+}
 
 void WebGL2Renderer::drawObjectIds(const ViewManager& views, Id view, const Scene&) {
     _state->instances.use(_state->list.slots());

@@ -21,6 +21,8 @@
 #include "Renderer/Meshes/MeshDrawing.h"
 #include "Renderer/Meshes/ObjectBuffer.h"
 #include "Renderer/Pipelines/PipelineTable.h"
+#include "Renderer/PostProcess/BloomDrawing.h"
+#include "Renderer/PostProcess/OverdrawDrawing.h"
 #include "Renderer/Textures/TextureAtlasState.h"
 #include "Renderer/Textures/TileStackTextureAtlasState.h"
 
@@ -29,7 +31,7 @@ namespace VantrelEngine {
 // What the renderer was told and what of it is in video memory.
 struct WebGL2Renderer::State {
     // What it cannot do yet.
-    enum Missing : std::size_t { Bloom, Fonts, Texts, Skinning, Overdraw, MissingCount };
+    enum Missing : std::size_t { Fonts, Texts, Skinning, MissingCount };
 
     State();
 
@@ -51,8 +53,16 @@ struct WebGL2Renderer::State {
     ViewUniforms viewUniforms(const ViewManager& views, Id view);
 
     void bindBuffers();
+    // Into the bound framebuffer, or with a glow into the view's target.
+    void drawView(ViewManager& views, Id view);
+    void drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms);
+    // Counts what drawView() would draw, and draws nothing but depth and what is behind everything.
+    void countView(ViewManager& views, Id view);
+    // Puts the visible meshes in the order for the view, for shaders, too.
+    void sortFor(const ViewManager& views, Id view);
     void drawDepth(const ViewUniforms& view);
     void drawPicture(const ViewUniforms& view);
+    void drawCounts(const ViewUniforms& view);
     void drawColliders(const ViewUniforms& view);
     // With programs that do not depend on the material, of the pipeline of each run; double-sided ones without culling.
     void drawPlainly(const ViewUniforms& view, const DrawList& list, std::shared_ptr<MeshProgram> Pipeline::*program,
@@ -70,7 +80,11 @@ struct WebGL2Renderer::State {
     Magnum::Color4 clearColor{0.0f, 1.0f};
     bool isDepthPassEnabled = false;
     bool isCullingEnabled = true;
-    BloomPass bloom;
+    Shaders::BloomPass bloom;
+    // Only while bloom is enabled, and while the overdraw is asked for.
+    std::unique_ptr<BloomDrawing> bloomDrawing;
+    std::unique_ptr<OverdrawDrawing> overdraw;
+    bool isOverdrawTracked = false;
     // By view, 1 by 1 pixel and the view itself where nothing else was said.
     std::vector<Magnum::Vector2i> viewportSizes;
     std::vector<Id> viewBuffers;

@@ -72,6 +72,8 @@ TEST_P(GoldenTest, isAsItWasFoundRight) {
     EXPECT_GT(compare(*stored, project.draw(), Step).fraction, 10 * Tolerated) << "without its subject";
 }
 
+constexpr const char* Bloom = "/settings/rendering/bloom";
+constexpr Edit NoBloom{"/settings/rendering/bloom/enabled", "false"};
 constexpr Edit NoPoint{"/objects/point/components/0/active", "false"};
 constexpr Edit NoSpot{"/objects/spot/components/0/active", "false"};
 constexpr Edit NoSun{"/objects/sun/components/0/active", "false"};
@@ -106,12 +108,26 @@ const Golden Goldens[]{
     {"textures", "Textures", {}, {{"/textures/mirror/wrap", "\"repeat\""}}},
     {"textures-normals", "Textures", {{"/objects/camera/translation", "[1.6, 0.3, 3.6]"}},
         {{"/materials/bumpy/Lit/normalScale", "0"}}},
+    {"placement", "Placement", {}, {{"/materials/turned1/Lit/normalTextureTurn", "[0.8, 0, 0, 0]"}}, {480, 260}},
+    {"placement-prepass", "Placement", {{"/settings/rendering", R"({"usePreZ": true})"}},
+        {{"/objects/flipped/scaling", "[0.5, 0.5, 1]"}}},
+    {"bloom", "Bloom", {}, {NoBloom}},
+    {"bloom-off", "Bloom", {NoBloom}, {{"/objects/tubeLight/components/0/active", "false"}}},
+    {"bloom-narrow", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 1, "threshold": 1, "intensity": 1})"}}, {NoBloom}},
+    {"bloom-wide", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 4, "kernelSize": 21, "threshold": 1, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/kernelSize", "5"}}},
+    {"bloom-once", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 5, "threshold": 0.5, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/passes", "0"}}},
+    {"bloom-exposed", "Bloom", {{"/settings/rendering/hdr", R"({"exposure": 3})"}},
+        {{"/settings/rendering/hdr/exposure", "1"}}},
     {"environment", "Environment", {}, {{"/settings/rendering/environment/image", "\"\""}}, {480, 300}},
     {"environment-turned", "Environment", {{"/settings/rendering/environment/rotation", "120"}},
         {{"/settings/rendering/environment/rotation", "0"}}, {320, 200}},
     {"environment-hidden", "Environment",
-        {{"/settings/rendering/environment/background", "false"},
-            {"/settings/rendering/environment/intensity", "0.4"}},
+        {{"/settings/rendering/environment/background", "false"}, {"/settings/rendering/environment/intensity", "0.4"}},
         {{"/settings/rendering/environment/intensity", "1"}}, {320, 200}},
 };
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the projects Showcase, Lights, Shadows, Alpha, Textures and Environment with all of their files, always the same.
+"""Makes the projects Showcase, Lights, Shadows, Alpha, Textures, Environment and those of features.py with all of their
+files, always the same.
 
     python3 tools/Samples/make_samples.py [folder of the projects]
 """
@@ -8,6 +9,7 @@ import math
 import os
 import sys
 
+import features
 import glb
 import surroundings
 import textures
@@ -315,7 +317,8 @@ def main():
     here = os.path.dirname(os.path.abspath(__file__))
     projects = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "..", "projects")
     for name, make in (("Showcase", showcase), ("Lights", lights), ("Shadows", shadows), ("Alpha", alpha),
-                       ("Textures", texture_samples), ("Environment", environment)):
+                       ("Textures", texture_samples), ("Environment", environment), ("Bloom", features.bloom),
+                       ("Placement", features.placement)):
         folder = os.path.join(projects, name)
         os.makedirs(folder, exist_ok=True)
         make(folder)

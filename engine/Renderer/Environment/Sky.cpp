@@ -13,14 +13,15 @@ using namespace Magnum;
 
 Sky::Sky() { _triangle.setCount(3); }
 
-void Sky::draw(const ViewUniforms& view) {
-    if(!_program) {
+void Sky::draw(const ViewUniforms& view, bool isLinear) {
+    std::optional<MeshProgram>& program = _programs[isLinear];
+    if(!program) {
         std::string reason;
-        _program = MeshProgram::make(skySources(), reason);
-        CORRADE_ASSERT(_program, "Sky:" << reason.c_str(), );
+        program = MeshProgram::make(skySources(isLinear), reason);
+        CORRADE_ASSERT(program, "Sky:" << reason.c_str(), );
     }
     GL::Renderer::setDepthMask(false);
-    _program->setView(view).draw(_triangle);
+    program->setView(view).draw(_triangle);
     GL::Renderer::setDepthMask(true);
 }
 

@@ -15,12 +15,12 @@ public:
     explicit Sky();
 
     // Expects that the surroundings are bound, the switches of RendererState{}, and the depths of what hides them. Leaves
-    // the depth alone.
-    void draw(const ViewUniforms& view);
+    // the depth alone. In colours of the screen or in linear ones, see PipelineRecipe.
+    void draw(const ViewUniforms& view, bool isLinear);
 
 private:
-    // Made when it is needed first.
-    std::optional<MeshProgram> _program;
+    // Each made when it is needed first.
+    std::optional<MeshProgram> _programs[2];
     Magnum::GL::Mesh _triangle{Magnum::GL::MeshPrimitive::Triangles};
 };
 

@@ -38,6 +38,16 @@ void PipelineTable::clear() {
     _isTidy = false;
 }
 
+void PipelineTable::setLinear(bool isLinear) {
+    _isLinear = isLinear;
+    for(std::size_t i = 0; i != _plans.size(); ++i) {
+        // Not there at all.
+        if(_plans[i].recipe.vertexSource.empty()) continue;
+        _plans[i].recipe.isLinear = isLinear;
+        _plans[i].isDue = true;
+    }
+}
+
 void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_view vertexSource,
     std::string_view fragmentSource, const VertexLayout& layout) {
     if(index >= _pipelines.size()) {
@@ -51,7 +61,7 @@ void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_vie
     _indices.emplace(added.name, index);
     Plan& plan = _plans[index] = Plan{};
     plan.recipe = {pipeline, std::string{vertexSource}, std::string{fragmentSource}, layout,
-        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment, _hasShadows};
+        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment, _hasShadows, _isLinear};
     plan.isDue = true;
     if(vertexSource.empty() || fragmentSource.empty()) makeFlat(plan);
 }

@@ -38,6 +38,8 @@ public:
 
     // Forgets the pipelines and the depth shader.
     void clear();
+    // Whether pictures are of linear colours, whose tones are mapped later. Their programs are due to be built.
+    void setLinear(bool isLinear);
     // Pipelines with this vertex source, whatever is defined before it, take part in the depth pass.
     void setDepthSource(std::string_view vertexSource) { _depthSource = vertexSource; }
     // Without sources it is drawn flat.
@@ -80,6 +82,7 @@ private:
     bool _hasDrawParameters;
     bool _hasEnvironment = false;
     bool _hasShadows = false;
+    bool _isLinear = false;
     std::string _depthSource;
     std::vector<Pipeline> _pipelines;
     // By index, as the pipelines.

@@ -32,6 +32,8 @@ struct PipelineRecipe {
     bool hasEnvironment = false;
     // Whether some light throws shadows.
     bool hasShadows = false;
+    // Whether the picture is one of linear colours without a limit, whose tones are mapped later.
+    bool isLinear = false;
 };
 
 // What the sources of a pipeline may use: the attributes of the vertices, the objects and the view; with the functions of
@@ -45,7 +47,7 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
 bool dependsOnEnvironment(std::string_view fragmentSource);
 
 // Of the surroundings behind everything.
-ShaderSources skySources();
+ShaderSources skySources(bool isLinear);
 
 // In the place of sources that there are not or that do not compile: the first colour of the material, or grey.
 std::string flatVertexSource();

@@ -63,8 +63,10 @@ public:
 
     void setClearColor(const Magnum::Color4& color);
     Magnum::Color4 clearColor() const;
+    // Whether what is bright glows, as the pass says. The pictures that this takes are there only while it is enabled; the
+    // parameters of the pass stay.
     void setBloomEnabled(bool enabled);
-    BloomPass& bloomPass();
+    Shaders::BloomPass& bloomPass();
     // Whether depth is drawn before colour.
     void setDepthPrePassEnabled(bool enabled);
     // Whether all meshes of a group are drawn with one call, where the GL can. The picture is the same.
@@ -144,12 +146,17 @@ public:
     // went in them since, by updateMeshVisibility(), or resources or draws changed. Lights with shadows where there were
     // none before build programs anew. Leaves another framebuffer bound.
     void updateShadows(Scene& scene, ViewManager& views);
+    // Until the end, render() counts how often each pixel is drawn instead of drawing it: but for depth there is nothing of
+    // it in the target.
     void beginOverdrawTracking();
-    // Draws the scene over what is in the target framebuffer of each active view; where that is null, in the bound one.
+    // Draws the scene over what is in the target framebuffer of each active view; where that is null, in the bound one. With
+    // bloom or the overdraw it is expected to be a framebuffer object, and a view without one is not drawn.
     void render(ViewManager& views, Scene& scene);
     void updateTextureStreaming(ViewManager& views);
     void evalTextureStreaming(ViewManager& views);
     void endOverdrawTracking();
+    // Draws the counts of the last tracking as colours into the views' targets, wherever something was drawn: from
+    // (39, 174, 96) over (255, 255, 0) for five times to (255, 0, 0) for ten times and more.
     void renderOverdraw(ViewManager& views);
 
     // The ids of the objects of all meshes that the last updateMeshVisibility() found, where they stood then, into the

@@ -143,7 +143,8 @@ void DebugDrawing::placeAxes(Scene& scene) {
     if(!_axes.id()) {
         _axesVertices = GL::Buffer{};
         _axes = GL::Mesh{GL::MeshPrimitive::Lines};
-        _axes.addVertexBuffer(_axesVertices, 0, Shaders::GenericGL3D::Position{}, Shaders::GenericGL3D::Color3{});
+        _axes.addVertexBuffer(
+            _axesVertices, 0, Magnum::Shaders::GenericGL3D::Position{}, Magnum::Shaders::GenericGL3D::Color3{});
     }
     _axesVertices.setData({points.data(), points.size()}, GL::BufferUsage::StreamDraw);
     _axes.setCount(Int(points.size()));

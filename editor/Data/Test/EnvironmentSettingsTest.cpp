@@ -59,6 +59,11 @@ TEST_F(EnvironmentSettingsTest, whatIsMissingOrCannotBeUsedIsAsInANewProject) {
 }
 
 TEST_F(EnvironmentSettingsTest, anImageThatIsNotThereIsNoneAndIsSaidOnce) {
+    // Something else names it, too.
+    printed([this] {
+        record("/textures/sky", "{'name': 'T', 'image': 'sky'}");
+        session.update();
+    });
     record(Settings, "{'image': 'sky'}");
     EXPECT_EQ(printed([this] { session.update(); }), "settings/rendering/environment/image: images/sky is not there\n");
     EXPECT_FALSE(scene.environment.image);

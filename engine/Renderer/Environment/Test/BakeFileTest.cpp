@@ -72,9 +72,10 @@ TEST_F(BakeFileTest, theOneThatWasNotUsedForTheLongestTimeGoes) {
     root.write("a/b/notes.txt", "not ours");
     const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours{24};
     for(const fs::path& file: files()) fs::last_write_time(file, longAgo);
-    for(std::size_t i = 1; i != MaximumBakeFiles; ++i) EXPECT_TRUE(readBake(folder, i)) << i;
+    constexpr std::size_t Forgotten = MaximumBakeFiles / 2;
+    for(std::size_t i = 0; i != MaximumBakeFiles; ++i) EXPECT_TRUE(i == Forgotten || readBake(folder, i)) << i;
     writeBake(folder, 1000, example());
-    EXPECT_FALSE(readBake(folder, 0));
+    EXPECT_FALSE(readBake(folder, Forgotten));
     EXPECT_TRUE(readBake(folder, 1000));
     EXPECT_EQ(files().size(), MaximumBakeFiles + 1);
     EXPECT_EQ(VantrelTest::readFile(root.path("a/b/notes.txt")), "not ours");

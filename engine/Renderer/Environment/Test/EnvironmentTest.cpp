@@ -49,6 +49,8 @@ TEST_F(EnvironmentTest, theSkyHasEachDirectionWhereItIs) {
     scene.environment.rotation = 90.0_degf;
     lookAlong({-1, 0, 0});
     expectColor(middle(), SixDirections[0].color, "turned");
+    lookAlong({0, 0, -1});
+    expectColor(middle(), SixDirections[1].color, "turned, from the right");
     EXPECT_EQ(renderer.environmentBakes(), 1u);
 }
 
@@ -182,6 +184,20 @@ TEST_F(EnvironmentTest, onlyProgramsThatAskForItAreMadeAgain) {
     use(six);
     frame();
     EXPECT_EQ(renderer.builtPrograms(), programs);
+}
+
+// Ids and outlines of one with holes are the same with surroundings.
+TEST_F(EnvironmentTest, onlyPicturesAreMadeAgain) {
+    showLightFrom("ambientLight(d)");
+    addMaterial(
+        addPipeline("Masked", PipelineHeader::DepthTest | PipelineHeader::DepthWrite | PipelineHeader::AlphaMask),
+        RedColor);
+    tell();
+    frame();
+    const std::size_t programs = renderer.builtPrograms();
+    use(six);
+    frame();
+    EXPECT_EQ(renderer.builtPrograms(), programs + 1);
 }
 
 TEST_F(EnvironmentTest, anotherPixelIsComputedAnew) {

@@ -181,6 +181,10 @@ view_verbs() {
     for stage in program context session plugin open compile first_frame all second_frame; do
         grep -qE "\"case\":\"$stage\",\"figure_ns\"" <<<"$lines" || fail "no $stage of startup: $lines"
     done
+    grep -q '"environment"' <<<"$lines" && fail "startup bakes an environment that is not there"
+    echo '{"images": {"sky": {"name": "Sky"}}, "settings": {"rendering": {"environment": {"image": "sky"}}}}' >"$project"
+    lines=$("$bench" startup "$project" 2>/dev/null) || fail "startup with an environment ends with $?"
+    grep -qE '"case":"environment","figure_ns"' <<<"$lines" || fail "no environment of startup: $lines"
     echo '{' >"$project"
     error=$("$bench" startup "$project" 2>&1 >/dev/null) && fail "a broken project ends with 0"
     grep -q "$project" <<<"$error" || fail "a broken project is not named: $error"

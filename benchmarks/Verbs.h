@@ -48,7 +48,7 @@ void reparent(std::size_t count, std::size_t moved, const Budget& budget);
 // Absolute transformations beside a bare loop.
 void transform(std::size_t count, const Budget& budget);
 
-// Bytes an object and a change.
+// Bytes an object and a change; and of video memory, in a view of a grid of as many objects.
 void memory(std::size_t count);
 
 // The scene view out of its module, in a host without a window, on a grid of N objects that fills its picture.

@@ -97,7 +97,7 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     addProjectVerb(app, arguments, "xform", "Absolute transformations").callback([&] {
         VantrelBench::transform(arguments.count, arguments.budget());
     });
-    addProjectVerb(app, arguments, "memory", "Bytes an object and a change").callback([&] {
+    addProjectVerb(app, arguments, "memory", "Bytes an object and a change, and of video memory").callback([&] {
         VantrelBench::memory(arguments.count);
     });
 }

@@ -72,6 +72,15 @@ std::string variable(const char* name) {
     return value ? value : "";
 }
 
+// Empty where there is none.
+std::string userFolder(const char* name, const char* inHome) {
+    const std::string folder = variable(name);
+    // A relative one does not count.
+    if(!folder.empty() && folder.front() == '/') return folder;
+    const std::string home = variable("HOME");
+    return home.empty() ? home : home + inHome;
+}
+
 using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
 void writePanes(Writer& writer, const PaneSizes& panes) {
@@ -105,14 +114,13 @@ std::string textOf(const Settings& settings) {
 } // namespace
 
 std::string settingsFile() {
-    std::string folder = variable("XDG_CONFIG_HOME");
-    // A relative one does not count.
-    if(folder.empty() || folder.front() != '/') {
-        folder = variable("HOME");
-        if(folder.empty()) return {};
-        folder += "/.config";
-    }
-    return folder + "/vantrel-editor/settings.json";
+    const std::string folder = userFolder("XDG_CONFIG_HOME", "/.config");
+    return folder.empty() ? folder : folder + "/vantrel-editor/settings.json";
+}
+
+std::string cacheFolder() {
+    const std::string folder = userFolder("XDG_CACHE_HOME", "/.cache");
+    return folder.empty() ? folder : folder + "/vantrel";
 }
 
 Settings readSettings(const std::string& file, Settings settings) {

@@ -25,6 +25,8 @@ struct Settings {
 
 // The file of the user's settings; empty where the user has no home.
 std::string settingsFile();
+// The user's folder for what can be made again; empty where the user has no home.
+std::string cacheFolder();
 
 // What the file does not have, or has out of range, is as it is in the argument. A file that is not there is none; one
 // that cannot be read or understood gives one line.

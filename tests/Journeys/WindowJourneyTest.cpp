@@ -30,9 +30,11 @@ protected:
         // The window may be gone at any time.
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
         setenv("XDG_CONFIG_HOME", folder.path("config").data(), 1);
+        setenv("XDG_CACHE_HOME", folder.path("cache").data(), 1);
     }
     ~WindowJourneyTest() override {
         unsetenv("XDG_CONFIG_HOME");
+        unsetenv("XDG_CACHE_HOME");
         if(display) XCloseDisplay(display);
     }
 

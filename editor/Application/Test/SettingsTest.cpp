@@ -94,6 +94,17 @@ TEST(SettingsTest, TheFileIsInTheUsersFolder) {
     EXPECT_EQ(settingsFile(), "");
 }
 
+TEST(SettingsTest, WhatCanBeMadeAgainIsInTheUsersFolderForThat) {
+    setenv("XDG_CACHE_HOME", "/somewhere", 1);
+    EXPECT_EQ(cacheFolder(), "/somewhere/vantrel");
+    setenv("HOME", "/home/me", 1);
+    setenv("XDG_CACHE_HOME", "relative", 1);
+    EXPECT_EQ(cacheFolder(), "/home/me/.cache/vantrel");
+    unsetenv("XDG_CACHE_HOME");
+    unsetenv("HOME");
+    EXPECT_EQ(cacheFolder(), "");
+}
+
 TEST(RecentFilesTest, TheLatestIsFirstAndOnce) {
     std::vector<std::string> files;
     for(const char* const file: {"a", "b", "c", "a"}) addRecentFile(files, file);

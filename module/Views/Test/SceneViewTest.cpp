@@ -611,6 +611,26 @@ TEST_F(SceneViewTest, reloadKeepsTheView) {
     EXPECT_EQ(differences(before, host.picture()), 0);
 }
 
+TEST_F(SceneViewTest, isDrawnAgainUntilTheLightOfAnEnvironmentIsComplete) {
+    data().scene().main().environmentBaking.isAtOnce = false;
+    // Black and pink, as it has no file.
+    {
+        const Utility::Warning silence{nullptr};
+        record("/images/sky", "{'name': 'Sky'}");
+        host.frame();
+    }
+    EXPECT_FALSE(host.state.wantsFrame);
+    const Image2D before = host.picture();
+    record("/settings/rendering/environment/image", "'sky'");
+    host.frame();
+    EXPECT_EQ(differences(host.picture(), before), 0u);
+    int frames = 1;
+    for(; host.state.wantsFrame && frames != 100; ++frames) host.frame();
+    EXPECT_GT(frames, 5);
+    EXPECT_LT(frames, 60);
+    EXPECT_GT(differences(host.picture(), before), 1000u);
+}
+
 // What init() sets holds where nothing was recorded.
 TEST_F(SceneViewTest, restoreWithoutARecord) {
     host.frame();

@@ -1,6 +1,7 @@
 #include "Renderer/Lights/ShadowMaps.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/GL/Renderer.h>
@@ -31,6 +32,12 @@ constexpr Float FilterReach = 2.0f;
 
 bool isSame(const ShadowTile& a, const ShadowTile& b) { return a.offset == b.offset && a.size == b.size; }
 
+// To the bit: what is compared with some tolerance might creep away.
+bool isSame(const Matrix4& a, const Matrix4& b) { return !std::memcmp(&a, &b, sizeof(a)); }
+bool isSame(const std::vector<Vector4>& a, const std::vector<Vector4>& b) {
+    return a.size() == b.size() && (a.empty() || !std::memcmp(a.data(), b.data(), a.size() * sizeof(Vector4)));
+}
+
 } // namespace
 
 void ShadowMaps::update(Scene& scene) {
@@ -40,7 +47,7 @@ void ShadowMaps::update(Scene& scene) {
     _maps.resize(fits.size());
     for(std::size_t i = 0; i != fits.size(); ++i) {
         Map& map = _maps[i];
-        map.isCurrent = map.isCurrent && map.fit.light == fits[i].light && map.fit.matrix == fits[i].matrix &&
+        map.isCurrent = map.isCurrent && map.fit.light == fits[i].light && isSame(map.fit.matrix, fits[i].matrix) &&
             isSame(map.tile, _tiles[i]);
         map.fit = fits[i];
         map.tile = _tiles[i];
@@ -106,12 +113,13 @@ void ShadowMaps::describe(Scene& scene) {
         const std::size_t first = _nextTexels.size(), firstMap = map;
         for(; map != _maps.size() && _maps[map].fit.light == light; ++map) describe(_maps[map]);
         const Vector4& parameters = lights.shadowParameters(light);
-        const Float range = lights.shadowRange(light);
+        // One without maps may have no range that makes sense.
+        const Float range = map == firstMap ? 1.0f : lights.shadowRange(light);
         _nextTexels[texel++] = {Float(first), Float(map - firstMap), parameters.x(), parameters.y()};
         _nextTexels[texel++] = {scene.absoluteTransformation(lights.object(light)).translation(),
             lights.lightType(light) == LightType::Sun ? -range : range};
     }
-    if(_nextTexels == _texels) return;
+    if(isSame(_nextTexels, _texels)) return;
     std::swap(_texels, _nextTexels);
     _data.reserve(_texels.size() * sizeof(Vector4));
     _data.write(0, vectorView(std::as_const(_texels)));

@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include <Magnum/Math/Constants.h>
 #include <Vantrel/EngineData/LightManager.h>
 #include <Vantrel/EngineData/ViewManager.h>
 
@@ -356,6 +357,21 @@ TEST_F(ShadowsTest, fadeAtTheEndOfTheirRange) {
         const int value = light(shadowFrame(), -2.0f, 0.0f);
         EXPECT_GE(value, least) << range;
         EXPECT_LE(value, most) << range;
+    }
+}
+
+TEST_F(ShadowsTest, aRangeOfNothingIsNoShadow) {
+    const Id sun = addSun(1.0f), other = addSun(-1.0f);
+    scene.lights.color(other).w() = 0.0f;
+    add(mesh, material, {0.0f, 0.0f, 2.0f});
+    tell();
+    // Beside one that has shadows, and alone.
+    for(const bool isOtherActive: {true, false}) {
+        scene.lights.setActive(other, isOtherActive);
+        for(const Float range: {0.0f, -3.0f, Constants::nan()}) {
+            scene.lights.shadowRange(sun) = range;
+            EXPECT_EQ(dark(shadowFrame()), 0u) << range;
+        }
     }
 }
 

@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame idle outline resize startup hotreload; do
+        reload frame shadow idle outline resize startup hotreload; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -137,6 +137,17 @@ view_verbs() {
     judges outside_beside_all_visible ratio 0.3
     judges culling_beside_bare_loop ratio 8
     is_exactly culling_beside_bare_loop differences 0
+    runs frame 64 96 64 --lights 16
+    judges lights exponent 1.1
+    prints shadow 64 3
+    is_exactly first_frame maps 3
+    holds first_frame casters
+    holds first_frame part_of_all
+    is_exactly nothing_moved maps 0
+    is_exactly nothing_moved casters 0
+    [ "$counts" -eq 0 ] || is_exactly nothing_moved uploaded_bytes 0
+    holds one_object_moved maps
+    holds one_object_moved casters
     prints idle 64
     is_exactly while_nothing_moves frames 0
     is_exactly forced_frames allocations 0

@@ -192,7 +192,8 @@ void SceneView::renderScene() {
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
     state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles()};
+        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
+        std::uint32_t(_renderer->drawnShadowCasters())};
 
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
 }

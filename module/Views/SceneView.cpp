@@ -13,7 +13,6 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 using namespace Magnum;
-using namespace Containers::Literals;
 
 namespace {
 
@@ -69,11 +68,14 @@ void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, Vantrel
 
 void SceneView::createPreview() {
     _previewColor = GL::Renderbuffer{};
+    _previewColor.setLabel("SceneView preview color");
     _previewColor.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, PreviewSize);
     _previewDepth = GL::Renderbuffer{};
+    _previewDepth.setLabel("SceneView preview depth");
     _previewDepth.setStorageMultisample(4, GL::RenderbufferFormat::DepthComponent32F, PreviewSize);
     _previewFramebuffer = GL::Framebuffer{{{}, PreviewSize}};
-    _previewFramebuffer.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
+    _previewFramebuffer.setLabel("SceneView preview FB")
+        .attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
         .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, _previewDepth)
         .mapForDraw(GL::Framebuffer::ColorAttachment{0});
 }

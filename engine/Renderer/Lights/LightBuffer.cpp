@@ -57,7 +57,8 @@ void packLights(Scene& scene, std::vector<LightRecord>& lights) {
 
 LightBuffer::LightBuffer() {
     upload();
-    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer);
+    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer).setLabel("Renderer lights");
+    _buffer.setLabel("Renderer lights");
 }
 
 std::size_t LightBuffer::update(Scene& scene) {

@@ -22,6 +22,13 @@ bool isOpaque(const PipelineHeader& header) {
     return (header.flags & Depth) == Depth && !(header.flags & (PipelineHeader::Blend | PipelineHeader::AlphaMask));
 }
 
+// What debuggers call a program. The GL refuses names that are longer than it likes.
+std::string labelOf(const std::string& pipeline, ProgramPurpose purpose) {
+    constexpr std::size_t LongestName = 100;
+    constexpr const char* Purposes[]{"picture", "depth", "object ids", "one colour"};
+    return pipeline.substr(0, LongestName) + ": " + Purposes[std::size_t(purpose)];
+}
+
 } // namespace
 
 std::size_t Pipeline::parameter(std::string_view name) const {
@@ -92,7 +99,7 @@ void PipelineTable::build(Pipeline& pipeline, Plan& plan) {
 
 bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason) {
     const auto make = [&](ProgramPurpose purpose) {
-        return program(pipelineSources(recipe, _hasDrawParameters, purpose), reason);
+        return program(pipelineSources(recipe, _hasDrawParameters, purpose), labelOf(pipeline.name, purpose), reason);
     };
     pipeline.picture = make(ProgramPurpose::Picture);
     if(!pipeline.picture) return false;
@@ -104,7 +111,8 @@ bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& reci
     return pipeline.objectIds && pipeline.oneColor && bool(pipeline.depth) == hasDepth;
 }
 
-std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources, std::string& reason) {
+std::shared_ptr<MeshProgram> PipelineTable::program(
+    const ShaderSources& sources, const std::string& label, std::string& reason) {
     std::string key;
     for(const std::string* const piece: {&sources.vertexPrefix, &sources.vertex, &sources.vertexSuffix,
             &sources.fragmentPrefix, &sources.fragment, &sources.fragmentSuffix})
@@ -113,6 +121,7 @@ std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources
     ++_builtPrograms;
     std::optional<MeshProgram> made = MeshProgram::make(sources, reason);
     if(!made) return nullptr;
+    made->setLabel({label.data(), label.size()});
     return _programs.emplace(std::move(key), std::make_shared<MeshProgram>(std::move(*made))).first->second;
 }
 

@@ -142,7 +142,9 @@ void DebugDrawing::placeAxes(Scene& scene) {
     }
     if(!_axes.id()) {
         _axesVertices = GL::Buffer{};
+        _axesVertices.setLabel("SceneView axes");
         _axes = GL::Mesh{GL::MeshPrimitive::Lines};
+        _axes.setLabel("SceneView axes");
         _axes.addVertexBuffer(_axesVertices, 0, Shaders::GenericGL3D::Position{}, Shaders::GenericGL3D::Color3{});
     }
     _axesVertices.setData({points.data(), points.size()}, GL::BufferUsage::StreamDraw);

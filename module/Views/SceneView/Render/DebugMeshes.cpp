@@ -37,12 +37,15 @@ Trade::MeshData head() {
 void DebugMeshes::create() {
     axis = MeshTools::compile(Primitives::axis3D());
     lowSphere = MeshTools::compile(Primitives::uvSphereSolid(8, 8));
-    smoothSphere = MeshTools::compile(Primitives::uvSphereSolid(
-        24, 24, Primitives::UVSphereFlag::TextureCoordinates | Primitives::UVSphereFlag::Tangents));
     wireSphere = MeshTools::compile(Primitives::uvSphereWireframe(8, 8));
     wireCube = MeshTools::compile(Primitives::cubeWireframe());
     const Trade::MeshData arrowShaft = shaft(), arrowHead = head();
     arrow = MeshTools::compile(MeshTools::concatenate({arrowShaft, arrowHead}));
+    axis.setLabel("SceneView axis");
+    lowSphere.setLabel("SceneView sphere");
+    wireSphere.setLabel("SceneView wire sphere");
+    wireCube.setLabel("SceneView wire cube");
+    arrow.setLabel("SceneView arrow");
 }
 
 } // namespace VantrelEngine

@@ -12,9 +12,8 @@ struct DebugMeshes {
     // Needs the GL context.
     void create();
 
-    // Solid; the smooth one has normals, texture coordinates and tangents.
+    // Solid.
     Magnum::GL::Mesh lowSphere{Magnum::NoCreate};
-    Magnum::GL::Mesh smoothSphere{Magnum::NoCreate};
     // Solid, from the origin down the negative y axis; the mirrored faces want no culling.
     Magnum::GL::Mesh arrow{Magnum::NoCreate};
     // Lines; the axes with colours.

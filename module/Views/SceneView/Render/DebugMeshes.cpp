@@ -34,15 +34,19 @@ Trade::MeshData head() {
 
 }
 
+GL::Mesh lowSphereMesh() { return MeshTools::compile(Primitives::uvSphereSolid(8, 8)); }
+
+GL::Mesh arrowMesh() {
+    const Trade::MeshData arrowShaft = shaft(), arrowHead = head();
+    return MeshTools::compile(MeshTools::concatenate({arrowShaft, arrowHead}));
+}
+
 void DebugMeshes::create() {
     axis = MeshTools::compile(Primitives::axis3D());
-    lowSphere = MeshTools::compile(Primitives::uvSphereSolid(8, 8));
     wireSphere = MeshTools::compile(Primitives::uvSphereWireframe(8, 8));
     wireCube = MeshTools::compile(Primitives::cubeWireframe());
-    const Trade::MeshData arrowShaft = shaft(), arrowHead = head();
-    arrow = MeshTools::compile(MeshTools::concatenate({arrowShaft, arrowHead}));
+    arrow = arrowMesh();
     axis.setLabel("SceneView axis");
-    lowSphere.setLabel("SceneView sphere");
     wireSphere.setLabel("SceneView wire sphere");
     wireCube.setLabel("SceneView wire cube");
     arrow.setLabel("SceneView arrow");

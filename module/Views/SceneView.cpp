@@ -175,7 +175,7 @@ void SceneView::updateFrameSize() {
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
     _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::maxSize());
+        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }

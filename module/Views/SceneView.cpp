@@ -15,7 +15,6 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 using namespace Magnum;
-using namespace Containers::Literals;
 
 namespace {
 
@@ -71,11 +70,14 @@ void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, Vantrel
 
 void SceneView::createPreview() {
     _previewColor = GL::Renderbuffer{};
+    _previewColor.setLabel("SceneView preview color");
     _previewColor.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, PreviewSize);
     _previewDepth = GL::Renderbuffer{};
+    _previewDepth.setLabel("SceneView preview depth");
     _previewDepth.setStorageMultisample(4, GL::RenderbufferFormat::DepthComponent32F, PreviewSize);
     _previewFramebuffer = GL::Framebuffer{{{}, PreviewSize}};
-    _previewFramebuffer.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
+    _previewFramebuffer.setLabel("SceneView preview FB")
+        .attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
         .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, _previewDepth)
         .mapForDraw(GL::Framebuffer::ColorAttachment{0});
 }
@@ -175,7 +177,7 @@ void SceneView::updateFrameSize() {
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
     _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::maxSize());
+        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }

@@ -62,7 +62,8 @@ bool isMeantToThrowShadows(LightManager& lights, Id component) { return lights.p
 
 LightBuffer::LightBuffer() {
     upload();
-    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer);
+    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer).setLabel("Renderer lights");
+    _buffer.setLabel("Renderer lights");
 }
 
 std::size_t LightBuffer::update(Scene& scene) {

@@ -7,11 +7,11 @@ source tools/setup.sh
 
 usage() {
     cat <<'EOM'
-./run.sh [OPTION...] [PROJECT]
+./run.sh [OPTION...] [PROJECT|MODEL]
 
 Installs the Debian packages that are missing, fetches icons where there is npm, builds, and opens the editor on a project
-file (default: a sample). Where there is no display, or none with OpenGL 3.3, it says so, writes a picture to a file
-instead and names it on the last line.
+file (default: a sample), or on a model (.glb, .gltf, .obj, .fbx, ...) or an image, of which it makes a new project. Where
+there is no display, or none with OpenGL 3.3, it says so, writes a picture to a file instead and names it on the last line.
 
   --picture FILE  write a picture of the editor to FILE (PNG) instead of opening a window
   --jobs N        compile with N processes (default: one a core)

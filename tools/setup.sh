@@ -6,7 +6,7 @@
 packages=(
     g++ cmake ninja-build pkg-config
     libglfw3-dev libepoxy-dev libegl-dev libgl-dev libopengl-dev libx11-dev libstb-dev libcli11-dev rapidjson-dev
-    libimgui-dev fonts-dejavu-core
+    libimgui-dev libassimp-dev fonts-dejavu-core
     libgtest-dev libgmock-dev clang-format
     libegl1 libgl1 libgl1-mesa-dri libegl-mesa0 libglx-mesa0 xvfb xauth
 )

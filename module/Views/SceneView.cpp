@@ -1,7 +1,5 @@
 #include "Views/SceneView.h"
 
-#include <utility>
-
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -185,8 +183,9 @@ void SceneView::updateFrameSize() {
 void SceneView::renderScene() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
+    const Vector2i lastSize = _frame.size;
     updateFrameSize();
-    if(std::exchange(state.framesSelection, false)) _navigation.frameSelection(*_data, _camera);
+    if(state.framesSelection) frameAsked(_frame.size == lastSize);
     _camera.update();
     updateFrozenCulling();
 
@@ -198,6 +197,14 @@ void SceneView::renderScene() {
         std::uint32_t(_renderer->drawnShadowCasters())};
 
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
+}
+
+// A window that is new has its size in its second frame.
+void SceneView::frameAsked(bool isSettled) {
+    SharedState& state = _editor->state();
+    if(isSettled) _navigation.frameSelection(*_data, _camera, CameraNavigation::Middle::Meshes);
+    state.framesSelection = !isSettled;
+    state.wantsFrame = true;
 }
 
 void SceneView::lookAroundWhileFlying() {

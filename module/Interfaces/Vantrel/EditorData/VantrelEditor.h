@@ -73,7 +73,7 @@ struct SharedState {
     // editor clears it before each frame.
     bool wantsFrame = false;
 
-    // Set to have the selected objects brought into view by the next frame of the scene view, which clears it.
+    // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;
 
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,

@@ -48,13 +48,38 @@ Matrix4 matrixOf(const aiMatrix4x4& from) {
     return matrix;
 }
 
+// A direction of the file, as "UpAxis" and "UpAxisSign" name one.
+Vector3 axis(const aiMetadata& settings, const std::string& name, int otherwise) {
+    int number = otherwise, sign = 1;
+    settings.Get(name, number);
+    settings.Get(name + "Sign", sign);
+    Vector3 direction{0.0f};
+    direction[std::size_t(number >= 0 && number < 3 ? number : otherwise)] = sign < 0 ? -1.0f : 1.0f;
+    return direction;
+}
+
+// From the file's axes and units to ours. Readers that know of them turn their scene themselves; that for FBX only says
+// what they are, the unit in centimetres.
+Matrix4 toMetresUpright(const aiScene& scene, const std::string& extension) {
+    if(extension != "fbx" || !scene.mMetaData) return {};
+    const Vector3 right = axis(*scene.mMetaData, "CoordAxis", 0), up = axis(*scene.mMetaData, "UpAxis", 1),
+                  front = axis(*scene.mMetaData, "FrontAxis", 2);
+    double unit = 1.0;
+    float shortUnit = 1.0f;
+    if(!scene.mMetaData->Get("UnitScaleFactor", unit) && scene.mMetaData->Get("UnitScaleFactor", shortUnit))
+        unit = shortUnit;
+    const Matrix3x3 turned = Matrix3x3{right, up, front}.transposed();
+    if(std::abs(turned.determinant()) < 0.5f || !(unit > 0.0) || !std::isfinite(unit)) return {};
+    return Matrix4::from(turned, {}) * Matrix4::scaling(Vector3{float(unit * 0.01)});
+}
+
 class SceneReader {
 public:
-    explicit SceneReader(const aiScene& scene, const AssetFolder& folder, Model& model, Messages& messages):
-        _scene{scene}, _model{model}, _messages{messages}, _materials{scene, folder, model, messages}, _meshes{scene,
-                                                                                                           _materials,
-                                                                                                           model,
-                                                                                                           messages} {}
+    explicit SceneReader(const aiScene& scene, const std::string& extension, const AssetFolder& folder, Model& model,
+        Messages& messages):
+        _scene{scene},
+        _extension{extension}, _model{model}, _messages{messages},
+        _materials{scene, folder, model, messages}, _meshes{scene, _materials, model, messages} {}
 
     void read() {
         if(!_scene.mRootNode) throw Unusable{"it has no scene"};
@@ -71,24 +96,34 @@ private:
         int parent;
     };
 
-    // Parents first, children in their order.
+    // Parents first, children in their order. A root that only holds the others goes: the file is an object already.
     void addNodes() {
-        std::vector<Waiting> waiting{{_scene.mRootNode, Nothing}};
+        const Matrix4 place = toMetresUpright(_scene, _extension) * matrixOf(_scene.mRootNode->mTransformation);
+        std::vector<Waiting> waiting;
+        if(_scene.mRootNode->mNumMeshes == 0 && place == Matrix4{})
+            addChildren(*_scene.mRootNode, Nothing, waiting);
+        else
+            waiting.push_back({_scene.mRootNode, Nothing});
         while(!waiting.empty()) {
             const Waiting next = waiting.back();
             waiting.pop_back();
-            const int place = addNode(next);
-            for(unsigned i = next.node->mNumChildren; i-- != 0;) waiting.push_back({next.node->mChildren[i], place});
+            const bool isRoot = next.node == _scene.mRootNode;
+            const int added = addNode(next, isRoot ? place : matrixOf(next.node->mTransformation));
+            addChildren(*next.node, added, waiting);
         }
     }
 
-    int addNode(const Waiting& next) {
+    static void addChildren(const aiNode& node, int parent, std::vector<Waiting>& waiting) {
+        for(unsigned i = node.mNumChildren; i-- != 0;) waiting.push_back({node.mChildren[i], parent});
+    }
+
+    int addNode(const Waiting& next, const Matrix4& matrix) {
         const int place = int(_model.nodes.size());
-        _places.emplace(next.node->mName.C_Str(), place);
+        if(!_places.emplace(next.node->mName.C_Str(), place).second) _ambiguous.insert(next.node->mName.C_Str());
         Node node;
         node.name = nameOr(next.node->mName.C_Str(), "Object " + std::to_string(place + 1));
         node.parent = next.parent;
-        const Fit fit = setPlace(node, matrixOf(next.node->mTransformation));
+        const Fit fit = setPlace(node, matrix);
         if(fit == Fit::Sheared) _messages.warn("object " + quoted(node.name) + ": its shear is left out");
         if(fit == Fit::Unusable) _messages.warn("object " + quoted(node.name) + ": its place is not a usable one");
         for(unsigned i = 0; i != next.node->mNumMeshes; ++i)
@@ -100,7 +135,9 @@ private:
         return place;
     }
 
-    int placeOf(const aiString& name) const {
+    int placeOf(const aiString& name) {
+        if(_ambiguous.erase(name.C_Str()))
+            _messages.warn("there are several objects " + quoted(name.C_Str()) + "; the first one is taken");
         const auto found = _places.find(name.C_Str());
         return found == _places.end() ? Nothing : found->second;
     }
@@ -135,7 +172,7 @@ private:
         _model.nodes.push_back(std::move(node));
     }
 
-    Skin skinOf(const aiMesh& mesh, const std::string& name) const {
+    Skin skinOf(const aiMesh& mesh, const std::string& name) {
         Skin skin;
         skin.name = name + " Skin";
         for(unsigned i = 0; i != mesh.mNumBones; ++i) {
@@ -155,7 +192,20 @@ private:
         return skin;
     }
 
-    // Shines along a direction of its node; ours along -Z, so it gets an object that is turned there.
+    // The object at a place and with a direction in the space of another one: that one itself where they are its own.
+    Node& objectAt(int place, const std::string& name, const aiVector3D& position, const aiVector3D& direction) {
+        Node node;
+        turnTowards(node, direction);
+        node.translation = finite({position.x, position.y, position.z});
+        Node& parent = _model.nodes[std::size_t(place)];
+        const bool isThere = node.translation == Vector3{0.0f} && node.rotation == Quaternion{};
+        if(isThere && !parent.light && !parent.camera) return parent;
+        node.name = name;
+        node.parent = place;
+        _model.nodes.push_back(std::move(node));
+        return _model.nodes.back();
+    }
+
     void addLights() {
         for(unsigned i = 0; i != _scene.mNumLights; ++i) {
             const aiLight& source = *_scene.mLights[i];
@@ -165,13 +215,8 @@ private:
                 _messages.warn("light " + quoted(name) + " is left out: its kind is not supported");
                 continue;
             }
-            Node node;
-            node.name = name;
-            node.parent = place;
-            turnTowards(node, source.mDirection);
-            node.translation = finite({source.mPosition.x, source.mPosition.y, source.mPosition.z});
-            node.light = lightOf(source);
-            _model.nodes.push_back(std::move(node));
+            const bool isPoint = source.mType == aiLightSource_POINT;
+            objectAt(place, name, source.mPosition, isPoint ? aiVector3D{} : source.mDirection).light = lightOf(source);
         }
     }
 
@@ -190,8 +235,8 @@ private:
                                           : Quaternion{Math::cross(from, to), 1.0f + cosine}.normalized();
     }
 
-    // The colour holds the intensity.
-    static Light lightOf(const aiLight& source) {
+    // The colour holds the intensity. Collada says where the cone ends; the other angle is made up by its reader.
+    Light lightOf(const aiLight& source) const {
         Light light;
         light.type = source.mType == aiLightSource_DIRECTIONAL ? LightType::Sun
             : source.mType == aiLightSource_SPOT               ? LightType::Spot
@@ -200,7 +245,8 @@ private:
         const float strongest = std::max({color.x(), color.y(), color.z()});
         light.intensity = strongest > 1.0f ? strongest : 1.0f;
         light.color = color / light.intensity;
-        if(std::isfinite(source.mAngleOuterCone)) light.outerAngle = source.mAngleOuterCone * 0.5f;
+        const float outer = _extension == "dae" ? source.mAngleInnerCone : source.mAngleOuterCone;
+        if(std::isfinite(outer)) light.outerAngle = outer * 0.5f;
         if(std::isfinite(source.mAngleInnerCone)) light.innerAngle = source.mAngleInnerCone * 0.5f;
         return light;
     }
@@ -214,18 +260,13 @@ private:
                 _messages.warn("camera " + quoted(source.mName.C_Str()) + " is left out: its kind is not supported");
                 continue;
             }
-            Node node;
-            node.name = nameOr(source.mName.C_Str(), "Camera " + std::to_string(i + 1));
-            node.parent = place;
-            turnTowards(node, source.mLookAt);
-            node.translation = finite({source.mPosition.x, source.mPosition.y, source.mPosition.z});
             Camera camera;
             const float aspect = source.mAspect > 0.0f && std::isfinite(source.mAspect) ? source.mAspect : 1.0f;
             camera.verticalAngle = 2.0f * std::atan(horizontal / aspect);
             camera.near = source.mClipPlaneNear;
             camera.far = source.mClipPlaneFar;
-            node.camera = camera;
-            _model.nodes.push_back(std::move(node));
+            const std::string name = nameOr(source.mName.C_Str(), "Camera " + std::to_string(i + 1));
+            objectAt(place, name, source.mPosition, source.mLookAt).camera = camera;
         }
     }
 
@@ -278,12 +319,15 @@ private:
     };
 
     const aiScene& _scene;
+    const std::string _extension;
     Model& _model;
     Messages& _messages;
     LibraryMaterials _materials;
     LibraryMeshes _meshes;
     // Nodes of the model, by name: of two with one name the first. Bones, lights, cameras and channels name theirs.
     std::map<std::string, int> _places;
+    // Names of several nodes.
+    std::set<std::string> _ambiguous;
     std::vector<Source> _sources;
 };
 
@@ -299,12 +343,13 @@ void readWithLibrary(
     keepOneReader(importer, extensionOf(fileName));
     importer.SetIOHandler(new LibraryFiles{fileName, std::move(bytes), folder});
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
+    importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, SmoothAngle);
     const aiScene* const scene = importer.ReadFile(fileName,
         aiProcess_Triangulate | aiProcess_SortByPType | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices);
     if(!scene) throw Unusable{importer.GetErrorString()};
     messages.progress(0.6, "reading");
-    SceneReader{*scene, folder, model, messages}.read();
+    SceneReader{*scene, extensionOf(fileName), folder, model, messages}.read();
 }
 
 } // namespace VantrelImport

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include <VantrelHost/DocumentWriter.h>
 
@@ -61,6 +62,10 @@ public:
     }
 
 private:
+    struct MeshIds {
+        std::string mesh, material;
+    };
+
     static bool hasOwnLight(const Node& node) { return node.light && node.light->type != LightType::Point; }
 
     // The root takes a place, too, and so do lights that are objects of their own.
@@ -87,27 +92,27 @@ private:
         return hasOne ? _materialIds[std::size_t(mesh.material)] : _materials.addDefault();
     }
 
+    // Equal meshes are one, so that they are drawn together.
     void writeMeshes() {
         const std::size_t count = counted(_model.meshes.size(), MaximumCount, "meshes", _messages);
+        std::map<std::string, std::string> ids;
         for(std::size_t i = 0; i != count; ++i) {
             const Mesh& mesh = _model.meshes[i];
-            _meshMaterials.push_back(materialOf(mesh));
             const std::string bytes = meshFile(mesh);
-            addResource("meshes", "mesh" + std::to_string(i), mesh.name, bytes);
+            const std::string file = _output.add(bytes.data(), bytes.size(), "glb");
+            const auto [found, isNew] = ids.emplace(file, "mesh" + std::to_string(ids.size()));
+            if(isNew) _json.add("meshes", found->second, resource(mesh.name, file));
+            _meshes.push_back({found->second, materialOf(mesh)});
             _messages.progress(0.8 + 0.15 * double(i) / double(count), "writing meshes");
         }
     }
 
-    // The entry with its file; more can be added to it.
-    JsonValue resource(const std::string& name, const std::string& bytes) {
+    // An entry; more can be added to it.
+    JsonValue resource(const std::string& name, const std::string& file) {
         JsonValue entry = _json.object();
         _json.set(entry, "name", name);
-        _json.set(entry, "file", _output.add(bytes.data(), bytes.size(), "glb"));
+        _json.set(entry, "file", file);
         return entry;
-    }
-
-    void addResource(const char* section, const std::string& id, const std::string& name, const std::string& bytes) {
-        _json.add(section, id, resource(name, bytes));
     }
 
     JsonValue objectIds(const std::vector<int>& nodes) {
@@ -126,11 +131,9 @@ private:
                 _messages.warn("skin " + quoted(skin.name) + " is left out: not all of its joints are imported");
                 continue;
             }
-            JsonValue entry = _json.object();
-            _json.set(entry, "name", skin.name);
-            _json.set(entry, "joints", objectIds(skin.joints));
             const std::string bytes = skinFile(skin);
-            _json.set(entry, "file", _output.add(bytes.data(), bytes.size(), "glb"));
+            JsonValue entry = resource(skin.name, _output.add(bytes.data(), bytes.size(), "glb"));
+            _json.set(entry, "joints", objectIds(skin.joints));
             _json.add("skins", "skin" + std::to_string(i), std::move(entry));
         }
     }
@@ -144,7 +147,8 @@ private:
                     " is left out: not all of what it moves is imported");
                 continue;
             }
-            JsonValue entry = resource(_model.animations[i].name, file.bytes);
+            JsonValue entry =
+                resource(_model.animations[i].name, _output.add(file.bytes.data(), file.bytes.size(), "glb"));
             _json.set(entry, "targets", objectIds(file.targets));
             const std::string id = "animation" + std::to_string(i);
             _json.add("animations", id, std::move(entry));
@@ -188,7 +192,7 @@ private:
     JsonValue componentsOf(const Node& node) {
         JsonValue components = _json.list();
         for(const int mesh: node.meshes)
-            if(std::size_t(mesh) < _meshMaterials.size()) _json.append(components, meshComponent(node, mesh));
+            if(std::size_t(mesh) < _meshes.size()) _json.append(components, meshComponent(node, mesh));
         if(node.light && !hasOwnLight(node)) _json.append(components, lightComponent(*node.light));
         if(node.camera) _json.append(components, viewComponent(*node.camera));
         return components;
@@ -205,8 +209,8 @@ private:
     JsonValue meshComponent(const Node& node, int index) {
         const Mesh& mesh = _model.meshes[std::size_t(index)];
         JsonValue values = _json.object();
-        _json.set(values, "mesh", "mesh" + std::to_string(index));
-        _json.set(values, "material", _meshMaterials[std::size_t(index)]);
+        _json.set(values, "mesh", _meshes[std::size_t(index)].mesh);
+        _json.set(values, "material", _meshes[std::size_t(index)].material);
         if(canMove(node, mesh)) _json.set(values, "skin", "skin" + std::to_string(node.skin));
         return component("mesh", std::move(values));
     }
@@ -272,8 +276,8 @@ private:
     MaterialWriter _materials;
     std::size_t _nodeCount = 0;
     std::vector<std::string> _materialIds, _animationIds;
-    // By mesh.
-    std::vector<std::string> _meshMaterials;
+    // By mesh of the model.
+    std::vector<MeshIds> _meshes;
 };
 
 } // namespace

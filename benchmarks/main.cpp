@@ -29,7 +29,7 @@ struct Arguments {
     std::size_t fewer = 1000;
     std::string topology = "all";
     std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, reparented = 10000, frames = 10;
-    std::size_t selected = 100, resizes = 1000, reloads = 100;
+    std::size_t selected = 100, resizes = 1000, reloads = 100, lights = 0, cascades = 3;
     int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
     std::string aspect = "all", project;
@@ -97,7 +97,7 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     addProjectVerb(app, arguments, "xform", "Absolute transformations").callback([&] {
         VantrelBench::transform(arguments.count, arguments.budget());
     });
-    addProjectVerb(app, arguments, "memory", "Bytes an object and a change").callback([&] {
+    addProjectVerb(app, arguments, "memory", "Bytes an object and a change, and of video memory").callback([&] {
         VantrelBench::memory(arguments.count);
     });
 }
@@ -117,8 +117,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addSize(frame, arguments);
     frame.add_option("--outside", arguments.outside, "Part of the objects that is behind the camera")
         ->check(CLI::Range(0.0, 0.99));
+    frame.add_option("--lights", arguments.lights, "Point lights, each of which reaches a part of the objects")
+        ->check(CLI::Range(3, 10000));
     frame.callback([&] {
-        if(arguments.outside > 0.0)
+        if(arguments.lights)
+            VantrelBench::frameLights(arguments.count, arguments.size(), arguments.lights, arguments.budget());
+        else if(arguments.outside > 0.0)
             VantrelBench::frameOutside(arguments.count, arguments.size(), arguments.outside, arguments.budget());
         else
             VantrelBench::frame(arguments.count, arguments.size(), arguments.budget());
@@ -126,6 +130,9 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
         VantrelBench::idle(arguments.count);
     });
+    CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
+    shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();
+    shadow.callback([&] { VantrelBench::shadow(arguments.fewer, arguments.cascades); });
     CLI::App& outline = addCountedVerb(app, arguments.fewer, "outline", "Outlines of selected objects");
     addSeconds(outline, arguments);
     addCount(outline, "K", arguments.selected, 1, "Objects that are selected");

@@ -127,6 +127,16 @@ function(vantrel_use_stb)
     message(STATUS "stb: installed")
 endfunction()
 
+# Readers of model files. The headers say where, so that they are of a piece with the library that is linked.
+function(vantrel_use_assimp)
+    if(NOT TARGET Vantrel::Assimp)
+        find_package(PkgConfig REQUIRED)
+        pkg_check_modules(Assimp REQUIRED QUIET IMPORTED_TARGET GLOBAL assimp)
+        add_library(Vantrel::Assimp ALIAS PkgConfig::Assimp)
+    endif()
+    message(STATUS "Assimp: installed (${Assimp_VERSION})")
+endfunction()
+
 # Dear ImGui with its OpenGL 3 backend, linked into the editor and once more into each module. Debian's has no docking;
 # a checkout of the docking branch takes its place where VANTREL_IMGUI_SOURCE_DIR names one.
 set(VANTREL_IMGUI_SOURCE_DIR "" CACHE PATH "Source of Dear ImGui, instead of the installed one")

@@ -21,11 +21,13 @@ bool drawProgress(const ShownProgress& progress) {
     ImGui::PushTextWrapPos(width);
     ImGui::TextUnformatted(progress.text.data(), progress.text.data() + progress.text.size());
     ImGui::PopTextWrapPos();
-    ImGui::ProgressBar(progress.fraction, {progress.canBeCancelled ? em * 19.0f : width, 0.0f});
+    const float buttonWidth = em * 5.0f;
+    const float barWidth = progress.canBeCancelled ? width - buttonWidth - ImGui::GetStyle().ItemSpacing.x : width;
+    ImGui::ProgressBar(progress.fraction, {barWidth, 0.0f});
     bool isCancelled = false;
     if(progress.canBeCancelled) {
         ImGui::SameLine();
-        isCancelled = ImGui::Button("Cancel", {-1.0f, 0.0f});
+        isCancelled = ImGui::Button("Cancel", {buttonWidth, 0.0f});
     }
     ImGui::End();
     return isCancelled;

@@ -67,6 +67,7 @@ void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
     state.shadows.update(scene);
     if(state.pipelines.setShadows(!state.shadows.isEmpty())) state.areProgramsBuilt = false;
     state.buildPrograms();
+    if(state.shadows.isEmpty()) return;
     state.sortCasters();
     state.drawnShadowMaps = state.shadows.redraw([&](const ShadowMaps::Map& map) {
         state.bindBuffers();

@@ -1,7 +1,5 @@
 #include "Views/SceneView.h"
 
-#include <utility>
-
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -15,7 +13,6 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 using namespace Magnum;
-using namespace Containers::Literals;
 
 namespace {
 
@@ -71,11 +68,14 @@ void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, Vantrel
 
 void SceneView::createPreview() {
     _previewColor = GL::Renderbuffer{};
+    _previewColor.setLabel("SceneView preview color");
     _previewColor.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, PreviewSize);
     _previewDepth = GL::Renderbuffer{};
+    _previewDepth.setLabel("SceneView preview depth");
     _previewDepth.setStorageMultisample(4, GL::RenderbufferFormat::DepthComponent32F, PreviewSize);
     _previewFramebuffer = GL::Framebuffer{{{}, PreviewSize}};
-    _previewFramebuffer.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
+    _previewFramebuffer.setLabel("SceneView preview FB")
+        .attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
         .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, _previewDepth)
         .mapForDraw(GL::Framebuffer::ColorAttachment{0});
 }
@@ -175,7 +175,7 @@ void SceneView::updateFrameSize() {
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
     _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::maxSize());
+        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }
@@ -183,8 +183,9 @@ void SceneView::updateFrameSize() {
 void SceneView::renderScene() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
+    const Vector2i lastSize = _frame.size;
     updateFrameSize();
-    if(std::exchange(state.framesSelection, false)) _navigation.frameSelection(*_data, _camera);
+    if(state.framesSelection) frameAsked(_frame.size == lastSize);
     _camera.update();
     updateFrozenCulling();
 
@@ -192,9 +193,18 @@ void SceneView::renderScene() {
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
     state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles()};
+        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
+        std::uint32_t(_renderer->drawnShadowCasters())};
 
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
+}
+
+// A window that is new has its size in its second frame.
+void SceneView::frameAsked(bool isSettled) {
+    SharedState& state = _editor->state();
+    if(isSettled) _navigation.frameSelection(*_data, _camera, CameraNavigation::Middle::Meshes);
+    state.framesSelection = !isSettled;
+    state.wantsFrame = true;
 }
 
 void SceneView::lookAroundWhileFlying() {

@@ -55,6 +55,7 @@ private:
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);

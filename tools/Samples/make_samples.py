@@ -42,7 +42,7 @@ def showcase(folder):
     crates(d)
     panes(d)
     d.add("sun", "Sun", at=(6, 12, 8), turn=combined(turned(Y, 35), turned(X, 48)),
-          light=light("sun", (1.0, 0.87, 0.70), 3.2))
+          light=light("sun", (1.0, 0.87, 0.70), 3.2, range=60.0, texelSize=0.02))
     for i, (x, color) in enumerate([(-4.5, (1.0, 0.62, 0.35)), (0.0, (1.0, 0.93, 0.82)), (4.5, (0.45, 0.65, 1.0))]):
         d.add("spot%d" % (i + 1), "Spotlight %d" % (i + 1), at=(x, 6.2, 0.5),
               turn=combined(turned(Z, x * -5.0), turned(X, 42)), light=light("spot", color, 110.0, 24.0, 14.0))

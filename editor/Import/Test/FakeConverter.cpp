@@ -44,10 +44,10 @@ std::string hex(const std::string& name) {
     return std::string(64 - text.str().size(), '0') + text.str();
 }
 
-std::string place(double scaling) {
+std::string place(double height, double scaling) {
     const std::string number = std::to_string(scaling);
-    return R"("translation": [0, 0, 0], "rotation": [0, 0, 0, 1], "scaling": [)" + number + ", " + number + ", " +
-        number + "]";
+    return R"("translation": [0, )" + std::to_string(height) + R"(, 0], "rotation": [0, 0, 0, 1], "scaling": [)" +
+        number + ", " + number + ", " + number + "]";
 }
 
 std::string sceneDocument(const std::string& name, int count, double scaling) {
@@ -65,9 +65,9 @@ std::string sceneDocument(const std::string& name, int count, double scaling) {
 "meshes": {"c": {"name": "Cube", "primitive": "cube"}},
 "skins": {"k": {"name": "Bones", "joints": ["root"]}},
 "objects": {"root": {"name": ")"
-         << name << R"(", "parent": "", )" << place(scaling) << "}";
+         << name << R"(", "parent": "", )" << place(0.0, scaling) << "}";
     for(int i = 0; i != count; ++i)
-        json << ",\n\"n" << i << R"(": {"name": "Part", "parent": "root", )" << place(1.0)
+        json << ",\n\"n" << i << R"(": {"name": "Part", "parent": "root", )" << place(4.0, 1.0)
              << R"(, "skin": "k", "components": [
   {"type": "mesh", "mesh": {"mesh": "c", "material": "m"}}]})";
     json << "}}";

@@ -8,6 +8,8 @@ uniform samplerBuffer lightData;
 const int TexelsPerLight = 3;
 
 int lightCount() { return int(texelFetch(lightData, 0).x); }
+// They come first.
+int lightsWithShadows() { return int(texelFetch(lightData, 0).y); }
 
 // Falls with the square of the distance, and to nothing at the end of the reach.
 float lightFalloff(float squaredDistance, float reach) {
@@ -42,7 +44,7 @@ bool lightWithoutShadows(int index, vec3 place, out vec3 direction, out vec3 inc
 bool lightAt(int index, vec3 place, vec3 normal, out vec3 direction, out vec3 incoming) {
     if(!lightWithoutShadows(index, place, direction, incoming)) return false;
 #ifdef SHADOWS
-    incoming *= shadowAt(index, place, normal, direction);
+    if(index < lightsWithShadows()) incoming *= shadowAt(index, place, normal, direction);
 #endif
     return true;
 }

@@ -174,8 +174,14 @@ vec3 lit(Surface surface) {
     }
 #endif
     vec3 sum = vec3(0.0);
-    for(int i = 0; i != count; ++i)
+    int i = 0;
+#ifdef SHADOWS
+    // Apart: a rasteriser in software goes through all of a loop for each light.
+    for(int end = lightsWithShadows(); i != end; ++i)
         if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
+#endif
+    for(; i != count; ++i)
+        if(lightWithoutShadows(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
     return sum;
 }
 

@@ -1,18 +1,19 @@
 // Shadows of the lights: what each light sees, as depth maps side by side in one texture.
 //
-// First two texels a light, in the order of the lights: where the records of its maps begin, how many there are, and how
-// far a place is moved at least towards the light and along the normal; where the light stands, and how far its shadows
-// reach, negative for a sun, whose range begins at the camera. Then a record a map: the four rows of the matrix to the
-// texture and the depth in it; the rectangle in it, with a margin for filters; the size of a texel in the scene at a
-// fourth coordinate of 1, and one over the width, in parts of the rectangle, in which the map gives way to the next one,
-// or 0 where it does not.
+// First two texels a light that is meant to throw shadows, in the order of the lights: where the records of its maps
+// begin, how many there are, and how far a place is moved at least towards the light and along the normal; where the light
+// stands, and how far its shadows reach, negative for a sun, whose range begins at the camera. Then a record a map: the
+// four rows of the matrix to the texture and the depth in it; the middle of its tile, half of the tile's edge less a margin
+// for filters, below 0 where it has none, and the size of a texel in the scene at a fourth coordinate of 1.
 
 uniform samplerBuffer shadowData;
 uniform sampler2DShadow shadowMaps;
 
 const int TexelsPerShadowLight = 2;
-const int TexelsPerShadowMap = 6;
+const int TexelsPerShadowMap = 5;
 const int ShadowFaces = 6;
+// In which part of its half a map of a sun gives way to the next one.
+const float ShadowBlend = 0.16;
 
 // Of a point light, along the positive and the negative axes.
 int shadowFace(vec3 way) {
@@ -59,21 +60,22 @@ float shadowAt(int light, vec3 place, vec3 normal, vec3 direction) {
     // The nearest map that has the place; at its edge, more and more of the next one.
     float passed = 0.0, open = 1.0;
     for(; count > 0 && open > 0.0; --count, texel += TexelsPerShadowMap) {
-        vec4 last = texelFetch(shadowData, texel + 3), bounds = texelFetch(shadowData, texel + 4);
-        vec2 sizes = texelFetch(shadowData, texel + 5).xy;
-        vec4 beside = vec4(
-            besideSurface(place, normal, direction, maps.zw, sizes.x*dot(last, vec4(place, 1.0))), 1.0);
-        float w = dot(last, beside);
+        vec4 row = texelFetch(shadowData, texel + 3), tile = texelFetch(shadowData, texel + 4);
+        vec4 beside =
+            vec4(besideSurface(place, normal, direction, maps.zw, tile.w*dot(row, vec4(place, 1.0))), 1.0);
+        float w = dot(row, beside);
         vec3 mapped = vec3(dot(texelFetch(shadowData, texel), beside), dot(texelFetch(shadowData, texel + 1), beside),
             dot(texelFetch(shadowData, texel + 2), beside))/w;
-        float part = float(w > 0.0);
-        if(sizes.y > 0.0) {
-            vec2 inside = min(mapped.xy - bounds.xy, bounds.zw - mapped.xy)/(bounds.zw - bounds.xy);
-            part = mapped.z < 0.0 || mapped.z > 1.0 ? 0.0 : clamp(min(inside.x, inside.y)*sizes.y, 0.0, 1.0);
-        }
-        passed += open*part*shadowFiltered(vec3(clamp(mapped.xy, bounds.xy, bounds.zw), mapped.z));
+        // From the middle of the tile, in halves of it.
+        vec2 aside = (mapped.xy - tile.xy)/tile.z;
+        float part = w > 0.0 && tile.z > 0.0 ? 1.0 : 0.0;
+        if(lightPlace.w < 0.0)
+            part *= mapped.z < 0.0 || mapped.z > 1.0
+                ? 0.0
+                : clamp((1.0 - max(abs(aside.x), abs(aside.y)))/ShadowBlend, 0.0, 1.0);
+        vec2 inTile = tile.xy + clamp(aside, -1.0, 1.0)*tile.z;
+        passed += open*part*shadowFiltered(vec3(inTile, mapped.z));
         open -= open*part;
     }
-    float range = abs(lightPlace.w);
-    return mix(1.0, passed + open, clamp(10.0 - 10.0*length(way)/range, 0.0, 1.0));
+    return mix(1.0, passed + open, clamp(10.0 - 10.0*length(way)/abs(lightPlace.w), 0.0, 1.0));
 }

@@ -101,7 +101,7 @@ void EnvironmentBaker::begin(EnvironmentPicture picture) {
         _programs->triangle.setCount(3);
     }
     _picture = std::move(picture);
-    _mirrorPicture = withSpreadSuns(resized(_picture, sourceSize(BakeTargets[1])));
+    _smallPicture = withSpreadSuns(resized(_picture, sourceSize(BakeTargets[1])));
     _bake.assign(BakeLength, 0);
     _target = 0;
     beginTarget();
@@ -112,13 +112,13 @@ void EnvironmentBaker::cancel() {
     _source = {};
     _result = {};
     _picture = {};
-    _mirrorPicture = {};
+    _smallPicture = {};
 }
 
 void EnvironmentBaker::beginTarget() {
     _row = 0;
     const BakeTarget& target = BakeTargets[_target];
-    const EnvironmentPicture source = resized(isMirror(_target) ? _mirrorPicture : _picture, sourceSize(target));
+    const EnvironmentPicture source = resized(_smallPicture, sourceSize(target));
     _source = equirectTexture(1, source.size);
     _source->setSubImage(0, {},
         ImageView2D{PixelFormat::RGBA32F, source.size,

@@ -38,8 +38,8 @@ private:
 
     // Made when they are needed first.
     std::unique_ptr<Programs> _programs;
-    // The one as it is, and smaller and without small suns for what mirrors show.
-    EnvironmentPicture _picture, _mirrorPicture;
+    // The one as it is, and what the samples are taken of: smaller, and without small suns.
+    EnvironmentPicture _picture, _smallPicture;
     std::size_t _target = BakeTargetCount;
     Magnum::Int _row = 0;
     Corrade::Containers::Optional<Magnum::GL::Texture2D> _source, _result;

@@ -1,6 +1,7 @@
 #include "Renderer/Lights/ShadowMaps.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/GL/Renderer.h>
@@ -11,6 +12,7 @@
 #include <Vantrel/EngineData/Scene.h>
 #include <Vantrel/Renderer/RendererState.h>
 
+#include "Renderer/Lights/LightBuffer.h"
 #include "Renderer/Meshes/FrustumCulling.h"
 #include "Renderer/TextureUnits.h"
 #include "Renderer/VectorView.h"
@@ -23,14 +25,18 @@ using namespace Magnum;
 namespace {
 
 // As Shadows.glsl reads them.
-constexpr std::size_t TexelsPerLight = 2, TexelsPerMap = 6;
+constexpr std::size_t TexelsPerLight = 2;
 
 // Texels to each side that filters look at.
 constexpr Float FilterReach = 2.0f;
-// Of a cascade's width, in which it gives way to the next one.
-constexpr Float CascadeBlend = 0.08f;
 
 bool isSame(const ShadowTile& a, const ShadowTile& b) { return a.offset == b.offset && a.size == b.size; }
+
+// To the bit: what is compared with some tolerance might creep away.
+bool isSame(const Matrix4& a, const Matrix4& b) { return !std::memcmp(&a, &b, sizeof(a)); }
+bool isSame(const std::vector<Vector4>& a, const std::vector<Vector4>& b) {
+    return a.size() == b.size() && (a.empty() || !std::memcmp(a.data(), b.data(), a.size() * sizeof(Vector4)));
+}
 
 } // namespace
 
@@ -41,7 +47,7 @@ void ShadowMaps::update(Scene& scene) {
     _maps.resize(fits.size());
     for(std::size_t i = 0; i != fits.size(); ++i) {
         Map& map = _maps[i];
-        map.isCurrent = map.isCurrent && map.fit.light == fits[i].light && map.fit.matrix == fits[i].matrix &&
+        map.isCurrent = map.isCurrent && map.fit.light == fits[i].light && isSame(map.fit.matrix, fits[i].matrix) &&
             isSame(map.tile, _tiles[i]);
         map.fit = fits[i];
         map.tile = _tiles[i];
@@ -94,50 +100,39 @@ void ShadowMaps::touchAll() {
     for(Map& map: _maps) map.isCurrent = false;
 }
 
-// Both the lights for shaders and the shadows follow the order of the active lights.
+// As the lights for shaders, the shadows follow the order of the active lights.
 void ShadowMaps::describe(Scene& scene) {
     LightManager& lights = scene.lights;
     const auto components = lights.components().prefix(lights.numActiveComponents());
-    _nextTexels.assign(components.size() * TexelsPerLight, Vector4{});
-    std::size_t map = 0, light = 0;
-    for(const Id component: components) {
-        const std::size_t first = _nextTexels.size();
-        const bool isSun = lights.lightType(component) == LightType::Sun;
-        std::size_t count = 0;
-        for(; map != _maps.size() && _maps[map].fit.light == component; ++map, ++count) describe(_maps[map], isSun);
-        if(count) {
-            const Vector4& parameters = lights.shadowParameters(component);
-            const Vector3 place = scene.absoluteTransformation(lights.object(component)).translation();
-            const Float range = lights.shadowRange(component);
-            _nextTexels[light] = {Float(first), Float(count), parameters.x(), parameters.y()};
-            _nextTexels[light + 1] = {place, isSun ? -range : range};
-        }
-        light += TexelsPerLight;
+    const auto isMeant = [&](Id light) { return isMeantToThrowShadows(lights, light); };
+    _nextTexels.assign(
+        std::size_t(std::count_if(components.begin(), components.end(), isMeant)) * TexelsPerLight, Vector4{});
+    std::size_t map = 0, texel = 0;
+    for(const Id light: components) {
+        if(!isMeant(light)) continue;
+        const std::size_t first = _nextTexels.size(), firstMap = map;
+        for(; map != _maps.size() && _maps[map].fit.light == light; ++map) describe(_maps[map]);
+        const Vector4& parameters = lights.shadowParameters(light);
+        // One without maps may have no range that makes sense.
+        const Float range = map == firstMap ? 1.0f : lights.shadowRange(light);
+        _nextTexels[texel++] = {Float(first), Float(map - firstMap), parameters.x(), parameters.y()};
+        _nextTexels[texel++] = {scene.absoluteTransformation(lights.object(light)).translation(),
+            lights.lightType(light) == LightType::Sun ? -range : range};
     }
-    if(_nextTexels == _texels) return;
+    if(isSame(_nextTexels, _texels)) return;
     std::swap(_texels, _nextTexels);
     _data.reserve(_texels.size() * sizeof(Vector4));
     _data.write(0, vectorView(std::as_const(_texels)));
 }
 
-void ShadowMaps::describe(const Map& map, bool isSun) {
-    if(!map.tile.size) {
-        // Everything is beyond its edge.
-        _nextTexels.insert(_nextTexels.end(),
-            {{}, {}, {}, Vector4{0.0f, 0.0f, 0.0f, 1.0f}, Vector4{1.0f, 1.0f, 2.0f, 2.0f}, {0.0f, 1.0f, 0.0f, 0.0f}});
-        return;
-    }
-    const Float texel = 1.0f / Float(_edge);
-    const Vector2 offset = Vector2{map.tile.offset} * texel;
-    const Float half = 0.5f * Float(map.tile.size) * texel;
-    const Matrix4 matrix =
-        Matrix4::translation({offset + Vector2{half}, 0.5f}) * Matrix4::scaling({half, half, 0.5f}) * map.fit.matrix;
+void ShadowMaps::describe(const Map& map) {
+    const Float texel = 1.0f / Float(_edge), half = 0.5f * Float(map.tile.size) * texel;
+    const Vector2 middle = Vector2{map.tile.offset} * texel + Vector2{half};
+    const Matrix4 matrix = Matrix4::translation({middle, 0.5f}) * Matrix4::scaling({half, half, 0.5f}) * map.fit.matrix;
     for(std::size_t row = 0; row != 4; ++row) _nextTexels.push_back(matrix.row(row));
-    const Vector2 margin{FilterReach * texel};
-    const Vector2 least = offset + margin, most = offset + Vector2{2.0f * half} - margin;
-    _nextTexels.push_back({least.x(), least.y(), most.x(), most.y()});
-    const Float texelSize = 2.0f / (map.fit.matrix.row(0).xyz().length() * Float(map.tile.size));
-    _nextTexels.push_back({texelSize, isSun ? 1.0f / CascadeBlend : 0.0f, 0.0f, 0.0f});
+    const Float inside = half - FilterReach * texel;
+    const Float texelSize = 2.0f / (map.fit.matrix.row(0).xyz().length() * Float(std::max(map.tile.size, 1)));
+    _nextTexels.push_back({middle.x(), middle.y(), inside, texelSize});
 }
 
 void ShadowMaps::beginDrawing() {

@@ -66,7 +66,7 @@ private:
     void place(Corrade::Containers::ArrayView<const LightShadow> fits);
     void allocate(Magnum::Int edge);
     void describe(Scene& scene);
-    void describe(const Map& map, bool isSun);
+    void describe(const Map& map);
     void beginDrawing();
     void clear(const ShadowTile& tile);
     void endDrawing();

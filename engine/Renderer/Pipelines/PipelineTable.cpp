@@ -22,6 +22,13 @@ bool isOpaque(const PipelineHeader& header) {
     return (header.flags & Depth) == Depth && !(header.flags & (PipelineHeader::Blend | PipelineHeader::AlphaMask));
 }
 
+// What debuggers call a program. The GL refuses names that are longer than it likes.
+std::string labelOf(const std::string& pipeline, ProgramPurpose purpose) {
+    constexpr std::size_t LongestName = 100;
+    constexpr const char* Purposes[]{"picture", "depth", "object ids", "one colour"};
+    return pipeline.substr(0, LongestName) + ": " + Purposes[std::size_t(purpose)];
+}
+
 } // namespace
 
 std::size_t Pipeline::parameter(std::string_view name) const {
@@ -126,7 +133,7 @@ void PipelineTable::build(Pipeline& pipeline, Plan& plan) {
 
 bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason) {
     const auto make = [&](ProgramPurpose purpose) {
-        return program(pipelineSources(recipe, _hasDrawParameters, purpose), reason);
+        return program(pipelineSources(recipe, _hasDrawParameters, purpose), labelOf(pipeline.name, purpose), reason);
     };
     pipeline.picture = make(ProgramPurpose::Picture);
     if(!pipeline.picture) return false;
@@ -138,7 +145,8 @@ bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& reci
     return pipeline.objectIds && pipeline.oneColor && bool(pipeline.depth) == hasDepth;
 }
 
-std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources, std::string& reason) {
+std::shared_ptr<MeshProgram> PipelineTable::program(
+    const ShaderSources& sources, const std::string& label, std::string& reason) {
     std::string key;
     for(const std::string* const piece: {&sources.vertexPrefix, &sources.vertex, &sources.vertexSuffix,
             &sources.fragmentPrefix, &sources.fragment, &sources.fragmentSuffix})
@@ -147,6 +155,7 @@ std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources
     ++_builtPrograms;
     std::optional<MeshProgram> made = MeshProgram::make(sources, reason);
     if(!made) return nullptr;
+    made->setLabel({label.data(), label.size()});
     return _programs.emplace(std::move(key), std::make_shared<MeshProgram>(std::move(*made))).first->second;
 }
 

@@ -74,7 +74,7 @@ private:
         bool isDue = false;
     };
 
-    std::shared_ptr<MeshProgram> program(const ShaderSources& sources, std::string& reason);
+    std::shared_ptr<MeshProgram> program(const ShaderSources& sources, const std::string& label, std::string& reason);
     static void makeFlat(Plan& plan);
     void build(Pipeline& pipeline, Plan& plan);
     bool buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason);

@@ -567,9 +567,7 @@ TEST_F(UpdatesTest, whatCannotBeDrawnYetIsNamedOnce) {
         "WebGL2Renderer: cannot draw letters of fonts yet\n");
     scene.texts.activate(scene.texts.addComponent(scene.addObject(RootObject)));
     EXPECT_EQ(linesOf([&] {
-        for(int i = 0; i != 2; ++i) {
-            renderer.updateTexts(scene.texts);
-        }
+        for(int i = 0; i != 2; ++i) renderer.updateTexts(scene.texts);
     }),
         "WebGL2Renderer: cannot draw texts yet\n");
 }

@@ -31,7 +31,8 @@ UnsignedInt samplingOf(const SceneTexture& texture) {
 
 TextureTable::TextureTable() {
     prepare();
-    _table.setBuffer(GL::BufferTextureFormat::RGBA32UI, _buffer);
+    _table.setBuffer(GL::BufferTextureFormat::RGBA32UI, _buffer).setLabel("Renderer textures");
+    _buffer.setLabel("Renderer textures");
 }
 
 void TextureTable::clear() {

@@ -43,6 +43,9 @@ struct FrameStatistics {
     std::uint32_t visibleMeshes = 0;
     std::uint32_t drawCalls = 0;
     std::uint64_t triangles = 0;
+    // Maps that were drawn anew, and meshes in them, of each map again.
+    std::uint32_t shadowMaps = 0;
+    std::uint32_t shadowCasters = 0;
 };
 
 // What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two
@@ -70,7 +73,7 @@ struct SharedState {
     // editor clears it before each frame.
     bool wantsFrame = false;
 
-    // Set to have the selected objects brought into view by the next frame of the scene view, which clears it.
+    // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;
 
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,

@@ -77,7 +77,7 @@ CameraNavigation::Change CameraNavigation::endMode() {
     return endOrbit(_state) ? Change::OrbitEnded : Change::None;
 }
 
-bool CameraNavigation::frameSelection(EditorData& data, ViewCamera& camera) {
+bool CameraNavigation::frameSelection(EditorData& data, ViewCamera& camera, Middle middle) {
     Scene& scene = data.scene().main();
     FramedObjects objects;
     const BitSetView selection = data.selection();
@@ -85,7 +85,9 @@ bool CameraNavigation::frameSelection(EditorData& data, ViewCamera& camera) {
         const Id object = Id(i);
         if(!scene.isValid(object)) continue;
         if(!objects.count()) scene.computeAbsoluteTransformations();
-        objects.add(scene.absoluteTransformation(object).translation(), boundsOfSubtree(data, object));
+        const BoundingSphere bounds = boundsOfSubtree(data, object);
+        const bool isAboutMeshes = middle == Middle::Meshes && !bounds.isEmpty();
+        objects.add(isAboutMeshes ? bounds.center : scene.absoluteTransformation(object).translation(), bounds);
     }
     camera.scene().computeAbsoluteTransformation(camera.object());
     read(data, camera);

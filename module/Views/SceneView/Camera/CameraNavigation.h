@@ -41,8 +41,10 @@ public:
     // Ends the mode that is on, whatever is held; releases may still come.
     Change endMode();
 
+    // What is in the middle of the picture: the origins of what is selected, or its meshes, which may be elsewhere.
+    enum class Middle : std::uint8_t { Origins, Meshes };
     // The selected objects and all below them into view. False where nothing is selected.
-    bool frameSelection(EditorData& data, ViewCamera& camera);
+    bool frameSelection(EditorData& data, ViewCamera& camera, Middle middle = Middle::Origins);
 
     // Each frame, first and last: takes the camera to where it is now; and turns it by how far the cursor got away from
     // the centre, in pixels, while flying.

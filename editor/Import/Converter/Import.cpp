@@ -1,0 +1,55 @@
+#include "Import/Converter/Import.h"
+
+#include "Import/Converter/AssetFolder.h"
+#include "Import/Converter/GltfReader.h"
+#include "Import/Converter/Images.h"
+#include "Import/Converter/LibraryReader.h"
+#include "Import/Converter/ModelWriter.h"
+#include "Import/Converter/Text.h"
+
+namespace VantrelImport {
+
+namespace {
+
+bool isArchive(const std::vector<char>& bytes) { return bytes.size() >= 2 && bytes[0] == 'P' && bytes[1] == 'K'; }
+
+bool isGltf(const std::string& extension) { return extension == "gltf" || extension == "glb"; }
+
+void checkExtension(const std::string& extension) {
+    if(isGltf(extension) || isImageExtension(extension) || isLibraryExtension(extension)) return;
+    throw Unusable{"files of the type " + quoted('.' + extension) + " cannot be imported"};
+}
+
+} // namespace
+
+void importFile(const std::string& source, const std::string& output, Messages& messages) {
+    const AssetFolder folder{folderOf(source)};
+    const std::string file = baseName(source), extension = extensionOf(file);
+    const std::string name = nameOr(stemOf(file), "Imported");
+    checkExtension(extension);
+    messages.progress(0.0, "reading");
+    std::string reason;
+    auto bytes = folder.readModel(file, reason);
+    if(!bytes) throw Unusable{reason};
+    if(bytes->empty()) throw Unusable{"the file is empty"};
+    if(isArchive(*bytes)) throw Unusable{"archives are not read"};
+    messages.progress(0.1, "reading");
+
+    OutputFolder result{output};
+    Model model;
+    if(isImageExtension(extension)) {
+        auto image = usableImage(name, std::move(*bytes), reason);
+        if(!image) throw Unusable{reason};
+        model.images.push_back(std::move(*image));
+        writeImage(model, name, result);
+    } else {
+        if(isGltf(extension))
+            readGltf(std::move(*bytes), folder, model, messages);
+        else
+            readWithLibrary(std::move(*bytes), file, folder, model, messages);
+        writeModel(model, name, result, messages);
+    }
+    messages.progress(1.0, "done");
+}
+
+} // namespace VantrelImport

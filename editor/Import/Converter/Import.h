@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "Import/Converter/Messages.h"
+
+namespace VantrelImport {
+
+// Reads a model or an image and writes what a project can take of it into a folder that is there and empty. Throws
+// Unusable where nothing of the file can be used.
+void importFile(const std::string& source, const std::string& output, Messages& messages);
+
+} // namespace VantrelImport

@@ -22,7 +22,7 @@ constexpr UnsignedInt MaxPasses = 64;
 
 GL::Framebuffer framebufferOf(GL::Texture2D& texture, const Vector2i& size) {
     GL::Framebuffer framebuffer{{{}, size}};
-    framebuffer.attachTexture(GL::Framebuffer::ColorAttachment{0}, texture, 0);
+    framebuffer.attachTexture(GL::Framebuffer::ColorAttachment{0}, texture, 0).setLabel("Bloom");
     return framebuffer;
 }
 
@@ -30,7 +30,7 @@ GL::Framebuffer framebufferOf(GL::Texture2D& texture, const Vector2i& size) {
 // of them is the mean of four pixels of the picture, so that small highlights do not flicker.
 Vector2i blurredSize(const Vector2i& size) { return (size + Vector2i{1}) / 2; }
 
-GL::Texture2D texture(const Vector2i& size) { return pictureTexture(GL::TextureFormat::RGBA16F, size); }
+GL::Texture2D texture(const Vector2i& size) { return pictureTexture("Bloom", GL::TextureFormat::RGBA16F, size); }
 
 // Between texels only where there are more pixels than these: it takes several times as long.
 void setFilter(GL::Texture2D& texture, SamplerFilter filter) {

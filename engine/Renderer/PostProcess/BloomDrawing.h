@@ -38,7 +38,7 @@ private:
         Magnum::GL::Framebuffer mappedFb;
     };
     struct View {
-        SideTarget scene{SideTarget::Channels::Four};
+        SideTarget scene{"Bloom scene", SideTarget::Channels::Four};
         std::unique_ptr<Pictures> pictures;
     };
 

@@ -7,6 +7,7 @@ using namespace Magnum;
 BloomPass& BloomPass::setKernelSize(UnsignedInt size) {
     _kernelSize = size;
     _program = Bloom{size};
+    _program.setLabel("Bloom");
     return *this;
 }
 

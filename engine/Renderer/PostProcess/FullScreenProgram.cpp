@@ -20,7 +20,8 @@ FullScreenProgram::FullScreenProgram(Containers::StringView fragmentFile) {
     attachShader(vertex);
     attachShader(fragment);
     CORRADE_INTERNAL_ASSERT_OUTPUT(link());
-    _triangle.setCount(3);
+    setLabel(fragmentFile);
+    _triangle.setCount(3).setLabel(fragmentFile);
 }
 
 FullScreenProgram& FullScreenProgram::setTextureUnit(Containers::StringView name, Int unit) {

@@ -18,7 +18,7 @@ OverdrawDrawing::OverdrawDrawing(): _colors{"OverdrawColors.frag"} { _colors.set
 
 void OverdrawDrawing::begin(Id view, GL::AbstractFramebuffer& target) {
     if(view >= _counts.size()) _counts.resize(std::size_t{view} + 1);
-    if(!_counts[view]) _counts[view] = std::make_unique<SideTarget>(SideTarget::Channels::One);
+    if(!_counts[view]) _counts[view] = std::make_unique<SideTarget>("Overdraw", SideTarget::Channels::One);
     _counts[view]->begin(target);
     GL::Renderer::setBlendFunction(GL::Renderer::BlendFunction::One, GL::Renderer::BlendFunction::One);
 }

@@ -8,6 +8,7 @@
 
 namespace VantrelEngine {
 
+using namespace Corrade;
 using namespace Magnum;
 
 namespace {
@@ -42,12 +43,13 @@ bool isComplete(GL::Framebuffer& framebuffer) {
 
 } // namespace
 
-GL::Texture2D pictureTexture(GL::TextureFormat format, const Vector2i& size) {
+GL::Texture2D pictureTexture(Containers::StringView label, GL::TextureFormat format, const Vector2i& size) {
     GL::Texture2D texture;
     texture.setMinificationFilter(SamplerFilter::Nearest)
         .setMagnificationFilter(SamplerFilter::Nearest)
         .setWrapping(SamplerWrapping::ClampToEdge)
-        .setStorage(1, format, size);
+        .setStorage(1, format, size)
+        .setLabel(label);
     return texture;
 }
 
@@ -81,15 +83,17 @@ void SideTarget::copyTo(GL::Framebuffer& other) {
 
 void SideTarget::create(const Vector2i& size, Int samples) {
     const bool isOne = _channels == Channels::One;
-    _texture = pictureTexture(isOne ? GL::TextureFormat::R16F : GL::TextureFormat::RGBA16F, size);
+    _texture = pictureTexture(_label, isOne ? GL::TextureFormat::R16F : GL::TextureFormat::RGBA16F, size);
     GL::Framebuffer drawn{{{}, size}};
+    drawn.setLabel(_label);
     if(samples) {
         _color = GL::Renderbuffer{};
         _color.setStorageMultisample(
             samples, isOne ? GL::RenderbufferFormat::R16F : GL::RenderbufferFormat::RGBA16F, size);
+        _color.setLabel(_label);
         drawn.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _color);
         _resolved = GL::Framebuffer{{{}, size}};
-        _resolved.attachTexture(GL::Framebuffer::ColorAttachment{0}, _texture, 0);
+        _resolved.attachTexture(GL::Framebuffer::ColorAttachment{0}, _texture, 0).setLabel(_label);
     } else {
         _color = GL::Renderbuffer{NoCreate};
         _resolved = GL::Framebuffer{NoCreate};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Corrade/Containers/StringView.h>
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Renderbuffer.h>
 #include <Magnum/GL/RenderbufferFormat.h>
@@ -10,7 +11,8 @@
 namespace VantrelEngine {
 
 // A texture of the given format and size that is read texel by texel and repeats its edges.
-Magnum::GL::Texture2D pictureTexture(Magnum::GL::TextureFormat format, const Magnum::Vector2i& size);
+Magnum::GL::Texture2D pictureTexture(
+    Corrade::Containers::StringView label, Magnum::GL::TextureFormat format, const Magnum::Vector2i& size);
 
 // A framebuffer that is drawn to in place of another one: with a colour of its own, and with the depth of the other one,
 // sample by sample. What the other one had stays in front, and what is drawn here hides what is drawn there later.
@@ -19,7 +21,8 @@ public:
     // Of four channels of 16 bit floats, or of one.
     enum class Channels { One, Four };
 
-    explicit SideTarget(Channels channels): _channels{channels} {}
+    // The label, of its objects in video memory, has to outlive it.
+    explicit SideTarget(Corrade::Containers::StringView label, Channels channels): _label{label}, _channels{channels} {}
 
     // As large as the other one's viewport reaches, with as many samples. Binds itself, cleared to zero. Makes new
     // buffers only where size or samples are others than before. Expects a framebuffer object, not that of a window.
@@ -35,6 +38,7 @@ public:
 private:
     void create(const Magnum::Vector2i& size, Magnum::Int samples);
 
+    Corrade::Containers::StringView _label;
     Channels _channels;
     Magnum::Vector2i _size;
     // Without multisampling the texture itself is drawn to.

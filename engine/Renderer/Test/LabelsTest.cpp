@@ -28,6 +28,9 @@ TEST_F(RendererTest, EverythingInVideoMemoryHasAName) {
     const Id material = addMaterial(addPipeline(std::string(1000, 'x')), RedColor), mesh = addMesh(square());
     add(mesh, material, {});
     tell();
+    renderer.setBloomEnabled(true);
+    frame();
+    renderer.beginOverdrawTracking();
     frame();
     const struct {
         GLenum kind;

@@ -98,8 +98,7 @@ const Golden Goldens[]{
     {"environment-turned", "Environment", {{"/settings/rendering/environment/rotation", "120"}},
         {{"/settings/rendering/environment/rotation", "0"}}, {320, 200}},
     {"environment-hidden", "Environment",
-        {{"/settings/rendering/environment/background", "false"},
-            {"/settings/rendering/environment/intensity", "0.4"}},
+        {{"/settings/rendering/environment/background", "false"}, {"/settings/rendering/environment/intensity", "0.4"}},
         {{"/settings/rendering/environment/intensity", "1"}}, {320, 200}},
 };
 

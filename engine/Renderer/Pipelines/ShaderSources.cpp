@@ -126,7 +126,8 @@ std::string asset(const char* file) {
 }
 
 std::string lightFunctions(bool hasEnvironment) {
-    const std::string environment = hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
+    const std::string environment =
+        hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
     return environment + asset("Lights.glsl");
 }
 

@@ -56,8 +56,9 @@ template<class ReadRow> EnvironmentPicture resampled(const Vector2i& from, const
         std::fill(sum.begin(), sum.end(), Color4{0.0f, 0.0f});
         const Covered rows{from.y(), to.y(), y};
         for(Int i = rows.first; i != rows.last; ++i) {
+            const Float share = rows.share(i);
             readRow(i, row.data());
-            for(std::size_t x = 0; x != row.size(); ++x) sum[x] += row[x] * rows.share(i);
+            for(std::size_t x = 0; x != row.size(); ++x) sum[x] += row[x] * share;
         }
         for(Int x = 0; x != to.x(); ++x) {
             const Covered columns{from.x(), to.x(), x};
@@ -83,17 +84,25 @@ Float averageLight(const EnvironmentPicture& picture) {
     return Float(light / area);
 }
 
+// How far to both sides texels can be close to a direction of a latitude; to the back where a pole is as close.
+Int columnsAround(Int width, Float cosineOfLatitude) {
+    const Float sine = Math::sin(SunSpread) / Math::max(cosineOfLatitude, 1.0e-3f);
+    if(sine >= 1.0f) return width / 2;
+    return std::min(Int(std::asin(sine) / (2.0f * Constants::pi()) * width) + 2, width / 2);
+}
+
 // Calls with each texel whose direction is close to that of another one: its index, its share of the sphere, and how much
 // it gets of what is spread.
 template<class Function> void forEachAround(const Vector2i& size, const Vector2i& middle, const Function& function) {
     const Rad middleLatitude = latitudeOf(size, middle.y());
     const Float middleSine = Math::sin(middleLatitude), middleCosine = Math::cos(middleLatitude);
     const Float closest = Math::cos(SunSpread);
+    const Int columns = columnsAround(size.x(), middleCosine);
     const Int rows = Int(Float(SunSpread) / Constants::pi() * size.y()) + 1;
     for(Int y = std::max(middle.y() - rows, 0); y <= std::min(middle.y() + rows, size.y() - 1); ++y) {
         const Rad latitude = latitudeOf(size, y);
         const Float sine = Math::sin(latitude), cosine = Math::cos(latitude);
-        for(Int away = -size.x() / 2; away != size.x() / 2; ++away) {
+        for(Int away = -columns; away != columns; ++away) {
             const Rad longitude{2.0f * Constants::pi() * Float(away) / size.x()};
             const Float aligned = sine * middleSine + cosine * middleCosine * Math::cos(longitude);
             if(aligned <= closest) continue;

@@ -72,6 +72,9 @@ TEST_F(DefaultSourcesTest, compileForEachShaderOfANewProject) {
                 EXPECT_TRUE(MeshProgram::make(pipelineSources(recipe, false, ProgramPurpose::Picture), reason))
                     << reason << ", needs " << int(needs);
             }
+            recipe.hasEnvironment = true;
+            std::string reason;
+            EXPECT_TRUE(MeshProgram::make(pipelineSources(recipe, false, ProgramPurpose::Picture), reason)) << reason;
         }
     }
 }
@@ -85,6 +88,8 @@ TEST_F(DefaultSourcesTest, ofTheWholeScreenCompile) {
         std::string reason;
         EXPECT_TRUE(MeshProgram::make(sources, reason)) << reason;
     }
+    std::string reason;
+    EXPECT_TRUE(MeshProgram::make(skySources(), reason)) << reason;
 }
 
 } // namespace

@@ -54,6 +54,22 @@ TEST_F(EnvironmentTest, theSkyHasEachDirectionWhereItIs) {
     EXPECT_EQ(renderer.environmentBakes(), 1u);
 }
 
+TEST_F(EnvironmentTest, theSkyIsThereWhateverTheProjection) {
+    use(six);
+    tell();
+    lookAlong({1, 0, 0});
+    const std::uint32_t color = middle();
+    expectColor(color, SixDirections[1].color, "near and far");
+    scene.views.projectionMatrix(camera) = Matrix4::perspectiveProjection(30.0_degf, 1.0f, 0.1f, Constants::inf());
+    EXPECT_EQ(middle(), color);
+    scene.localTransformation(cameraObject) =
+        DualQuaternion::translation({400.0f, -90.0f, 1000.0f}) * scene.localTransformation(cameraObject);
+    scene.setDirty(cameraObject);
+    EXPECT_EQ(middle(), color);
+    scene.views.projectionMatrix(camera) = Matrix4::orthographicProjection(Vector2{8.0f}, 0.1f, 100.0f);
+    EXPECT_EQ(middle(), color);
+}
+
 TEST_F(EnvironmentTest, isNotMirrored) {
     use(six);
     tell();

@@ -9,13 +9,13 @@ usage() {
     cat <<'EOM'
 ./run.sh [OPTION...] [PROJECT|MODEL]
 
-Installs the Debian packages that are missing, builds, and opens the editor on a project file (default: a sample), or on a
-model (.glb, .gltf, .obj, .fbx, ...) or an image, of which it makes a new project. Where there is no display, or none
-with OpenGL 3.3, it says so, writes a picture to a file instead and names it on the last line.
+Installs the Debian packages that are missing, fetches icons where there is npm, builds, and opens the editor on a project
+file (default: a sample), or on a model (.glb, .gltf, .obj, .fbx, ...) or an image, of which it makes a new project. Where
+there is no display, or none with OpenGL 3.3, it says so, writes a picture to a file instead and names it on the last line.
 
   --picture FILE  write a picture of the editor to FILE (PNG) instead of opening a window
   --jobs N        compile with N processes (default: one a core)
-  --no-install    do not look for missing packages
+  --no-install    do not look for missing packages and icons
   --help          show this text
 EOM
 }
@@ -50,7 +50,7 @@ else
     [ -f "$project" ] || project=projects/Courtyard/project.json
 fi
 
-[ $install = no ] || install_packages
+[ $install = no ] || { install_packages; fetch_icons; }
 build release "$jobs" vantrel-editor
 
 # What the editor ends with where it finds no display, or none with OpenGL 3.3; it has said which.

@@ -8,10 +8,10 @@ usage() {
     cat <<'EOM'
 ./test.sh [OPTION...] [-- CTEST OPTION...]
 
-Installs the Debian packages that are missing, builds, and runs the tests. Ends with ctest's summary.
+Installs the Debian packages that are missing, fetches icons where there is npm, builds, and runs the tests. Ends with ctest's summary.
 
   --jobs N       compile and test with N processes (default: one a core)
-  --no-install   do not look for missing packages
+  --no-install   do not look for missing packages and icons
   --help         show this text
 
 Everything behind -- goes to ctest: `./test.sh -- -R Utils` runs the tests whose name holds "Utils".
@@ -31,6 +31,6 @@ while [ $# -gt 0 ]; do
     shift
 done
 
-[ $install = no ] || install_packages
+[ $install = no ] || { install_packages; fetch_icons; }
 build release "$jobs"
 exec ctest --preset release --parallel "$jobs" --no-tests=error "$@"

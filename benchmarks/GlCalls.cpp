@@ -1,11 +1,13 @@
 #include "GlCalls.h"
 
 #ifdef VANTREL_GL_CALLS_ARE_COUNTED
+#include <algorithm>
 #include <type_traits>
 
 #include <epoxy/gl.h>
 
 #include "Allocations.h"
+#include "GlMemory.h"
 #endif
 
 namespace VantrelBench {
@@ -26,6 +28,35 @@ GlCalls operator-(const GlCalls& a, const GlCalls& b) {
 #ifdef VANTREL_GL_CALLS_ARE_COUNTED
 
 namespace {
+
+// The name of the object that is bound; asking is no call of the program's own.
+GLuint boundTo(GLenum binding) {
+    const GlCalls before = calls;
+    GLint object = 0;
+    glGetIntegerv(binding, &object);
+    calls = before;
+    return GLuint(object);
+}
+
+GLenum bindingOf(GLenum target) {
+    switch(target) {
+    case GL_ARRAY_BUFFER: return GL_ARRAY_BUFFER_BINDING;
+    case GL_ELEMENT_ARRAY_BUFFER: return GL_ELEMENT_ARRAY_BUFFER_BINDING;
+    case GL_UNIFORM_BUFFER: return GL_UNIFORM_BUFFER_BINDING;
+    case GL_PIXEL_PACK_BUFFER: return GL_PIXEL_PACK_BUFFER_BINDING;
+    case GL_PIXEL_UNPACK_BUFFER: return GL_PIXEL_UNPACK_BUFFER_BINDING;
+    case GL_TEXTURE_2D: return GL_TEXTURE_BINDING_2D;
+    case GL_TEXTURE_3D: return GL_TEXTURE_BINDING_3D;
+    case GL_TEXTURE_2D_ARRAY: return GL_TEXTURE_BINDING_2D_ARRAY;
+    case GL_TEXTURE_RECTANGLE: return GL_TEXTURE_BINDING_RECTANGLE;
+    default: break;
+    }
+    // A cube map's sides. What is left names its own binding.
+    return target == GL_TEXTURE_CUBE_MAP ||
+            (target >= GL_TEXTURE_CUBE_MAP_POSITIVE_X && target <= GL_TEXTURE_CUBE_MAP_NEGATIVE_Z)
+        ? GL_TEXTURE_BINDING_CUBE_MAP
+        : target;
+}
 
 // Each function of the GL is called through a pointer of its own, which everyone shares. It is made to point at a
 // function that counts and then calls what it pointed to before, with the pointer as it was: the first of these loads the
@@ -58,9 +89,58 @@ template<class Result, class... Arguments, Result (**slot)(Arguments...)> struct
         if constexpr(is<slot, &epoxy_glCompileShader> || is<slot, &epoxy_glLinkProgram>) ++calls.builds;
         if constexpr(is<slot, &epoxy_glBufferData>) noteData(arguments...);
         if constexpr(is<slot, &epoxy_glBufferSubData>) noteSubData(arguments...);
+        noteMemory(arguments...);
     }
     static void noteData(GLenum, GLsizeiptr size, const void* data, GLenum) {
         if(data) calls.uploadedBytes += std::uint64_t(size);
+    }
+    static void noteMemory(Arguments... arguments) {
+        const NotOurs ledger;
+        using Kind = GlMemory::Kind;
+        if constexpr(is<slot, &epoxy_glBufferData>) noteBuffer(arguments...);
+        if constexpr(is<slot, &epoxy_glTexStorage2D> || is<slot, &epoxy_glTexStorage3D>) noteStorage(arguments...);
+        if constexpr(is<slot, &epoxy_glTexImage2D> || is<slot, &epoxy_glTexImage3D>) noteLevel(arguments...);
+        if constexpr(is<slot, &epoxy_glRenderbufferStorage>) noteRenderbuffer(arguments...);
+        if constexpr(is<slot, &epoxy_glRenderbufferStorageMultisample>) noteMultisampled(arguments...);
+        if constexpr(is<slot, &epoxy_glDeleteBuffers>) GlMemory::forget(Kind::Buffer, arguments...);
+        if constexpr(is<slot, &epoxy_glDeleteTextures>) GlMemory::forget(Kind::Texture, arguments...);
+        if constexpr(is<slot, &epoxy_glDeleteRenderbuffers>) GlMemory::forget(Kind::Renderbuffer, arguments...);
+    }
+    static void noteBuffer(GLenum target, GLsizeiptr size, const void*, GLenum) {
+        GlMemory::set(GlMemory::Kind::Buffer, boundTo(bindingOf(target)), std::uint64_t(size));
+    }
+    static void noteStorage(GLenum target, GLsizei levels, GLenum format, GLsizei width, GLsizei height) {
+        noteLevels(target, levels, format, width, height, target == GL_TEXTURE_CUBE_MAP ? 6 : 1);
+    }
+    // Layers of an array do not get fewer from level to level.
+    static void noteStorage(
+        GLenum target, GLsizei levels, GLenum format, GLsizei width, GLsizei height, GLsizei layers) {
+        noteLevels(target, levels, format, width, height, layers);
+    }
+    static void noteLevels(
+        GLenum target, GLsizei levels, GLenum format, GLsizei width, GLsizei height, GLsizei layers) {
+        std::uint64_t texels = 0;
+        for(GLsizei i = 0; i != levels; ++i) texels += texelsOf(width >> i, height >> i) * std::uint64_t(layers);
+        GlMemory::set(GlMemory::Kind::Texture, boundTo(bindingOf(target)), texels * bytesOfTexel(GLenum(format)));
+    }
+    static void noteLevel(
+        GLenum target, GLint level, GLint format, GLsizei width, GLsizei height, GLint, GLenum, GLenum, const void*) {
+        GlMemory::addLevel(boundTo(bindingOf(target)), level, texelsOf(width, height) * bytesOfTexel(GLenum(format)));
+    }
+    static void noteLevel(GLenum target, GLint level, GLint format, GLsizei width, GLsizei height, GLsizei layers,
+        GLint, GLenum, GLenum, const void*) {
+        GlMemory::addLevel(boundTo(bindingOf(target)), level,
+            texelsOf(width, height) * std::uint64_t(layers) * bytesOfTexel(GLenum(format)));
+    }
+    static void noteRenderbuffer(GLenum target, GLenum format, GLsizei width, GLsizei height) {
+        noteMultisampled(target, 1, format, width, height);
+    }
+    static void noteMultisampled(GLenum, GLsizei samples, GLenum format, GLsizei width, GLsizei height) {
+        GlMemory::set(GlMemory::Kind::Renderbuffer, boundTo(GL_RENDERBUFFER_BINDING),
+            texelsOf(width, height) * std::uint64_t(std::max(samples, 1)) * bytesOfTexel(format));
+    }
+    static std::uint64_t texelsOf(GLsizei width, GLsizei height) {
+        return std::uint64_t(std::max(width, 1)) * std::uint64_t(std::max(height, 1));
     }
     static void noteSubData(GLenum, GLintptr, GLsizeiptr size, const void*) {
         calls.uploadedBytes += std::uint64_t(size);

@@ -83,21 +83,24 @@ JsonDocument gridProject(std::size_t count, double outside, GridObjects kind) {
     JsonValue otherPlane{project["meshes"]["plane"], allocator};
     project["meshes"].AddMember("otherPlane", otherPlane, allocator);
 
-    const Vector3 forward = -Eye.normalized();
-    const Vector3 right = Math::cross(forward, Vector3::yAxis()).normalized();
-    const Vector3 up = Math::cross(right, forward);
     const auto columns = std::size_t(std::ceil(std::sqrt(double(count))));
     const Float step = 2.0f * HalfEdge / Float(columns ? columns : 1);
     for(std::size_t i = 0; i != count; ++i) {
         // Evenly among the others.
         const bool isBehind = std::floor(double(i + 1) * outside) != std::floor(double(i) * outside);
-        const Vector3 place = Eye + forward * (isBehind ? -Distance : Distance) +
-            right * ((Float(i % columns) + 0.5f) * step - HalfEdge) +
-            up * ((Float(i / columns) + 0.5f) * step - HalfEdge);
+        const Vector2 part{(Float(i % columns) + 0.5f) * step, (Float(i / columns) + 0.5f) * step};
+        const Vector3 place = gridPlace(part / HalfEdge - Vector2{1.0f}, isBehind ? 2.0f * Distance : 0.0f);
         objects.AddMember(text("o" + std::to_string(i), allocator),
             object(i, lookOf(i, kind), place, step * Size, allocator), allocator);
     }
     return project;
+}
+
+Vector3 gridPlace(const Vector2& part, Float before) {
+    const Vector3 forward = -Eye.normalized();
+    const Vector3 right = Math::cross(forward, Vector3::yAxis()).normalized();
+    const Vector3 up = Math::cross(right, forward);
+    return Eye + forward * (Distance - before) + (right * part.x() + up * part.y()) * HalfEdge;
 }
 
 Matrix4 gridToClip(const Vector2i& pictureSize) {

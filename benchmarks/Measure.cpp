@@ -93,20 +93,24 @@ double medianSeconds(const std::function<double()>& run, const Budget& budget) {
     return median(std::move(times));
 }
 
+Line lineThrough(const std::vector<double>& x, const std::vector<double>& y) {
+    double meanX = 0.0, meanY = 0.0, xx = 0.0, xy = 0.0;
+    for(std::size_t i = 0; i != x.size(); ++i) {
+        meanX += x[i] / double(x.size());
+        meanY += y[i] / double(x.size());
+    }
+    for(std::size_t i = 0; i != x.size(); ++i) {
+        xx += (x[i] - meanX) * (x[i] - meanX);
+        xy += (x[i] - meanX) * (y[i] - meanY);
+    }
+    return {meanY - xy / xx * meanX, xy / xx};
+}
+
 double exponentOf(const std::vector<double>& sizes, const std::vector<double>& times) {
-    const double count = double(sizes.size());
-    double x = 0.0, y = 0.0;
-    for(std::size_t i = 0; i != sizes.size(); ++i) {
-        x += std::log(sizes[i]) / count;
-        y += std::log(times[i]) / count;
-    }
-    double xx = 0.0, xy = 0.0;
-    for(std::size_t i = 0; i != sizes.size(); ++i) {
-        const double dx = std::log(sizes[i]) - x;
-        xx += dx * dx;
-        xy += dx * (std::log(times[i]) - y);
-    }
-    return xy / xx;
+    std::vector<double> x, y;
+    for(const double size: sizes) x.push_back(std::log(size));
+    for(const double time: times) y.push_back(std::log(time));
+    return lineThrough(x, y).slope;
 }
 
 Growth measureGrowth(

@@ -45,6 +45,13 @@ Result measureTimedPairs(std::string verb, std::string name, const std::function
 // least, and everything above zero.
 double exponentOf(const std::vector<double>& sizes, const std::vector<double>& times);
 
+// The line that fits points best, least squares: its value at zero, and how much it rises by one.
+struct Line {
+    double start, slope;
+};
+// Expects two different x at least.
+Line lineThrough(const std::vector<double>& x, const std::vector<double>& y);
+
 struct Growth {
     std::vector<double> sizes;
     std::vector<double> seconds; // median by size

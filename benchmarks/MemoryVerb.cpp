@@ -7,6 +7,10 @@
 #include <malloc.h>
 
 #include "BenchProject.h"
+#include "BenchView.h"
+#include "GlCalls.h"
+#include "GlMemory.h"
+#include "GridProject.h"
 #include "Report.h"
 #include "Verbs.h"
 
@@ -27,7 +31,7 @@ template<class Function> double allocatedBy(Function&& function) {
 
 void printBytes(const std::string& name, const char* quantity, double bytes) {
     char line[256];
-    std::snprintf(line, sizeof(line), R"({"verb":"memory","case":"%s","%s":%.6g})", name.data(), quantity, bytes);
+    std::snprintf(line, sizeof(line), R"({"verb":"memory","case":"%s","%s":%.10g})", name.data(), quantity, bytes);
     printLine(line);
 }
 
@@ -102,6 +106,19 @@ void bytesPerChange(const BenchProject& project, std::size_t count) {
     printBytes("change_record", "bytes", double(sizeof(Change)));
 }
 
+// Of the view with a grid of as many objects, after a frame of 640 by 480 pixels.
+void videoMemory(std::size_t objects) {
+    if(!countGlCalls()) return;
+    const BenchProject project{gridProject(objects)};
+    BenchView view{{640, 480}};
+    view.open(project.path());
+    view.setPictureSize({640, 480});
+    const GlMemory memory = GlMemory::now();
+    printBytes("video_textures", "bytes", double(memory.textures));
+    printBytes("video_buffers", "bytes", double(memory.buffers));
+    printBytes("video_renderbuffers", "bytes", double(memory.renderbuffers));
+}
+
 }
 
 void memory(std::size_t size) {
@@ -109,6 +126,7 @@ void memory(std::size_t size) {
     peakOfOpening(project, double(size));
     printLine(limitLine("memory", "all", "bytes_per_object", objectBytes(project, double(size)), ObjectLimit));
     bytesPerChange(project, size);
+    videoMemory(size);
 }
 
 }

@@ -40,24 +40,6 @@ void select(BenchView& view, std::size_t count, bool isSelected) {
 // Its framebuffers stay as large as they are.
 void setWidth(BenchView& view, double pixels) { view.host().platform.scale = Vector2{Float(pixels / PixelsOfScale)}; }
 
-// Line through points, least squares.
-struct Line {
-    double start, slope;
-};
-
-Line fit(const std::vector<double>& x, const std::vector<double>& y) {
-    double meanX = 0.0, meanY = 0.0, xx = 0.0, xy = 0.0;
-    for(std::size_t i = 0; i != x.size(); ++i) {
-        meanX += x[i] / double(x.size());
-        meanY += y[i] / double(x.size());
-    }
-    for(std::size_t i = 0; i != x.size(); ++i) {
-        xx += (x[i] - meanX) * (x[i] - meanX);
-        xy += (x[i] - meanX) * (y[i] - meanY);
-    }
-    return {meanY - xy / xx * meanX, xy / xx};
-}
-
 double barePassSeconds(BareNineFetches& pass, int steps) {
     return secondsOf([&] {
         for(int i = steps; i-- != 0;) pass.draw(1 << i);
@@ -80,7 +62,7 @@ Line outlineTimes(BenchView& view, const std::vector<double>& widths) {
         steps.push_back(double(steps.size() + 1));
         times.push_back(view.frameSeconds());
     }
-    return fit(steps, times);
+    return lineThrough(steps, times);
 }
 
 void stepsBesideBarePasses(BenchView& view, double width, const Budget& budget) {

@@ -48,7 +48,7 @@ void reparent(std::size_t count, std::size_t moved, const Budget& budget);
 // Absolute transformations beside a bare loop.
 void transform(std::size_t count, const Budget& budget);
 
-// Bytes an object and a change.
+// Bytes an object and a change; and of video memory, in a view of a grid of as many objects.
 void memory(std::size_t count);
 
 // The scene view out of its module, in a host without a window, on a grid of N objects that fills its picture.
@@ -64,11 +64,20 @@ void frame(std::size_t count, const Magnum::Vector2i& size, const Budget& budget
 // With a part of the objects behind the camera, beside all of them in front of it; and the culling beside a bare loop.
 void frameOutside(std::size_t count, const Magnum::Vector2i& size, double outside, const Budget& budget);
 
+// With so many lights, each of which reaches a part of the grid.
+void frameLights(std::size_t count, const Magnum::Vector2i& size, std::size_t lights, const Budget& budget);
+
+// The shadow maps of a sun with so many cascades: what is drawn into them at first, when nothing and when one moved.
+void shadow(std::size_t count, std::size_t cascades);
+
 // What happens when nothing does.
 void idle(std::size_t count);
 
 // The outline of so many selected objects, up to a width in pixels, beside plain passes over the picture.
 void outline(std::size_t count, std::size_t selected, const Magnum::Vector2i& size, double width, const Budget& budget);
+
+// The glow of a kernel's size and number of passes, at least 3, beside plain blurs; and how its time grows with both.
+void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budget& budget);
 
 // So many changes of the picture's size, beside plain allocations.
 void resize(std::size_t count);

@@ -29,8 +29,8 @@ struct Arguments {
     std::size_t fewer = 1000;
     std::string topology = "all";
     std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, reparented = 10000, frames = 10;
-    std::size_t selected = 100, resizes = 1000, reloads = 100;
-    int width = 640, height = 480;
+    std::size_t selected = 100, resizes = 1000, reloads = 100, lights = 0, cascades = 3;
+    int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
     std::string aspect = "all", project;
     double seconds = 1.0;
@@ -97,7 +97,7 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     addProjectVerb(app, arguments, "xform", "Absolute transformations").callback([&] {
         VantrelBench::transform(arguments.count, arguments.budget());
     });
-    addProjectVerb(app, arguments, "memory", "Bytes an object and a change").callback([&] {
+    addProjectVerb(app, arguments, "memory", "Bytes an object and a change, and of video memory").callback([&] {
         VantrelBench::memory(arguments.count);
     });
 }
@@ -117,8 +117,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addSize(frame, arguments);
     frame.add_option("--outside", arguments.outside, "Part of the objects that is behind the camera")
         ->check(CLI::Range(0.0, 0.99));
+    frame.add_option("--lights", arguments.lights, "Point lights, each of which reaches a part of the objects")
+        ->check(CLI::Range(3, 10000));
     frame.callback([&] {
-        if(arguments.outside > 0.0)
+        if(arguments.lights)
+            VantrelBench::frameLights(arguments.count, arguments.size(), arguments.lights, arguments.budget());
+        else if(arguments.outside > 0.0)
             VantrelBench::frameOutside(arguments.count, arguments.size(), arguments.outside, arguments.budget());
         else
             VantrelBench::frame(arguments.count, arguments.size(), arguments.budget());
@@ -126,6 +130,9 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
         VantrelBench::idle(arguments.count);
     });
+    CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
+    shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();
+    shadow.callback([&] { VantrelBench::shadow(arguments.fewer, arguments.cascades); });
     CLI::App& outline = addCountedVerb(app, arguments.fewer, "outline", "Outlines of selected objects");
     addSeconds(outline, arguments);
     addCount(outline, "K", arguments.selected, 1, "Objects that are selected");
@@ -137,6 +144,15 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
             arguments.outlineWidth, arguments.budget());
     });
+    CLI::App& bloom = *app.add_subcommand("bloom", "The glow around what is bright");
+    addSeconds(bloom, arguments);
+    bloom.add_option("KERNEL", arguments.kernelSize, "Size of the kernel")
+        ->check(CLI::Range(0, 21))
+        ->capture_default_str();
+    bloom.add_option("PASSES", arguments.passes, "Passes")->check(CLI::Range(3, 64))->capture_default_str();
+    addSize(bloom, arguments);
+    bloom.callback(
+        [&] { VantrelBench::bloom(arguments.kernelSize, arguments.passes, arguments.size(), arguments.budget()); });
     CLI::App& resize = *app.add_subcommand("resize", "Changing the size of the picture");
     addCount(resize, "C", arguments.resizes, 8, "Changes");
     resize.callback([&] { VantrelBench::resize(arguments.resizes); });

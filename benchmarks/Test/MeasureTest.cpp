@@ -65,6 +65,16 @@ TEST(MeasureTest, workMayTimeItself) {
     EXPECT_EQ(result.ratio, 2.0);
 }
 
+TEST(MeasureTest, theLineThroughPointsIsTheBestOne) {
+    const Line line = lineThrough({1, 2, 5}, {5, 7, 13});
+    EXPECT_NEAR(line.start, 3.0, 1e-12);
+    EXPECT_NEAR(line.slope, 2.0, 1e-12);
+    // Two points above each other are met in their middle.
+    const Line between = lineThrough({0, 1, 1}, {1, 2, 4});
+    EXPECT_NEAR(between.start, 1.0, 1e-12);
+    EXPECT_NEAR(between.slope, 2.0, 1e-12);
+}
+
 TEST(MeasureTest, theExponentIsThatOfThePowerLaw) {
     EXPECT_NEAR(exponentOf({10, 100, 1000}, {0.3, 3.0, 30.0}), 1.0, 1e-12);
     EXPECT_NEAR(exponentOf({10, 100, 1000}, {7.0, 7.0, 7.0}), 0.0, 1e-12);

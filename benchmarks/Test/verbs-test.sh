@@ -36,10 +36,13 @@ holds() {
     grep -qE "\"case\":\"$1\",\"$2\":.*\"holds\":true" <<<"$lines" || fail "$2 of $1 does not hold: $lines"
 }
 
+# bytes_of CASE
+bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lines" | xargs printf '%.0f'; }
+
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame idle outline resize startup hotreload; do
+        reload frame shadow idle outline bloom resize startup hotreload; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -107,11 +110,6 @@ project_verbs() {
         grep -q "\"case\":\"${topology}_beside_bare_loop\".*\"holds\":true" <<<"$lines" ||
             fail "the bare loop over $topology computes something else: $lines"
     done
-    runs memory 64
-    judges all bytes_per_object 1500
-    for part in document index_and_checks compiler scene peak_of_opening; do
-        grep -q "\"case\":\"$part\",\"bytes_per_object\"" <<<"$lines" || fail "no bytes of $part"
-    done
 
     error=$("$bench" open 65535 2>&1) && fail "too many objects end with 0"
     grep -q 65534 <<<"$error" || fail "the limit is not named: $error"
@@ -139,6 +137,17 @@ view_verbs() {
     judges outside_beside_all_visible ratio 0.3
     judges culling_beside_bare_loop ratio 8
     is_exactly culling_beside_bare_loop differences 0
+    runs frame 64 96 64 --lights 16
+    judges lights exponent 1.1
+    prints shadow 64 3
+    is_exactly first_frame maps 3
+    holds first_frame casters
+    holds first_frame part_of_all
+    is_exactly nothing_moved maps 0
+    is_exactly nothing_moved casters 0
+    [ "$counts" -eq 0 ] || is_exactly nothing_moved uploaded_bytes 0
+    holds one_object_moved maps
+    holds one_object_moved casters
     prints idle 64
     is_exactly while_nothing_moves frames 0
     is_exactly forced_frames allocations 0
@@ -157,6 +166,15 @@ view_verbs() {
         is_exactly selected blits 2
         is_exactly selected clears 3
     fi
+    runs bloom 9 3 96 64
+    judges pass_beside_bare_blur ratio 1.5
+    judges passes exponent 1.15
+    judges taps exponent 1.15
+    if [ "$counts" -ne 0 ]; then
+        is_exactly disabled calls_besides_the_frame 0
+        is_exactly enabled shader_builds 0
+        is_exactly enabled uploaded_bytes 0
+    fi
     prints resize 20
     is_exactly live_objects growth 0
     judges beside_bare_allocation ratio 2
@@ -165,12 +183,28 @@ view_verbs() {
     [ "$counts" -eq 0 ] || is_exactly memory growth 0
     judges beside_first_frame ratio 1.3
 
+    runs memory 64
+    judges all bytes_per_object 1500
+    for part in document index_and_checks compiler scene peak_of_opening; do
+        grep -q "\"case\":\"$part\",\"bytes_per_object\"" <<<"$lines" || fail "no bytes of $part"
+    done
+    if [ "$counts" -ne 0 ]; then
+        # A picture of 640 by 480 with ids and a mask; the same with four samples and depths.
+        [ "$(bytes_of video_textures)" -ge $((640 * 480 * (4 + 3 + 1))) ] || fail "too few bytes of textures: $lines"
+        [ "$(bytes_of video_renderbuffers)" -ge $((640 * 480 * (4 * (4 + 4 + 1) + 4))) ] || fail "too few bytes of renderbuffers: $lines"
+        [ "$(bytes_of video_buffers)" -ge 1000 ] || fail "too few bytes of buffers: $lines"
+    fi
+
     project=$(mktemp)
     echo '{}' >"$project"
     prints startup "$project"
     for stage in program context session plugin open compile first_frame all second_frame; do
         grep -qE "\"case\":\"$stage\",\"figure_ns\"" <<<"$lines" || fail "no $stage of startup: $lines"
     done
+    grep -q '"environment"' <<<"$lines" && fail "startup bakes an environment that is not there"
+    echo '{"images": {"sky": {"name": "Sky"}}, "settings": {"rendering": {"environment": {"image": "sky"}}}}' >"$project"
+    lines=$("$bench" startup "$project" 2>/dev/null) || fail "startup with an environment ends with $?"
+    grep -qE '"case":"environment","figure_ns"' <<<"$lines" || fail "no environment of startup: $lines"
     echo '{' >"$project"
     error=$("$bench" startup "$project" 2>&1 >/dev/null) && fail "a broken project ends with 0"
     grep -q "$project" <<<"$error" || fail "a broken project is not named: $error"

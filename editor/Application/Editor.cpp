@@ -54,11 +54,13 @@ Editor::Editor(Platform& platform, Files files):
     _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
     _loader{files.module}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
+    _interface.setDocking(_settings.docking);
     addEngineAssets(_session->data().resources());
 }
 
 Editor::~Editor() {
     closeView();
+    _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
 }
@@ -175,7 +177,7 @@ void Editor::perform(Command command) {
     case Command::Quit: return _dialogs.quit();
     case Command::Import: return _dialogs.chooseAndImport(importedSuffixes());
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
-    case Command::ResetLayout: _settings.panes = {}; return;
+    case Command::ResetLayout: _settings.panes = {}; return _panes.reset();
     case Command::Undo:
         if(!isEditing && changes.canUndo()) changes.undoLast();
         return;

@@ -15,6 +15,7 @@
 #include "Application/FileDrop.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
+#include "Application/ModuleFile.h"
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
 #include "Data/ProjectOpening.h"
@@ -26,6 +27,7 @@
 #include "Panels/Log.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Panes.h"
+#include "Style/IconFile.h"
 
 namespace VantrelEngine {
 
@@ -123,7 +125,7 @@ private:
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
     ImportQueue _imports;
-    UserInterface _interface;
+    UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};

@@ -24,4 +24,6 @@ std::string defaultModuleFile() { return besideProgram("../lib/SceneView.so"); }
 
 std::string defaultConverterFile() { return besideProgram("vantrel-import"); }
 
+std::string iconFontFile() { return besideProgram("../share/fa-solid-900.ttf"); }
+
 } // namespace VantrelEngine

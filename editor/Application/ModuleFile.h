@@ -8,5 +8,7 @@ namespace VantrelEngine {
 std::string defaultModuleFile();
 // The program that reads what is imported, beside the editor.
 std::string defaultConverterFile();
+// The font of the icons; it need not be there.
+std::string iconFontFile();
 
 } // namespace VantrelEngine

@@ -62,9 +62,23 @@ void readPanes(const rapidjson::Value& document, PaneSizes& panes) {
     readFlag(*section, "log", panes.hasLog);
 }
 
+void readText(const rapidjson::Value& document, const char* name, std::string& text) {
+    const rapidjson::Value* const value = member(document, name);
+    if(value && value->IsString()) text.assign(value->GetString(), value->GetStringLength());
+}
+
 std::string variable(const char* name) {
     const char* const value = std::getenv(name);
     return value ? value : "";
+}
+
+// Empty where there is none.
+std::string userFolder(const char* name, const char* inHome) {
+    const std::string folder = variable(name);
+    // A relative one does not count.
+    if(!folder.empty() && folder.front() == '/') return folder;
+    const std::string home = variable("HOME");
+    return home.empty() ? home : home + inHome;
 }
 
 using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
@@ -87,6 +101,8 @@ std::string textOf(const Settings& settings) {
     writer.Key("width"), writer.Int(settings.windowSize.x());
     writer.Key("height"), writer.Int(settings.windowSize.y());
     writePanes(writer, settings.panes);
+    if(!settings.docking.empty())
+        writer.Key("docking"), writer.String(settings.docking.data(), unsigned(settings.docking.size()));
     writer.Key("recent");
     writer.StartArray();
     for(const std::string& file: settings.recentFiles) writer.String(file.data(), unsigned(file.size()));
@@ -98,14 +114,13 @@ std::string textOf(const Settings& settings) {
 } // namespace
 
 std::string settingsFile() {
-    std::string folder = variable("XDG_CONFIG_HOME");
-    // A relative one does not count.
-    if(folder.empty() || folder.front() != '/') {
-        folder = variable("HOME");
-        if(folder.empty()) return {};
-        folder += "/.config";
-    }
-    return folder + "/vantrel-editor/settings.json";
+    const std::string folder = userFolder("XDG_CONFIG_HOME", "/.config");
+    return folder.empty() ? folder : folder + "/vantrel-editor/settings.json";
+}
+
+std::string cacheFolder() {
+    const std::string folder = userFolder("XDG_CACHE_HOME", "/.cache");
+    return folder.empty() ? folder : folder + "/vantrel";
 }
 
 Settings readSettings(const std::string& file, Settings settings) {
@@ -124,6 +139,7 @@ Settings readSettings(const std::string& file, Settings settings) {
     readLength(document, "width", settings.windowSize.x());
     readLength(document, "height", settings.windowSize.y());
     readPanes(document, settings.panes);
+    readText(document, "docking", settings.docking);
     readRecentFiles(document, settings.recentFiles);
     return settings;
 }

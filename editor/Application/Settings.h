@@ -17,12 +17,16 @@ struct Settings {
     // Window points.
     Magnum::Vector2i windowSize{1440, 900};
     PaneSizes panes;
+    // Where windows are docked, as the UI library writes it; empty where it does not dock.
+    std::string docking;
     // Absolute paths, the latest first.
     std::vector<std::string> recentFiles;
 };
 
 // The file of the user's settings; empty where the user has no home.
 std::string settingsFile();
+// The user's folder for what can be made again; empty where the user has no home.
+std::string cacheFolder();
 
 // What the file does not have, or has out of range, is as it is in the argument. A file that is not there is none; one
 // that cannot be read or understood gives one line.

@@ -12,7 +12,8 @@ namespace VantrelEngine {
 
 using namespace Magnum;
 
-UserInterface::UserInterface(): _context{ImGui::CreateContext()} {
+UserInterface::UserInterface(std::vector<unsigned char> iconFont):
+    _iconFont{std::move(iconFont)}, _context{ImGui::CreateContext()} {
     ImGui::SetCurrentContext(_context);
     ImGuiIO& io = ImGui::GetIO();
     io.IniFilename = nullptr;
@@ -59,6 +60,28 @@ const char* UserInterface::readClipboard(UserInterface& self) {
     return self._clipboardText.data();
 }
 
+#ifdef IMGUI_HAS_DOCK
+
+void UserInterface::setDocking(const std::string& text) {
+    ImGui::SetCurrentContext(_context);
+    ImGui::LoadIniSettingsFromMemory(text.data(), text.size());
+}
+
+std::string UserInterface::docking() const {
+    ImGui::SetCurrentContext(_context);
+    std::size_t size = 0;
+    const char* const text = ImGui::SaveIniSettingsToMemory(&size);
+    return {text, size};
+}
+
+#else
+
+void UserInterface::setDocking(const std::string&) {}
+
+std::string UserInterface::docking() const { return {}; }
+
+#endif
+
 void UserInterface::beginFrame(const Vector2& size, const Vector2& framebufferScale, Float fontScale, Double delta) {
     ImGui::SetCurrentContext(_context);
     applyScales(fontScale, framebufferScale.y());
@@ -74,7 +97,7 @@ void UserInterface::applyScales(Float fontScale, Float framebufferScale) {
 #if IMGUI_VERSION_NUM < 19200
         ImGui_ImplOpenGL3_DestroyFontsTexture();
 #endif
-        loadFonts(fontScale, framebufferScale);
+        loadFonts(fontScale, framebufferScale, _iconFont);
 #if IMGUI_VERSION_NUM < 19200
         ImGui_ImplOpenGL3_CreateFontsTexture();
 #endif

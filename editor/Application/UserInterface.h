@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
@@ -16,7 +17,8 @@ namespace VantrelEngine {
 // The UI library's context with its style, fonts and drawing, for one window. A GL context is current while it lives.
 class UserInterface {
 public:
-    UserInterface();
+    // Icons come from this font where it is not empty.
+    explicit UserInterface(std::vector<unsigned char> iconFont);
     ~UserInterface();
     UserInterface(const UserInterface&) = delete;
     UserInterface& operator=(const UserInterface&) = delete;
@@ -26,6 +28,10 @@ public:
 
     // Where texts are copied to and taken from; without, from this process alone.
     void setClipboard(std::function<std::string()> read, std::function<void(const std::string&)> write);
+
+    // Where windows are docked. Set before the first frame; empty where the UI library does not dock.
+    void setDocking(const std::string& text);
+    std::string docking() const;
 
     // Begins a frame of this size in window points, with the seconds since the last one. Fonts and style follow the
     // scales.
@@ -38,6 +44,8 @@ private:
     void applyScales(Magnum::Float fontScale, Magnum::Float framebufferScale);
     static const char* readClipboard(UserInterface& self);
 
+    // The fonts of the context read it.
+    std::vector<unsigned char> _iconFont;
     ImGuiContext* _context;
     std::optional<InterfaceInput> _input;
     Magnum::Float _fontScale = 0.0f;

@@ -82,6 +82,7 @@ private:
     bool openWindow(const CommandLine& line, const std::string& settingsFile);
     void listenToDrops();
     void openProject(const CommandLine& line);
+    void keepLight();
     void drawFrame();
     void showCursor();
     void showTitle();
@@ -114,6 +115,7 @@ bool WindowApplication::open(const CommandLine& line) {
     _editor = std::make_unique<Editor>(*this,
         Editor::Files{line.module.empty() ? defaultModuleFile() : line.module,
             line.converter.empty() ? defaultConverterFile() : line.converter, file});
+    keepLight();
     if(line.fontScale > 0.0f) _editor->settings().fontScale = line.fontScale;
     _editor->interface().setClipboard(
         [this] { return std::string{clipboardText()}; }, [this](const std::string& text) { setClipboardText(text); });
@@ -130,6 +132,13 @@ bool WindowApplication::openWindow(const CommandLine& line, const std::string& s
     GLConfiguration glConfiguration;
     glConfiguration.setVersion(GL::Version::GL330).addFlags(GLConfiguration::Flag::QuietLog);
     return tryCreate(configuration, glConfiguration);
+}
+
+// The light of an environment is computed beside what the user does, and once.
+void WindowApplication::keepLight() {
+    const std::string folder = cacheFolder();
+    _editor->session().data().scene().main().environmentBaking = {
+        false, folder.empty() ? folder : folder + "/environments"};
 }
 
 void WindowApplication::listenToDrops() {

@@ -6,6 +6,7 @@
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
+#include "Data/EnvironmentSettings.h"
 #include "Data/PlacedFiles.h"
 #include "Data/ProjectFiles.h"
 #include "Data/ProjectListener.h"
@@ -155,6 +156,15 @@ void ProjectSession::update() {
     _resourceCompiler->update();
     setUsersPending();
     if(_compiler->isPending()) _compiler->compilePending();
+    updateEnvironment();
+}
+
+// Its image stays where it is as long as nothing changes.
+void ProjectSession::updateEnvironment() {
+    EditorSceneData& scene = _data.scene();
+    if(_environmentRevision == scene.revisions().revision()) return;
+    _environmentRevision = scene.revisions().revision();
+    scene.main().environment = readEnvironment(_data.project(), scene.resources(), scene.resourceMaps());
 }
 
 } // namespace VantrelEngine

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <Vantrel/EditorData/EditorData.h>
@@ -71,6 +73,7 @@ private:
     std::string write(const std::string& path, ProjectStore::Repaired repaired);
     void readEditorSettings();
     void setUsersPending();
+    void updateEnvironment();
 
     EditorData _data;
     VantrelEditor _editor;
@@ -81,6 +84,8 @@ private:
     std::unique_ptr<AssetCompiler> _compiler;
     std::unique_ptr<ProjectListener> _listener;
     std::unique_ptr<ChangeManager> _changes;
+    // Of the scene when its environment was read; of none at first.
+    std::optional<std::uint32_t> _environmentRevision;
 };
 
 } // namespace VantrelEngine

@@ -75,8 +75,9 @@ void drawSplitters(const Range2D& area, const PanePlaces& places, PaneSizes& siz
 
 void Panes::layOut(PaneSizes& sizes) {
     const ImGuiID space = ImGui::GetID("##workspace");
-    const bool isKnown = ImGui::DockBuilderGetNode(space);
-    if(!isKnown) dockAtFirst(space, sizes);
+    // It is known when this is not the first frame, or when it was remembered.
+    if(_isReset || !ImGui::DockBuilderGetNode(space)) dockAtFirst(space, sizes);
+    _isReset = false;
     ImGui::DockSpaceOverViewport(space);
     _places = placePanes(workArea(), sizes);
 }

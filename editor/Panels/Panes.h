@@ -12,6 +12,8 @@ class Panes {
 public:
     // Lays the panes out and lets the user drag the splitters, which changes the sizes.
     void layOut(PaneSizes& sizes);
+    // Docked windows go back to where the sizes say.
+    void reset() { _isReset = true; }
 
     // Opens the window of a pane: draw into it where this is true, and call end() either way.
     bool beginList(bool* isOpen) { return begin("Objects", isOpen, _places.list); }
@@ -25,6 +27,7 @@ private:
     bool begin(const char* title, bool* isOpen, const Magnum::Range2D& place);
 
     PanePlaces _places;
+    bool _isReset = false;
 };
 
 } // namespace VantrelEngine

@@ -38,25 +38,28 @@ void addTextFont(ImFontAtlas& atlas, float size) {
     atlas.AddFontDefault(&config);
 }
 
-void addIcons(ImFontAtlas& atlas, float size) {
-    // The atlas reads it as long as it is there.
-    static const std::vector<unsigned char> font = makeIconFont(iconShapes());
-    // Sorted, a range for each icon; the atlas keeps the pointer.
+// Sorted, a range for each icon; the atlas keeps the pointer.
+const ImWchar* iconRanges() {
     static const std::vector<ImWchar> ranges = [] {
         std::vector<ImWchar> list;
         for(const IconShape& shape: iconShapes()) list.insert(list.end(), 2, ImWchar(shape.codePoint));
         list.push_back(0);
         return list;
     }();
+    return ranges.data();
+}
+
+// The atlas takes of it what is not there yet, and reads it as long as the atlas is there.
+void addIcons(ImFontAtlas& atlas, float size, const std::vector<unsigned char>& font) {
     ImFontConfig config;
     config.MergeMode = true;
     config.FontDataOwnedByAtlas = false;
-    atlas.AddFontFromMemoryTTF(const_cast<unsigned char*>(font.data()), int(font.size()), size, &config, ranges.data());
+    atlas.AddFontFromMemoryTTF(const_cast<unsigned char*>(font.data()), int(font.size()), size, &config, iconRanges());
 }
 
 } // namespace
 
-void loadFonts(float fontScale, float framebufferScale) {
+void loadFonts(float fontScale, float framebufferScale, const std::vector<unsigned char>& iconFont) {
     ImGuiIO& io = ImGui::GetIO();
 #if IMGUI_VERSION_NUM >= 19200
     // Sizes and pixels are chosen while text is drawn.
@@ -69,7 +72,9 @@ void loadFonts(float fontScale, float framebufferScale) {
     const float size = TextSize * fontScale * framebufferScale;
 #endif
     addTextFont(*io.Fonts, size);
-    addIcons(*io.Fonts, size);
+    if(!iconFont.empty()) addIcons(*io.Fonts, size, iconFont);
+    static const std::vector<unsigned char> ownShapes = makeIconFont(iconShapes());
+    addIcons(*io.Fonts, size, ownShapes);
 }
 
 } // namespace VantrelEngine

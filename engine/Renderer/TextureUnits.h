@@ -17,6 +17,10 @@ enum : Magnum::Int {
     DataTextures,
     FloatTextures,
     LightData,
+    Irradiance,
+    Surroundings,
+    ShadowData,
+    ShadowMaps,
 };
 
 }
@@ -37,6 +41,10 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"dataTextures", 12}, TextureUnit::DataTextures},
     {{"floatTextures", 13}, TextureUnit::FloatTextures},
     {{"lightData", 9}, TextureUnit::LightData},
+    {{"irradiance", 10}, TextureUnit::Irradiance},
+    {{"surroundings", 12}, TextureUnit::Surroundings},
+    {{"shadowData", 10}, TextureUnit::ShadowData},
+    {{"shadowMaps", 10}, TextureUnit::ShadowMaps},
 };
 
 } // namespace VantrelEngine

@@ -28,11 +28,10 @@ template<class T> T& entry(std::vector<T>& list, Id index, T missing) {
 WebGL2Renderer::State::State():
     canMultiDraw{hasDrawParameters()}, textureAtlas{new TextureAtlas{std::make_unique<TextureAtlas::State>()}},
     compressedTextureAtlas{new TileStackTextureAtlas{std::make_unique<TileStackTextureAtlas::State>()}},
-    pipelines{canMultiDraw}, drawing{canMultiDraw} {}
+    pipelines{canMultiDraw}, drawing{canMultiDraw}, casterDrawing{canMultiDraw} {}
 
 void WebGL2Renderer::State::warn(Missing missing) {
-    constexpr const char* What[]{
-        "bloom", "letters of fonts", "texts", "skinned meshes other than as they were made", "shadows", "the overdraw"};
+    constexpr const char* What[]{"letters of fonts", "texts", "skinned meshes other than as they were made"};
     static_assert(std::size(What) == MissingCount, "a text for each");
     if(isWarned[missing]) return;
     isWarned[missing] = true;
@@ -41,7 +40,8 @@ void WebGL2Renderer::State::warn(Missing missing) {
 
 std::uint64_t WebGL2Renderer::State::uploadedBytes() const {
     return meshes.uploadedBytes() + materials.uploadedBytes() + objects.uploadedBytes() + instances.uploadedBytes() +
-        someInstances.uploadedBytes() + colliders.uploadedBytes() + lightBytes;
+        someInstances.uploadedBytes() + colliders.uploadedBytes() + lightBytes + shadows.uploadedBytes() +
+        casterInstances.uploadedBytes();
 }
 
 WebGL2Renderer::WebGL2Renderer(): _state{std::make_unique<State>()} {}
@@ -63,14 +63,20 @@ void WebGL2Renderer::setClearColor(const Color4& color) { _state->clearColor = c
 Color4 WebGL2Renderer::clearColor() const { return _state->clearColor; }
 
 void WebGL2Renderer::setBloomEnabled(bool enabled) {
-    if(enabled) _state->warn(State::Bloom);
+    if(enabled == bool(_state->bloomDrawing)) return;
+    _state->bloomDrawing = enabled ? std::make_unique<BloomDrawing>() : nullptr;
+    _state->pipelines.setLinear(enabled);
+    _state->areProgramsBuilt = false;
 }
 
-BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
+Shaders::BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
 
 void WebGL2Renderer::setDepthPrePassEnabled(bool enabled) { _state->isDepthPassEnabled = enabled; }
 
-void WebGL2Renderer::setMultiDrawEnabled(bool enabled) { _state->drawing.setMultiDrawEnabled(enabled); }
+void WebGL2Renderer::setMultiDrawEnabled(bool enabled) {
+    _state->drawing.setMultiDrawEnabled(enabled);
+    _state->casterDrawing.setMultiDrawEnabled(enabled);
+}
 
 void WebGL2Renderer::setFrustumCullingEnabled(bool enabled) { _state->isCullingEnabled = enabled; }
 
@@ -108,12 +114,13 @@ void WebGL2Renderer::setImageForTexture(const SceneTexture& texture, Id image) {
 void WebGL2Renderer::prepareImages() {
     _state->textureAtlas->_state->table.prepare();
     _state->areProgramsBuilt = false;
+    _state->shadows.touchAll();
 }
 
 void WebGL2Renderer::clearShaders() {
     _state->pipelines.clear();
     _state->colliderPipeline = 0;
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 void WebGL2Renderer::addDepthShader(std::string_view vertexSource) { _state->pipelines.setDepthSource(vertexSource); }
@@ -125,7 +132,7 @@ void WebGL2Renderer::addPipeline(
     Id pipeline, const ScenePipeline& description, std::string_view vertexSource, std::string_view fragmentSource) {
     _state->pipelines.add(pipeline, description, vertexSource, fragmentSource, _state->meshes.layout());
     _state->areProgramsBuilt = false;
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 Id WebGL2Renderer::pipelineIndex(Containers::StringView name) const {
@@ -134,7 +141,7 @@ Id WebGL2Renderer::pipelineIndex(Containers::StringView name) const {
 
 Id WebGL2Renderer::addColliderVisualizationPipeline(Id pipeline) { return _state->colliderPipeline = pipeline; }
 
-// Without bloom there is nothing to come after.
+// They are built with the settings that switch them on.
 void WebGL2Renderer::loadPostProcessShaders() {}
 
 // Without compressed images there are no tiles to ask for.
@@ -156,7 +163,9 @@ Id WebGL2Renderer::addColliderVisualizationBatch() {
 }
 
 void WebGL2Renderer::updateMeshes(Containers::ArrayView<const SceneMesh> meshes) {
-    if(_state->meshes.update(meshes)) _state->objects.setAllDirty();
+    if(!_state->meshes.update(meshes)) return;
+    _state->objects.setAllDirty();
+    _state->shadows.touchAll();
 }
 
 void WebGL2Renderer::updateTexts(TextManager& texts) {
@@ -165,7 +174,7 @@ void WebGL2Renderer::updateTexts(TextManager& texts) {
 
 void WebGL2Renderer::prepareDrawsList(Containers::ArrayView<const Draw> draws) {
     _state->draws.assign(draws.begin(), draws.end());
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
     _state->objects.setAllDirty();
     for(const Draw& draw: draws)
         if(draw.isSkinned) _state->warn(State::Skinning);
@@ -173,13 +182,14 @@ void WebGL2Renderer::prepareDrawsList(Containers::ArrayView<const Draw> draws) {
 
 void WebGL2Renderer::addDraw(const Draw& draw) {
     _state->draws.push_back(draw);
-    _state->areDrawsSorted = false;
+    _state->setDrawsDirty();
 }
 
 void WebGL2Renderer::updateMaterials(
     Containers::ArrayView<const SceneMaterial> materials, Containers::ArrayView<const ScenePipeline>) {
     _state->materials.updateScene(materials);
     _state->areProgramsBuilt = false;
+    _state->shadows.touchAll();
     _state->buildPrograms();
 }
 
@@ -199,5 +209,9 @@ std::uint64_t WebGL2Renderer::triangles() const { return _state->triangles; }
 std::uint64_t WebGL2Renderer::uploadedBytes() const { return _state->uploadedBytes(); }
 
 std::size_t WebGL2Renderer::builtPrograms() const { return _state->pipelines.builtPrograms(); }
+
+bool WebGL2Renderer::isBakingEnvironment() const { return _state->environment.isUnderWay(); }
+
+std::size_t WebGL2Renderer::environmentBakes() const { return _state->environment.bakeCount(); }
 
 } // namespace VantrelEngine

@@ -1,7 +1,9 @@
 #include <Vantrel/Renderer/WebGL2Renderer.h>
 
 #include <algorithm>
+#include <utility>
 
+#include <Magnum/GL/AbstractFramebuffer.h>
 #include <Magnum/GL/Renderer.h>
 #include <Vantrel/EngineData/Scene.h>
 
@@ -55,6 +57,7 @@ ViewUniforms WebGL2Renderer::State::viewUniforms(const ViewManager& views, Id vi
     uniforms.cameraPosition = views.viewTransform(source).quaternionConjugated().translation();
     uniforms.viewportSize = Vector2{view < viewportSizes.size() ? viewportSizes[view] : Vector2i{1}};
     uniforms.materialStride = Int(materials.stride());
+    uniforms.environment = environment.uniform();
     uniforms.number = ++viewNumber;
     return uniforms;
 }
@@ -63,7 +66,9 @@ void WebGL2Renderer::State::bindBuffers() {
     objects.bind();
     materials.bind();
     lights.bind();
+    environment.bind();
     textureAtlas->_state->table.bind();
+    shadows.bind();
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
@@ -81,13 +86,79 @@ void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
 
 void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     PassState state;
+    // Behind what hides it, and before what lets it through.
+    bool isSkyDue = environment.isBackground();
+    const auto drawSky = [&] {
+        if(!std::exchange(isSkyDue, false)) return;
+        state.end();
+        sky.draw(view, bool(bloomDrawing));
+        ++drawCalls;
+    };
     for(const DrawRun& run: list.runs()) {
         const Pipeline& pipeline = pipelines[run.pipeline];
         if(!pipeline.isThere()) continue;
+        if(pipeline.header.flags & PipelineHeader::Blend) drawSky();
         state.apply(pipeline.header, run.isMirrored);
         drawing.draw(pipeline.picture->setView(view), list, run, objects, meshes);
     }
+    drawSky();
     state.end();
+}
+
+// The same meshes with the same holes, each of which adds one.
+void WebGL2Renderer::State::drawCounts(const ViewUniforms& view) {
+    PassState state;
+    for(const DrawRun& run: list.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        if(!pipeline.isThere()) continue;
+        PipelineHeader header = pipeline.header;
+        header.flags |= PipelineHeader::Blend;
+        state.apply(header, run.isMirrored);
+        drawing.draw(pipeline.oneColor->setView(view).setColor(Color4{1.0f}), list, run, objects, meshes);
+    }
+    state.end();
+}
+
+void WebGL2Renderer::State::sortFor(const ViewManager& views, Id view) {
+    // Along the direction of view, the negative z axis.
+    const Matrix4 toView = views.viewTransform(matricesOf(views, view)).toMatrix();
+    list.sortBlended(-toView.row(2), objects);
+    instances.use(list.slots());
+}
+
+void WebGL2Renderer::State::drawView(ViewManager& views, Id view) {
+    const ViewUniforms uniforms = viewUniforms(views, view);
+    sortFor(views, view);
+    if(bloomDrawing) return drawGlowing(views, view, uniforms);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawPicture(uniforms);
+    drawColliders(uniforms);
+}
+
+// Colliders are no part of the scene: their colours are those of the screen.
+void WebGL2Renderer::State::drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms) {
+    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+    if(!target) return;
+    bloomDrawing->begin(view, *target);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawPicture(uniforms);
+    bloomDrawing->end(view, bloom, *target);
+    drawColliders(uniforms);
+    // For the next view.
+    bindBuffers();
+}
+
+void WebGL2Renderer::State::countView(ViewManager& views, Id view) {
+    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+    if(!target) return;
+    const ViewUniforms uniforms = viewUniforms(views, view);
+    sortFor(views, view);
+    overdraw->begin(view, *target);
+    if(isDepthPassEnabled) drawDepth(uniforms);
+    drawCounts(uniforms);
+    target->bind();
+    RendererState{}.apply();
+    if(environment.isBackground()) sky.draw(uniforms, false);
 }
 
 void WebGL2Renderer::State::drawColliders(const ViewUniforms& view) {
@@ -131,6 +202,7 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->pipelines.tidy();
     _state->sortDraws();
     _state->objects.update(scene, _state->meshes);
+    _state->shadows.touch(_state->objects.touched());
     if(_state->isCullingEnabled)
         findInside(FrustumPlanes{cullingMatrix}, _state->objects.spheres(), _state->visible);
     else
@@ -138,16 +210,16 @@ void WebGL2Renderer::updateMeshVisibility(Scene& scene, const Matrix4& cullingMa
     _state->list.build(_state->visible, scene.meshes, _state->objects);
 }
 
-void WebGL2Renderer::updateLights(Scene& scene) { _state->lightBytes += _state->lights.update(scene); }
-
-void WebGL2Renderer::updateShadows(Scene& scene, ViewManager&) {
-    if(_state->isWarned[State::Shadows]) return;
-    LightManager& lights = scene.lights;
-    for(const Id light: lights.components().prefix(lights.numActiveComponents()))
-        if(lights.parameters(light).z() > 0.0f) _state->warn(State::Shadows);
+void WebGL2Renderer::updateLights(Scene& scene) {
+    _state->lightBytes += _state->lights.update(scene);
+    _state->environment.update(scene.environment, scene.environmentBaking);
+    if(_state->pipelines.setEnvironment(_state->environment.isThere())) _state->areProgramsBuilt = false;
 }
 
-void WebGL2Renderer::beginOverdrawTracking() { _state->warn(State::Overdraw); }
+void WebGL2Renderer::beginOverdrawTracking() {
+    if(!_state->overdraw) _state->overdraw = std::make_unique<OverdrawDrawing>();
+    _state->isOverdrawTracked = true;
+}
 
 void WebGL2Renderer::render(ViewManager& views, Scene&) {
     State& state = *_state;
@@ -156,28 +228,34 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
     state.bindBuffers();
     state.drawing.resetStatistics();
     state.drawCalls = 0;
+    if(!state.isOverdrawTracked) state.overdraw.reset();
     for(const Id view: views.components().prefix(views.numActiveComponents())) {
-        const ViewUniforms uniforms = state.viewUniforms(views, view);
-        // Along the direction of view, the negative z axis.
-        const Matrix4 toView = views.viewTransform(state.matricesOf(views, view)).toMatrix();
-        state.list.sortBlended(-toView.row(2), state.objects);
-        state.instances.use(state.list.slots());
-        if(state.isDepthPassEnabled) state.drawDepth(uniforms);
-        state.drawPicture(uniforms);
-        state.drawColliders(uniforms);
+        if(GL::AbstractFramebuffer* const target = views.targetFramebuffer(view)) target->bind();
+        if(state.isOverdrawTracked)
+            state.countView(views, view);
+        else
+            state.drawView(views, view);
     }
     state.drawCalls += state.drawing.calls();
     state.triangles = state.drawing.triangles();
 }
 
-// Without compressed images, and without the overdraw, there is nothing to do.
+// Without compressed images there is nothing to do.
 void WebGL2Renderer::updateTextureStreaming(ViewManager&) {}
 
 void WebGL2Renderer::evalTextureStreaming(ViewManager&) {}
 
-void WebGL2Renderer::endOverdrawTracking() {}
+void WebGL2Renderer::endOverdrawTracking() { _state->isOverdrawTracked = false; }
 
-void WebGL2Renderer::renderOverdraw(ViewManager&) {}
+void WebGL2Renderer::renderOverdraw(ViewManager& views) {
+    if(!_state->overdraw) return;
+    for(const Id view: views.components().prefix(views.numActiveComponents())) {
+        GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+        if(!target) continue;
+        _state->overdraw->show(view, *target);
+        _state->drawColliders(_state->viewUniforms(views, view));
+    }
+}
 
 void WebGL2Renderer::drawObjectIds(const ViewManager& views, Id view, const Scene&) {
     _state->instances.use(_state->list.slots());

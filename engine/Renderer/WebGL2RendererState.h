@@ -10,7 +10,10 @@
 
 #include "Renderer/Debug/ColliderShapes.h"
 #include "Renderer/Debug/LineProgram.h"
+#include "Renderer/Environment/EnvironmentLight.h"
+#include "Renderer/Environment/Sky.h"
 #include "Renderer/Lights/LightBuffer.h"
+#include "Renderer/Lights/ShadowMaps.h"
 #include "Renderer/Materials/MaterialBuffer.h"
 #include "Renderer/Meshes/DrawList.h"
 #include "Renderer/Meshes/InstanceList.h"
@@ -18,6 +21,8 @@
 #include "Renderer/Meshes/MeshDrawing.h"
 #include "Renderer/Meshes/ObjectBuffer.h"
 #include "Renderer/Pipelines/PipelineTable.h"
+#include "Renderer/PostProcess/BloomDrawing.h"
+#include "Renderer/PostProcess/OverdrawDrawing.h"
 #include "Renderer/Textures/TextureAtlasState.h"
 #include "Renderer/Textures/TileStackTextureAtlasState.h"
 
@@ -26,7 +31,7 @@ namespace VantrelEngine {
 // What the renderer was told and what of it is in video memory.
 struct WebGL2Renderer::State {
     // What it cannot do yet.
-    enum Missing : std::size_t { Bloom, Fonts, Texts, Skinning, Shadows, Overdraw, MissingCount };
+    enum Missing : std::size_t { Fonts, Texts, Skinning, MissingCount };
 
     State();
 
@@ -38,18 +43,33 @@ struct WebGL2Renderer::State {
     void buildPrograms();
     // Groups of the draws, with what their pipelines say of the order. After pipelines or draws changed.
     void sortDraws();
+    // The same of what throws shadows.
+    void sortCasters();
+    // Draws or pipelines are others than before.
+    void setDrawsDirty();
     // The view whose matrices a view is drawn with.
     Id matricesOf(const ViewManager& views, Id view) const;
     // What shaders know of a view. Counts as another view each time.
     ViewUniforms viewUniforms(const ViewManager& views, Id view);
 
     void bindBuffers();
+    // Into the bound framebuffer, or with a glow into the view's target.
+    void drawView(ViewManager& views, Id view);
+    void drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms);
+    // Counts what drawView() would draw, and draws nothing but depth and what is behind everything.
+    void countView(ViewManager& views, Id view);
+    // Puts the visible meshes in the order for the view, for shaders, too.
+    void sortFor(const ViewManager& views, Id view);
     void drawDepth(const ViewUniforms& view);
     void drawPicture(const ViewUniforms& view);
+    void drawCounts(const ViewUniforms& view);
     void drawColliders(const ViewUniforms& view);
     // With programs that do not depend on the material, of the pipeline of each run; double-sided ones without culling.
     void drawPlainly(const ViewUniforms& view, const DrawList& list, std::shared_ptr<MeshProgram> Pipeline::*program,
         const Magnum::Color4& color);
+
+    // What throws shadows and is inside, into the bound framebuffer, as the matrix sees it.
+    void drawCasters(const Magnum::Matrix4& matrix, const MeshManager& manager);
 
     std::uint64_t uploadedBytes() const;
 
@@ -60,7 +80,11 @@ struct WebGL2Renderer::State {
     Magnum::Color4 clearColor{0.0f, 1.0f};
     bool isDepthPassEnabled = false;
     bool isCullingEnabled = true;
-    BloomPass bloom;
+    Shaders::BloomPass bloom;
+    // Only while bloom is enabled, and while the overdraw is asked for.
+    std::unique_ptr<BloomDrawing> bloomDrawing;
+    std::unique_ptr<OverdrawDrawing> overdraw;
+    bool isOverdrawTracked = false;
     // By view, 1 by 1 pixel and the view itself where nothing else was said.
     std::vector<Magnum::Vector2i> viewportSizes;
     std::vector<Id> viewBuffers;
@@ -74,6 +98,8 @@ struct WebGL2Renderer::State {
     MeshBuffers meshes;
     LightBuffer lights;
     std::uint64_t lightBytes = 0;
+    EnvironmentLight environment;
+    Sky sky;
 
     // Objects.
     ObjectBuffer objects;
@@ -86,6 +112,15 @@ struct WebGL2Renderer::State {
     Magnum::UnsignedLong viewNumber = 0;
     std::size_t drawCalls = 0;
     std::uint64_t triangles = 0;
+
+    // Shadows.
+    ShadowMaps shadows;
+    bool areCastersSorted = false;
+    std::vector<Id> inMap;
+    DrawList casters;
+    InstanceList casterInstances;
+    MeshDrawing casterDrawing;
+    std::size_t drawnShadowMaps = 0, drawnCasters = 0;
 
     // Colliders.
     LineProgram lineProgram;

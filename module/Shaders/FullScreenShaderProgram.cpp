@@ -23,6 +23,8 @@ FullScreenShaderProgram::FullScreenShaderProgram(Containers::StringView name, GL
     attachShader(vertex);
     attachShader(fragment);
     static_cast<void>(link());
+    setLabel(name);
+    _mesh.setLabel("Full screen");
 
     _mesh.setCount(3);
     // Not every fragment shader has it.

@@ -13,7 +13,6 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 using namespace Magnum;
-using namespace Containers::Literals;
 
 namespace {
 
@@ -69,11 +68,14 @@ void SceneView::init(ImGuiContext* imguiContext, EditorData* editorData, Vantrel
 
 void SceneView::createPreview() {
     _previewColor = GL::Renderbuffer{};
+    _previewColor.setLabel("SceneView preview color");
     _previewColor.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, PreviewSize);
     _previewDepth = GL::Renderbuffer{};
+    _previewDepth.setLabel("SceneView preview depth");
     _previewDepth.setStorageMultisample(4, GL::RenderbufferFormat::DepthComponent32F, PreviewSize);
     _previewFramebuffer = GL::Framebuffer{{{}, PreviewSize}};
-    _previewFramebuffer.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
+    _previewFramebuffer.setLabel("SceneView preview FB")
+        .attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _previewColor)
         .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, _previewDepth)
         .mapForDraw(GL::Framebuffer::ColorAttachment{0});
 }
@@ -117,7 +119,7 @@ void SceneView::draw() {
     } else
         _frame.isHovered = false;
     ImGui::End();
-    if(_navigation.isMoving()) _editor->state().wantsFrame = true;
+    if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
 
 // A window that is closed has no picture to be used, and lets go of what it held.
@@ -173,7 +175,7 @@ void SceneView::updateFrameSize() {
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
     _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::maxSize());
+        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }
@@ -191,7 +193,8 @@ void SceneView::renderScene() {
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
     state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles()};
+        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
+        std::uint32_t(_renderer->drawnShadowCasters())};
 
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
 }

@@ -26,6 +26,9 @@ never_says() { ! grep -qF -- "$1" "$stand_ins/output" || fail "not expected: $1"
 lines() { [ "$(wc -l <"$stand_ins/output")" -eq "$1" ] || fail "expected $1 lines"; }
 stand_in() { printf '#!/bin/sh\n%s\n' "$2" >"$stand_ins/$1"; chmod +x "$stand_ins/$1"; }
 
+# No test reaches a registry.
+stand_in npm 'exit 1'
+
 for command in run.sh test.sh; do
     run 0 "$project/$command" --help
     for option in $(grep -oE '^ +--[a-z-]+\)|--[a-z-]+\|-h\)' "$project/$command" | grep -oE -- '--[a-z-]+'); do
@@ -76,6 +79,46 @@ for command in run.sh test.sh; do
     never_says APT
     says 'CMAKE RAN'
 done
+
+# The icons' font: what npm brings is taken when it is the one that is meant, and nothing stops when it is not.
+package="$stand_ins/package" folder="$stand_ins/folder"
+mkdir -p "$package/package/webfonts" "$folder"
+echo 'a font' >"$package/package/webfonts/fa-solid-900.ttf"
+echo 'a licence' >"$package/package/LICENSE.txt"
+tar -czf "$stand_ins/icons.tgz" -C "$package" package
+sum=$(sha256sum "$package/package/webfonts/fa-solid-900.ttf" | cut -d' ' -f1)
+font=$folder/.cache/icons/fa-solid-900.ttf
+
+# fetch SUM: as run.sh and test.sh do it, in a folder of its own.
+fetch() {
+    run 0 env -C "$folder" bash -euo pipefail -c "source $project/tools/setup.sh; icons_sha256=$1; fetch_icons; echo done"
+    says done
+    [ "$(ls "$folder/.cache/icons" | grep -c fresh)" -eq 0 ] || fail 'leftovers of a download'
+}
+brings='while [ $# -gt 0 ]; do [ "$1" = --pack-destination ] && cp '"$stand_ins/icons.tgz"' "$2/"; shift; done'
+
+fetch "$sum"
+says 'cannot be fetched'
+lines 2
+[ ! -e "$font" ] || fail 'a font that nobody brought'
+stand_in npm "$brings"
+fetch 0000
+says 'cannot be fetched'
+[ ! -e "$font" ] || fail 'another font than is meant'
+fetch "$sum"
+lines 1
+cmp -s "$font" "$package/package/webfonts/fa-solid-900.ttf" || fail 'the font'
+[ -s "$folder/.cache/icons/fa-solid-900.LICENSE.txt" ] || fail 'the licence of the font'
+stand_in npm 'echo NPM RAN >&2; exit 1'
+fetch "$sum"
+lines 1
+echo damaged >"$font"
+stand_in npm "$brings"
+fetch "$sum"
+cmp -s "$font" "$package/package/webfonts/fa-solid-900.ttf" || fail 'a damaged font is replaced'
+rm "$font" "$stand_ins/npm"
+run 0 env -C "$folder" PATH=/nowhere "$BASH" -c "source $project/tools/setup.sh; fetch_icons"
+lines 0
 
 [ $failures -eq 0 ] && echo "run.sh and test.sh: all as expected"
 exit $failures

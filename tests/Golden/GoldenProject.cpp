@@ -60,6 +60,7 @@ VantrelProof::Picture GoldenProject::draw() {
     views.update();
 
     GL::Framebuffer& framebuffer = _target.multisampled();
+    views.targetFramebuffer(view) = &framebuffer;
     framebuffer.bind();
     framebuffer.clearColor(0, _renderer.clearColor()).clearDepth(1.0f);
     _renderer.setViewportSize(view, _size);
@@ -89,10 +90,26 @@ void GoldenProject::tellRenderer() {
     _renderer.setLayoutFlags(resources.meshLayoutFlags);
     _renderer.setClearColor(Color4{rendering["clearColor"].readValue().asVector4()});
     _renderer.setFrustumCullingEnabled(true);
+    _renderer.setDepthPrePassEnabled(rendering["usePreZ"].readValue().asBool());
+    tellBloom();
     tellImages();
     tellPipelines();
     tellMeshes();
     _renderer.updateMaterials(view(resources.materials), view(resources.pipelines));
+}
+
+void GoldenProject::tellBloom() {
+    const ValueAccess rendering = ValueAccess{_session.data().project()}["settings"]["rendering"];
+    const ValueAccess bloom = rendering["bloom"];
+    const bool isEnabled = bloom["enabled"].readValue().asBool();
+    _renderer.setBloomEnabled(isEnabled);
+    if(!isEnabled) return;
+    _renderer.bloomPass()
+        .setKernelSize(UnsignedInt(bloom["kernelSize"].readValue().asFloat()))
+        .setPasses(UnsignedInt(bloom["passes"].readValue().asInt()))
+        .setThreshold(bloom["threshold"].readValue().asFloat())
+        .setIntensity(bloom["intensity"].readValue().asFloat())
+        .setExposure(rendering["hdr"]["exposure"].readValue().asFloat());
 }
 
 void GoldenProject::tellImages() {

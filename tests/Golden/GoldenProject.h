@@ -29,6 +29,7 @@ public:
 
 private:
     void tellRenderer();
+    void tellBloom();
     void tellImages();
     void tellPipelines();
     void tellMeshes();

@@ -72,6 +72,8 @@ TEST_P(GoldenTest, isAsItWasFoundRight) {
     EXPECT_GT(compare(*stored, project.draw(), Step).fraction, 10 * Tolerated) << "without its subject";
 }
 
+constexpr const char* Bloom = "/settings/rendering/bloom";
+constexpr Edit NoBloom{"/settings/rendering/bloom/enabled", "false"};
 constexpr Edit NoPoint{"/objects/point/components/0/active", "false"};
 constexpr Edit NoSpot{"/objects/spot/components/0/active", "false"};
 constexpr Edit NoSun{"/objects/sun/components/0/active", "false"};
@@ -88,12 +90,48 @@ const Golden Goldens[]{
     {"light-sun", "Lights", {NoPoint, NoSpot}, {NoSun}},
     {"light-all", "Lights", {}, {NoSpot}},
     {"light-none", "Lights", {NoPoint, NoSpot, NoSun}, {{"/objects/mirrorBall/components/0/active", "false"}}},
+    {"shadow-sun", "Shadows", {NoPoint, NoSpot}, {{"/objects/sun/components/0/light/shadows", "false"}}},
+    {"shadow-spot", "Shadows", {NoPoint, NoSun}, {{"/objects/spot/components/0/light/shadows", "false"}}},
+    {"shadow-point", "Shadows", {NoSpot, NoSun}, {{"/objects/point/components/0/light/shadows", "false"}}},
+    // From above the card.
+    {"shadow-mask", "Shadows",
+        {NoPoint, NoSpot, {"/objects/camera/translation", "[-3.6, 2.6, 2.6]"},
+            {"/objects/camera/rotation", "[-0.4, 0.0, 0.0, 1.0]"}},
+        {{"/pipelines/litMask/alphaMask", "false"}}},
+    {"shadow-mirrored", "Shadows",
+        {NoPoint, NoSpot, {"/objects/camera/translation", "[2.6, 2.4, 3.0]"},
+            {"/objects/camera/rotation", "[-0.3, 0.0, 0.0, 1.0]"}},
+        {{"/objects/mirroredPanel/components/0/active", "false"}}},
     {"alpha", "Alpha", {}, {{"/pipelines/litBlend/blend", "false"}}},
     {"alpha-mask", "Alpha", {{"/objects/blend/components/0/active", "false"}},
         {{"/pipelines/litMask/alphaMask", "false"}}},
     {"textures", "Textures", {}, {{"/textures/mirror/wrap", "\"repeat\""}}},
     {"textures-normals", "Textures", {{"/objects/camera/translation", "[1.6, 0.3, 3.6]"}},
         {{"/materials/bumpy/Lit/normalScale", "0"}}},
+    {"placement", "Placement", {}, {{"/materials/turned1/Lit/normalTextureTurn", "[0.8, 0, 0, 0]"}}, {480, 260}},
+    {"placement-prepass", "Placement", {{"/settings/rendering", R"({"usePreZ": true})"}},
+        {{"/objects/flipped/scaling", "[0.5, 0.5, 1]"}}},
+    {"bloom", "Bloom", {}, {NoBloom}},
+    {"bloom-off", "Bloom", {NoBloom}, {{"/objects/tubeLight/components/0/active", "false"}}},
+    {"bloom-narrow", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 1, "threshold": 1, "intensity": 1})"}}, {NoBloom}},
+    {"bloom-wide", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 4, "kernelSize": 21, "threshold": 1, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/kernelSize", "5"}}},
+    {"bloom-once", "Bloom",
+        {{Bloom, R"({"enabled": true, "passes": 1, "kernelSize": 5, "threshold": 0.5, "intensity": 0.5})"}},
+        {{"/settings/rendering/bloom/passes", "0"}}},
+    {"bloom-exposed", "Bloom", {{"/settings/rendering/hdr", R"({"exposure": 3})"}},
+        {{"/settings/rendering/hdr/exposure", "1"}}},
+    {"bloom-sky", "Environment",
+        {{Bloom, R"({"enabled": true, "passes": 4, "kernelSize": 15, "threshold": 2, "intensity": 0.3})"}}, {NoBloom},
+        {320, 200}},
+    {"environment", "Environment", {}, {{"/settings/rendering/environment/image", "\"\""}}, {480, 300}},
+    {"environment-turned", "Environment", {{"/settings/rendering/environment/rotation", "120"}},
+        {{"/settings/rendering/environment/rotation", "0"}}, {320, 200}},
+    {"environment-hidden", "Environment",
+        {{"/settings/rendering/environment/background", "false"}, {"/settings/rendering/environment/intensity", "0.4"}},
+        {{"/settings/rendering/environment/intensity", "1"}}, {320, 200}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Projects, GoldenTest, testing::ValuesIn(Goldens), [](const auto& info) {

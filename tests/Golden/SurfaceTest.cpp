@@ -17,6 +17,7 @@ typedef VantrelTest::GlTest SurfaceTest;
 
 const std::string Lights = std::string{PROJECTS} + "/Lights/project.json";
 const std::string Textures = std::string{PROJECTS} + "/Textures/project.json";
+const std::string Placement = std::string{PROJECTS} + "/Placement/project.json";
 constexpr Vector2i Size{160, 100};
 
 constexpr const char* TurnedAround = "[0, 1, 0, 0]";
@@ -72,6 +73,45 @@ TEST_P(BumpsTest, areDentsFromBehind) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Plates, BumpsTest, testing::ValuesIn(Plates));
+
+// What is opaque, has holes, blends, is mirrored; with bloom and without.
+TEST_F(SurfaceTest, depthDrawnFirstIsNotSeen) {
+    for(const char* const name: {"Alpha", "Placement", "Bloom"}) {
+        GoldenProject project{std::string{PROJECTS} + "/" + name + "/project.json", Size};
+        const Picture picture = project.draw();
+        const std::size_t calls = project.renderer().drawCalls();
+        project.set("/settings/rendering/usePreZ", "true");
+        EXPECT_EQ(project.draw().pixels, picture.pixels) << name;
+        EXPECT_GT(project.renderer().drawCalls(), calls) << name;
+    }
+}
+
+// A quarter of a turn brings a grid of round bumps upon itself: only light from elsewhere would tell.
+TEST_F(SurfaceTest, bumpsThatTurnStayBumps) {
+    GoldenProject project{Placement, Size};
+    project.set("/objects/camera/translation", "[-2.6, 0, 1.2]");
+    project.set("/objects/plain1/components/0/mesh/material", "\"turned1\"");
+    const char* const turn = "/materials/turned1/Lit/normalTextureTurn";
+    project.set(turn, "[0, 0, 0, 0]");
+    const Picture picture = project.draw();
+    for(const char* const angle: {"[1.5707963, 0, 0, 0]", "[3.1415927, 0, 0, 0]"}) {
+        project.set(turn, angle);
+        EXPECT_LT(difference(project.draw(), picture), 0.003) << angle;
+    }
+    project.set("/materials/turned1/Lit/normalScale", "-1");
+    EXPECT_GT(difference(project.draw(), picture), 0.05) << "dents are no bumps";
+}
+
+// One texture coordinate the other way around, and the card with it.
+TEST_F(SurfaceTest, bumpsOfMirroredTexturesStayBumps) {
+    GoldenProject project{Placement, Size};
+    project.set("/objects/camera/translation", "[-2.6, 0, 1.2]");
+    const Picture picture = project.draw();
+    project.set("/objects/plain1/components/0/mesh/material", "\"mirrored1\"");
+    EXPECT_LT(difference(project.draw(), picture), 0.003);
+    project.set("/objects/plain1/scaling", "[-0.5, 0.5, 1]");
+    EXPECT_LT(difference(project.draw(), picture), 0.003);
+}
 
 TEST_F(SurfaceTest, tangentsAreFoundWhereTheyAreNotGiven) {
     GoldenProject project{Textures, Size};

@@ -151,6 +151,7 @@ const Golden Goldens[]{
     {"object-id", RenderMode::ObjectId, {}, hideGround},
     {"outline", RenderMode::Shaded, select, deselect},
     {"objects", RenderMode::Shaded, display(DebugDisplay::Objects, 1), display(DebugDisplay::Objects, 0)},
+    {"overdraw", RenderMode::Shaded, display(DebugDisplay::Overdraw, 1), display(DebugDisplay::Overdraw, 0)},
     {"frozen-culling", RenderMode::Shaded, freezeCulling, display(DebugDisplay::FreezeCullingFrustum, 0)},
     {"collision-shapes", RenderMode::Shaded, display(DebugDisplay::CollisionShapes, 1),
         [](ViewHost& host) {

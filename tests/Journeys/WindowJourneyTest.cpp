@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -29,9 +30,11 @@ protected:
         // The window may be gone at any time.
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
         setenv("XDG_CONFIG_HOME", folder.path("config").data(), 1);
+        setenv("XDG_CACHE_HOME", folder.path("cache").data(), 1);
     }
     ~WindowJourneyTest() override {
         unsetenv("XDG_CONFIG_HOME");
+        unsetenv("XDG_CACHE_HOME");
         if(display) XCloseDisplay(display);
     }
 
@@ -98,6 +101,13 @@ protected:
             return !now.empty() && now == last;
         });
         return isSettled ? now : std::vector<unsigned long>{};
+    }
+
+    // Where the view of the recorder begins, from the left; -1 where it does not.
+    int viewLeft() const {
+        const std::vector<unsigned long> row = pixels(0, 300, 900, 1);
+        const auto found = std::find(row.begin(), row.end(), View);
+        return found == row.end() ? -1 : int(found - row.begin());
     }
 
 private:
@@ -183,6 +193,23 @@ TEST_F(WindowJourneyTest, EventsReachTheViewAndSettingsAreKept) {
     const std::string settings = read("config/vantrel-editor/settings.json");
     EXPECT_THAT(settings, HasSubstr("Courtyard/project.json"));
     EXPECT_THAT(settings, HasSubstr("\"width\": 900"));
+}
+
+TEST_F(WindowJourneyTest, PanesStayWhereTheyWereDragged) {
+    start("--module " + Recorder);
+    const int atFirst = viewLeft();
+    move(282, 300);
+    button(LeftButton, true);
+    move(350, 300);
+    move(382, 300);
+    button(LeftButton, false);
+    move(500, 300);
+    const int dragged = viewLeft();
+    EXPECT_NEAR(dragged, atFirst + 100, 3);
+    EXPECT_EQ(close().status, 0);
+    start("--module " + Recorder);
+    EXPECT_EQ(viewLeft(), dragged);
+    EXPECT_EQ(close().status, 0);
 }
 
 TEST_F(WindowJourneyTest, ModifiersOfKeysThatTheWindowDidNotSee) {

@@ -58,7 +58,8 @@ class Document:
             "meshVisualizer": pipeline("MeshVisualizer", "meshVisualizer", doubleSided=True, blend=True)}
         for shape in ("cube", "sphere", "plane", "cylinder", "cone"):
             self.sections["meshes"][shape] = {"name": shape.capitalize(), "primitive": shape}
-        self.clear_color, self.pitch, self.yaw = clear_color, pitch, yaw
+        self.rendering = {"clearColor": clear_color, "textureAtlasSize": [2048, 2048]}
+        self.pitch, self.yaw = pitch, yaw
 
     def mesh_file(self, mesh, name, file):
         self.sections["meshes"][mesh] = {"name": name, "file": file}
@@ -99,16 +100,22 @@ class Document:
     def write(self, path):
         document = {name: section for name, section in self.sections.items() if section}
         document["settings"] = {
-            "rendering": {"clearColor": self.clear_color, "textureAtlasSize": [2048, 2048]},
+            "rendering": self.rendering,
             "editor": {"camera": {"near": 0.05, "far": 500.0, "pitch": self.pitch, "yaw": self.yaw}}}
         with open(path, "w") as file:
             file.write(text(document, "") + "\n")
 
 
-def light(kind, color, intensity, outer=0.0, inner=0.0):
-    return {"type": kind, "color": list(color), "intensity": intensity, "outerAngle": outer, "innerAngle": inner,
+def light(kind, color, intensity, outer=0.0, inner=0.0, **shadows):
+    """Shadows are off unless one of their values is said."""
+    values = {"type": kind, "color": list(color), "intensity": intensity, "outerAngle": outer, "innerAngle": inner,
             "shadows": False, "shadowRange": 20.0, "shadowBias": 0.001, "shadowNormalBias": 0.02,
             "shadowTexelSize": 0.01, "cascadeCount": 3 if kind == "sun" else 0}
+    if shadows:
+        values["shadows"] = True
+    values.update(("shadow" + key[0].upper() + key[1:] if key != "cascadeCount" else key, value)
+                  for key, value in shadows.items())
+    return values
 
 
 def text(value, indentation):

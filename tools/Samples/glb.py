@@ -1,12 +1,13 @@
-"""Meshes as binary glTF files: positions, normals, texture coordinates, which start at the top, and maybe tangents."""
+"""Meshes as binary glTF files: positions, normals, texture coordinates, which start at the top, and maybe more."""
 
 import json
 import math
 import struct
 
 
-def write(path, vertices, triangles, tangent=None):
-    """vertices: (position, normal, uv); triangles: three indices each; the tangent is that of all vertices."""
+def write(path, vertices, triangles, tangent=None, second=None, colors=None):
+    """vertices: (position, normal, uv); triangles: three indices each; the tangent is that of all vertices; second texture
+    coordinates and colours are lists."""
     positions = [p for p, _, _ in vertices]
     views, accessors, data = [], [], b""
 
@@ -28,6 +29,10 @@ def write(path, vertices, triangles, tangent=None):
     if tangent:
         attributes["TANGENT"] = len(accessors)
         add([tangent] * len(vertices), "VEC4", 5126, "f")
+    for name, kind, values in (("TEXCOORD_1", "VEC2", second), ("COLOR_0", "VEC4", colors)):
+        if values:
+            attributes[name] = len(accessors)
+            add(values, kind, 5126, "f")
     add([(i,) for triangle in triangles for i in triangle], "SCALAR", 5123, "H")
     document = {
         "asset": {"version": "2.0"},

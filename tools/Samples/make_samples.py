@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the projects Showcase, Lights, Alpha and Textures with all of their files, always the same.
+"""Makes the projects Showcase, Lights, Shadows, Alpha, Textures, Environment and those of features.py with all of their
+files, always the same.
 
     python3 tools/Samples/make_samples.py [folder of the projects]
 """
@@ -8,7 +9,9 @@ import math
 import os
 import sys
 
+import features
 import glb
+import surroundings
 import textures
 from document import X, Y, Z, Document, combined, light, turned
 
@@ -39,7 +42,7 @@ def showcase(folder):
     crates(d)
     panes(d)
     d.add("sun", "Sun", at=(6, 12, 8), turn=combined(turned(Y, 35), turned(X, 48)),
-          light=light("sun", (1.0, 0.87, 0.70), 3.2))
+          light=light("sun", (1.0, 0.87, 0.70), 3.2, range=60.0, texelSize=0.02))
     for i, (x, color) in enumerate([(-4.5, (1.0, 0.62, 0.35)), (0.0, (1.0, 0.93, 0.82)), (4.5, (0.45, 0.65, 1.0))]):
         d.add("spot%d" % (i + 1), "Spotlight %d" % (i + 1), at=(x, 6.2, 0.5),
               turn=combined(turned(Z, x * -5.0), turned(X, 42)), light=light("spot", color, 110.0, 24.0, 14.0))
@@ -197,6 +200,39 @@ def lights(folder):
     d.write(os.path.join(folder, "project.json"))
 
 
+def shadows(folder):
+    """A floor that runs far away, with things that throw shadows, a light of a kind each."""
+    textures.leaves(folder)
+    d = Document([0.45, 0.55, 0.68, 1.0])
+    d.texture("leaves", "Leaves", "leaves.png", wrap="clamp")
+    d.lit("floor", "Floor", (0.7, 0.66, 0.6), roughness=0.9)
+    d.lit("stone", "Stone", (0.55, 0.5, 0.45), roughness=0.8)
+    d.lit("red", "Red", (0.7, 0.15, 0.1), roughness=0.5)
+    d.lit("leaves", "Leaves", (1, 1, 1), "litMask", baseColorTexture="leaves", roughness=0.6)
+    d.lit("glass", "Glass", (0.2, 0.5, 0.8, 0.4), "litBlend", roughness=0.1)
+    d.add("ground", "Ground", at=(0, 0, -25), turn=FLOOR, size=(30, 40, 1), mesh="plane", material="floor")
+    d.add("ball", "Ball", at=(-1.5, 0.7, 0.6), size=(0.7, 0.7, 0.7), mesh="sphere", material="red")
+    d.add("box", "Box", at=(0.5, 0.6, -0.4), turn=turned(Y, 30), size=(0.6, 0.6, 0.6), mesh="cube", material="stone")
+    # Seen from one side only, and mirrored.
+    for name, x, side in (("panel", 2.2, 1), ("mirroredPanel", 3.9, -1)):
+        d.add(name, "Mirrored panel" if side < 0 else "Panel", at=(x, 0.75, -0.8), turn=turned(X, -30),
+              size=(side * 0.6, 0.7, 1), mesh="plane", material="red")
+    d.add("card", "Leaf card", at=(-3.2, 0.9, -0.2), turn=turned(Y, 25), size=(0.85, 0.85, 1), mesh="plane", material="leaves")
+    d.add("pane", "Glass pane", at=(0.9, 0.7, 1.5), size=(0.6, 0.6, 1), mesh="plane", material="glass")
+    for i in range(12):
+        for side in (-1, 1):
+            d.add("post%d%s" % (i + 1, "l" if side < 0 else "r"), "Post", at=(side * 5.5, 1.1, -3 - 4.5 * i),
+                  size=(0.25, 1.1, 0.25), mesh="cylinder", material="stone")
+    d.add("sun", "Sun", turn=combined(turned(Y, 35), turned(X, 48)),
+          light=light("sun", (1.0, 0.93, 0.8), 3.0, range=60.0, bias=0.0, normalBias=0.0, texelSize=0.03, cascadeCount=4))
+    d.add("spot", "Spotlight", at=(-2.5, 4.0, 3.0), turn=combined(turned(Y, -35), turned(X, 42)), light=light(
+        "spot", (0.5, 0.75, 1.0), 90.0, 26.0, 18.0, range=12.0, bias=0.0, normalBias=0.0, texelSize=0.02))
+    d.add("point", "Point light", at=(0.6, 1.9, 1.0), light=light(
+        "point", (1.0, 0.7, 0.4), 9.0, range=10.0, bias=0.0, normalBias=0.0, texelSize=0.05))
+    d.camera((0, 2.6, 6.2), -16.0, 0.0)
+    d.write(os.path.join(folder, "project.json"))
+
+
 def alpha(folder):
     """Opaque, with holes, and transparent panes in front of each other."""
     textures.leaves(folder)
@@ -256,10 +292,33 @@ def texture_samples(folder):
     d.write(os.path.join(folder, "project.json"))
 
 
+def environment(folder):
+    """Metal and lacquer of all roughnesses, lit by nothing but what is around them."""
+    surroundings.yard(folder)
+    d = Document([0.1, 0.1, 0.12, 1.0], pitch=-8.0, yaw=0.0)
+    d.sections["images"]["yard"] = {"name": "Yard", "file": "yard.hdr", "colorSpace": "linear"}
+    d.rendering["environment"] = {"image": "yard", "intensity": 1.0, "rotation": 0.0, "background": True}
+    for row, (name, color, metalness) in enumerate((("Chrome", (0.95, 0.95, 0.95), 1.0), ("Gold", (1.0, 0.71, 0.29), 1.0),
+                                                    ("Lacquer", (0.55, 0.05, 0.07), 0.0))):
+        for column in range(5):
+            material = "%s%d" % (name.lower(), column)
+            d.lit(material, "%s, roughness %.2f" % (name, column * 0.25), color, metalness=metalness, roughness=column * 0.25)
+            d.add(material, "%s %d" % (name, column + 1), at=((column - 2) * 1.05, (1 - row) * 1.05, 0.0), size=(0.48, 0.48, 0.48),
+                  mesh="sphere", material=material)
+    d.lit("chalk", "Chalk", (0.8, 0.8, 0.8), roughness=1.0)
+    d.add("table", "Table", at=(0, -1.75, 0), size=(3.2, 0.1, 1.2), mesh="cube", material="chalk")
+    d.lit("glass", "Glass", (0.55, 0.75, 0.85, 0.3), "litBlend", roughness=0.05)
+    d.add("pane", "Pane", at=(3.0, 0.0, 0.6), turn=turned(Y, -25), size=(0.45, 1.5, 0.02), mesh="cube", material="glass")
+    d.camera((0, 0.3, 5.4), -3.0, 0.0, 60.0)
+    d.write(os.path.join(folder, "project.json"))
+
+
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     projects = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "..", "projects")
-    for name, make in (("Showcase", showcase), ("Lights", lights), ("Alpha", alpha), ("Textures", texture_samples)):
+    for name, make in (("Showcase", showcase), ("Lights", lights), ("Shadows", shadows), ("Alpha", alpha),
+                       ("Textures", texture_samples), ("Environment", environment), ("Bloom", features.bloom),
+                       ("Placement", features.placement)):
         folder = os.path.join(projects, name)
         os.makedirs(folder, exist_ok=True)
         make(folder)

@@ -22,6 +22,7 @@ Settings example() {
     settings.fontScale = 1.5f;
     settings.windowSize = {1000, 700};
     settings.panes = {333.25f, 99.0f, false, true};
+    settings.docking = "[Window][Log]\nPos=1,2\n";
     settings.recentFiles = {"/projects/\"quoted\".json", "/projects/Grüße.json"};
     return settings;
 }
@@ -33,6 +34,7 @@ void expectEqual(const Settings& actual, const Settings& expected) {
     EXPECT_EQ(actual.panes.logHeight, expected.panes.logHeight);
     EXPECT_EQ(actual.panes.hasList, expected.panes.hasList);
     EXPECT_EQ(actual.panes.hasLog, expected.panes.hasLog);
+    EXPECT_EQ(actual.docking, expected.docking);
     EXPECT_EQ(actual.recentFiles, expected.recentFiles);
 }
 
@@ -52,7 +54,8 @@ TEST(SettingsTest, NoFileIsNoMistake) {
 
 TEST(SettingsTest, WhatIsOutOfRangeOrOfAnotherTypeStaysAsItIs) {
     const TestFolder folder;
-    for(const char* const text: {"{}", R"({"fontScale": 9, "width": 0, "height": 1e9, "panes": 3, "recent": {}})",
+    for(const char* const text:
+        {"{}", R"({"fontScale": 9, "width": 0, "height": 1e9, "panes": 3, "recent": {}, "docking": 1})",
             R"({"fontScale": "2", "width": 1.5, "panes": {"listWidth": -1, "logHeight": [], "list": 0}})"}) {
         folder.write("settings.json", text);
         expectEqual(readSettings(folder.path("settings.json"), example()), example());
@@ -89,6 +92,17 @@ TEST(SettingsTest, TheFileIsInTheUsersFolder) {
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("HOME");
     EXPECT_EQ(settingsFile(), "");
+}
+
+TEST(SettingsTest, WhatCanBeMadeAgainIsInTheUsersFolderForThat) {
+    setenv("XDG_CACHE_HOME", "/somewhere", 1);
+    EXPECT_EQ(cacheFolder(), "/somewhere/vantrel");
+    setenv("HOME", "/home/me", 1);
+    setenv("XDG_CACHE_HOME", "relative", 1);
+    EXPECT_EQ(cacheFolder(), "/home/me/.cache/vantrel");
+    unsetenv("XDG_CACHE_HOME");
+    unsetenv("HOME");
+    EXPECT_EQ(cacheFolder(), "");
 }
 
 TEST(RecentFilesTest, TheLatestIsFirstAndOnce) {

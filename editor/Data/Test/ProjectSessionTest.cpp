@@ -56,6 +56,11 @@ TEST_F(ProjectSessionTest, everySettingHasADefault) {
         bloom["intensity"].readValue().asFloat();
         bloom["enabled"].readValue().asBool();
         EXPECT_GT(rendering["hdr"]["exposure"].readValue().asFloat(), 0.0f);
+        const ValueAccess environment = rendering["environment"];
+        EXPECT_TRUE(environment["image"].readValue().asString("x").isEmpty());
+        EXPECT_EQ(environment["intensity"].readValue().asFloat(), 1.0f);
+        environment["rotation"].readValue().asFloat();
+        EXPECT_TRUE(environment["background"].readValue().asBool());
         for(const char* const key: {"usePreZ", "useMultiDraw", "useFrustumCulling"})
             rendering[key].readValue().asBool();
         for(const char* const key: {"textureAtlasSize", "compressedTextureAtlasSize"})

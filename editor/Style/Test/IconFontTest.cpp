@@ -38,7 +38,7 @@ TEST_F(IconFontTest, ShapesAreInOrderAndInsideTheEm) {
 #if IMGUI_VERSION_NUM < 19200
 
 TEST_F(IconFontTest, EveryIconHasPixelsOfItsOwn) {
-    loadFonts(1.0f, 2.0f);
+    loadFonts(1.0f, 2.0f, {});
     ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
     unsigned char* pixels = nullptr;
     int width = 0, height = 0;
@@ -48,6 +48,7 @@ TEST_F(IconFontTest, EveryIconHasPixelsOfItsOwn) {
         const ImFontGlyph* const glyph = atlas.Fonts[0]->FindGlyphNoFallback(icon);
         ASSERT_TRUE(glyph) << std::hex << icon;
         EXPECT_GT(glyph->X1 - glyph->X0, 15.0f) << std::hex << icon;
+        EXPECT_GE(glyph->AdvanceX, glyph->X1) << "the next letter stands beside " << std::hex << icon;
         int filled = 0, empty = 0;
         for(int y = int(glyph->V0 * float(height)); y != int(glyph->V1 * float(height)); ++y)
             for(int x = int(glyph->U0 * float(width)); x != int(glyph->U1 * float(width)); ++x) {
@@ -67,11 +68,11 @@ TEST_F(IconFontTest, PixelsFollowTheScalesAndPlacesTheFontScale) {
         atlas.Build();
         return atlas.Fonts[0]->FindGlyph('m')->AdvanceX * ImGui::GetIO().FontGlobalScale;
     };
-    loadFonts(1.0f, 1.0f);
+    loadFonts(1.0f, 1.0f, {});
     const float plain = advance();
-    loadFonts(1.0f, 2.0f);
+    loadFonts(1.0f, 2.0f, {});
     EXPECT_NEAR(advance(), plain, plain * 0.1f);
-    loadFonts(2.0f, 1.0f);
+    loadFonts(2.0f, 1.0f, {});
     EXPECT_NEAR(advance(), 2.0f * plain, plain * 0.1f);
 }
 

@@ -18,6 +18,7 @@ constexpr const char* DefaultProject = R"({
       "clearColor": [0.1, 0.1, 0.12, 1.0],
       "bloom": {"enabled": false, "passes": 4, "kernelSize": 5, "threshold": 1.0, "intensity": 0.5},
       "hdr": {"exposure": 1.0},
+      "environment": {"image": "", "intensity": 1.0, "rotation": 0.0, "background": true},
       "usePreZ": false,
       "useMultiDraw": true,
       "useFrustumCulling": true,

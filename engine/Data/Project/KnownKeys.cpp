@@ -68,10 +68,12 @@ constexpr KnownKey SettingsKeys[]{{"rendering", KeyType::Object}, {"rendering/cl
     {"rendering/bloom/passes", KeyType::WholeNumber}, {BloomKernelSizeKey, KeyType::Number},
     {"rendering/bloom/threshold", KeyType::Number}, {"rendering/bloom/intensity", KeyType::Number},
     {"rendering/hdr", KeyType::Object}, {"rendering/hdr/exposure", KeyType::Number},
-    {"rendering/usePreZ", KeyType::Truth}, {"rendering/useMultiDraw", KeyType::Truth},
-    {"rendering/useFrustumCulling", KeyType::Truth}, {"rendering/textureAtlasSize", KeyType::Vector2i},
-    {"rendering/compressedTextureAtlasSize", KeyType::Vector2i}, {"editor", KeyType::Object},
-    {"editor/camera", KeyType::Object}, {"editor/camera/near", KeyType::Number},
+    {"rendering/environment", KeyType::Object}, {"rendering/environment/image", KeyType::Text},
+    {"rendering/environment/intensity", KeyType::Number}, {"rendering/environment/rotation", KeyType::Number},
+    {"rendering/environment/background", KeyType::Truth}, {"rendering/usePreZ", KeyType::Truth},
+    {"rendering/useMultiDraw", KeyType::Truth}, {"rendering/useFrustumCulling", KeyType::Truth},
+    {"rendering/textureAtlasSize", KeyType::Vector2i}, {"rendering/compressedTextureAtlasSize", KeyType::Vector2i},
+    {"editor", KeyType::Object}, {"editor/camera", KeyType::Object}, {"editor/camera/near", KeyType::Number},
     {"editor/camera/far", KeyType::NumberOrInfinity}, {"editor/camera/pitch", KeyType::Number},
     {"editor/camera/yaw", KeyType::Number}, {"physx", KeyType::Object}, {"physx/enable", KeyType::Truth}};
 

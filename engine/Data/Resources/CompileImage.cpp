@@ -39,6 +39,7 @@ bool loadPixels(ResourceContext& context, const ResourceNode& node, const Resour
     context.sources.set(node, pixels ? source : ResourceSource{});
     image.pixels = pixels ? std::move(*pixels) : placeholder();
     image.header.size = image.pixels->size();
+    image.revision = ++context.imageRevision;
     return true;
 }
 

@@ -83,9 +83,13 @@ ColliderShapes::ColliderShapes() {
 }
 
 void ColliderShapes::make(Shape& shape, const std::vector<Vector3>& lines) {
+    GL::Buffer vertices{GL::Buffer::TargetHint::Array, vectorView(lines)};
+    vertices.setLabel("Collider lines");
+    shape.places.setLabel("Collider places");
     shape.mesh.setCount(Int(lines.size()))
-        .addVertexBuffer(GL::Buffer{GL::Buffer::TargetHint::Array, vectorView(lines)}, 0, Position{})
-        .addVertexBufferInstanced(shape.places, 1, 0, Transformation{});
+        .addVertexBuffer(std::move(vertices), 0, Position{})
+        .addVertexBufferInstanced(shape.places, 1, 0, Transformation{})
+        .setLabel("Collider shapes");
 }
 
 void ColliderShapes::update(Scene& scene) {

@@ -23,6 +23,7 @@ LineProgram::LineProgram() {
     attachShader(vertex);
     attachShader(fragment);
     CORRADE_INTERNAL_ASSERT_OUTPUT(link());
+    setLabel("Collider lines");
     _viewProjection = uniformLocation("viewProjection");
     _color = uniformLocation("color");
 }

@@ -8,6 +8,8 @@ uniform samplerBuffer lightData;
 const int TexelsPerLight = 3;
 
 int lightCount() { return int(texelFetch(lightData, 0).x); }
+// They come first.
+int lightsWithShadows() { return int(texelFetch(lightData, 0).y); }
 
 // Falls with the square of the distance, and to nothing at the end of the reach.
 float lightFalloff(float squaredDistance, float reach) {
@@ -18,7 +20,7 @@ float lightFalloff(float squaredDistance, float reach) {
 }
 
 // Whether a light reaches a place; then the direction to it, and how much light comes from there on a surface across it.
-bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
+bool lightWithoutShadows(int index, vec3 place, out vec3 direction, out vec3 incoming) {
     int texel = 1 + index*TexelsPerLight;
     vec4 light = texelFetch(lightData, texel);
     incoming = light.rgb;
@@ -37,12 +39,26 @@ bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
     return cone > 0.0;
 }
 
+// The same, less what stands in the light's way. The normal is that of the side of the surface that is seen, without
+// bumps, of length 1; zero where it is not known, which keeps shadows farther away from what throws them.
+bool lightAt(int index, vec3 place, vec3 normal, out vec3 direction, out vec3 incoming) {
+    if(!lightWithoutShadows(index, place, direction, incoming)) return false;
+#ifdef SHADOWS
+    if(index < lightsWithShadows()) incoming *= shadowAt(index, place, normal, direction);
+#endif
+    return true;
+}
+bool lightAt(int index, vec3 place, out vec3 direction, out vec3 incoming) {
+    return lightAt(index, place, vec3(0.0), direction, incoming);
+}
+
+#ifndef HAS_ENVIRONMENT
 // What surrounds a scene: a ground, a bright horizon, a sky. More of it where no light was made yet.
 const vec3 Ground = vec3(0.060, 0.052, 0.045);
 const vec3 Horizon = vec3(0.42, 0.40, 0.37);
 const vec3 Sky = vec3(0.13, 0.16, 0.21);
 
-float surroundingFactor() { return lightCount() == 0 ? 2.5 : 1.0; }
+float surroundingFactor() { return lightCount() == 0 ? 1.6 : 1.0; }
 
 // How much of it falls onto a surface with this normal.
 vec3 ambientLight(vec3 normal) { return mix(Ground, Sky, 0.5*normal.y + 0.5)*surroundingFactor(); }
@@ -54,13 +70,14 @@ vec3 surroundingLight(vec3 direction, float roughness) {
     vec3 upper = mix(Horizon, 1.5*Sky, smoothstep(0.0, 0.4 + blur, direction.y));
     return mix(mix(Ground, upper, above)*surroundingFactor(), ambientLight(direction), roughness*roughness);
 }
+#endif
 
 // Where no light was made yet: one that stands behind the camera, above its left shoulder.
 void workLight(vec3 place, out vec3 direction, out vec3 incoming) {
     vec3 toCamera = normalize(cameraPosition - place);
     vec3 left = cross(toCamera, vec3(0.0, 1.0, 0.0));
-    direction = normalize(toCamera + vec3(0.0, 0.6, 0.0) + 0.5*left);
-    incoming = vec3(1.7);
+    direction = normalize(toCamera + vec3(0.0, 0.7, 0.0) + 0.7*left);
+    incoming = vec3(2.0, 1.94, 1.82);
 }
 
 // Keeps colours as they are up to a shoulder, and brings what is brighter below 1, whiter the brighter it is.

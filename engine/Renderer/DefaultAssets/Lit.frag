@@ -4,6 +4,12 @@ in vec3 worldPosition;
 in vec3 worldNormal;
 in vec4 worldTangent;
 in vec2 uv;
+// Where a texture may lie by it.
+#ifdef SECOND_UV
+in vec2 secondUv;
+#else
+#define secondUv uv
+#endif
 in vec4 vertexColor;
 
 // Parameters that a project's shader may lack.
@@ -11,7 +17,7 @@ in vec4 vertexColor;
 vec4 material_baseColor() { return vec4(1.0); }
 #endif
 #ifndef MATERIAL_HAS_baseColorTexture
-vec4 material_baseColorTexture(vec2 place) { return vec4(1.0); }
+vec4 material_baseColorTexture(vec2 first, vec2 second) { return vec4(1.0); }
 #endif
 #ifndef MATERIAL_HAS_metalness
 float material_metalness() { return 0.0; }
@@ -20,23 +26,24 @@ float material_metalness() { return 0.0; }
 float material_roughness() { return 0.8; }
 #endif
 #ifndef MATERIAL_HAS_metallicRoughnessTexture
-vec4 material_metallicRoughnessTexture(vec2 place) { return vec4(1.0); }
+vec4 material_metallicRoughnessTexture(vec2 first, vec2 second) { return vec4(1.0); }
 #endif
 #ifndef MATERIAL_HAS_normalTexture
 bool material_has_normalTexture() { return false; }
 vec4 material_normalTexture(vec2 place) { return vec4(0.5, 0.5, 1.0, 1.0); }
+vec2 material_place_normalTexture(vec2 first, vec2 second) { return first; }
 #endif
 #ifndef MATERIAL_HAS_normalScale
 float material_normalScale() { return 1.0; }
 #endif
 #ifndef MATERIAL_HAS_occlusionTexture
-vec4 material_occlusionTexture(vec2 place) { return vec4(1.0); }
+vec4 material_occlusionTexture(vec2 first, vec2 second) { return vec4(1.0); }
 #endif
 #ifndef MATERIAL_HAS_emissiveColor
 vec4 material_emissiveColor() { return vec4(0.0); }
 #endif
 #ifndef MATERIAL_HAS_emissiveTexture
-vec4 material_emissiveTexture(vec2 place) { return vec4(1.0); }
+vec4 material_emissiveTexture(vec2 first, vec2 second) { return vec4(1.0); }
 #endif
 #ifndef MATERIAL_HAS_alphaCutoff
 float material_alphaCutoff() { return 0.5; }
@@ -51,14 +58,17 @@ vec3 frontNormal() {
     return gl_FrontFacing ? towardsCamera : -towardsCamera;
 }
 
-// To the right and upwards in the texture, along the surface; by the derivatives where the mesh does not say it.
-mat3 tangentSpace(vec3 normal) {
+// To the right and upwards in the texture, along the surface; by the derivatives where the mesh does not say it, which it
+// does for textures that lie as its own coordinates do.
+mat3 tangentSpace(vec3 normal, vec2 place) {
+#ifndef MATERIAL_PLACES_normalTexture
     if(dot(worldTangent.xyz, worldTangent.xyz) > 1.0e-8) {
         vec3 tangent = normalize(worldTangent.xyz - normal*dot(normal, worldTangent.xyz));
         return mat3(tangent, cross(normal, tangent)*worldTangent.w, normal);
     }
+#endif
     vec3 alongX = dFdx(worldPosition), alongY = dFdy(worldPosition);
-    vec2 uvX = dFdx(uv), uvY = dFdy(uv);
+    vec2 uvX = dFdx(place), uvY = dFdy(place);
     vec3 acrossX = cross(alongY, normal), acrossY = cross(normal, alongX);
     vec3 right = acrossX*uvX.x + acrossY*uvY.x;
     vec3 up = acrossX*uvX.y + acrossY*uvY.y;
@@ -69,22 +79,28 @@ mat3 tangentSpace(vec3 normal) {
     return mat3(right*scale, up*scale, normal);
 }
 
-vec3 surfaceNormal() {
-    vec3 normal = frontNormal();
-    if(material_has_normalTexture()) {
-        vec3 bump = material_normalTexture(uv).xyz*2.0 - 1.0;
-        bump.xy *= material_normalScale();
-        normal = normalize(tangentSpace(normal)*bump);
-    }
+// What bulges out on one side is a dent on the other.
+vec3 seenFrom(vec3 normal) {
 #ifdef DOUBLE_SIDED
-    // What bulges out on one side is a dent on the other.
-    if(!gl_FrontFacing) normal = -normal;
+    if(!gl_FrontFacing) return -normal;
 #endif
     return normal;
 }
 
+vec3 surfaceNormal(vec3 front) {
+    vec3 normal = front;
+    if(material_has_normalTexture()) {
+        vec2 place = material_place_normalTexture(uv, secondUv);
+        vec3 bump = material_normalTexture(place).xyz*2.0 - 1.0;
+        bump.xy *= material_normalScale();
+        normal = normalize(tangentSpace(normal, place)*bump);
+    }
+    return seenFrom(normal);
+}
+
 struct Surface {
     vec3 normal;
+    vec3 side; // The normal without bumps
     vec3 toCamera;
     float cosine; // Of the angle between the two
     vec3 diffuse;
@@ -96,10 +112,12 @@ struct Surface {
 };
 
 Surface surfaceOf(vec3 baseColor) {
-    vec4 texel = material_metallicRoughnessTexture(uv);
+    vec4 texel = material_metallicRoughnessTexture(uv, secondUv);
     float metalness = clamp(material_metalness()*texel.b, 0.0, 1.0);
     Surface surface;
-    surface.normal = surfaceNormal();
+    vec3 front = frontNormal();
+    surface.normal = surfaceNormal(front);
+    surface.side = seenFrom(front);
     surface.toCamera = normalize(cameraPosition - worldPosition);
     surface.cosine = max(dot(surface.normal, surface.toCamera), 1.0e-3);
     surface.diffuse = baseColor*(1.0 - metalness);
@@ -140,32 +158,42 @@ vec3 ambient(Surface surface) {
     vec3 mirrored = reflect(-surface.toCamera, surface.normal);
     vec3 ahead = mix(mirrored, surface.normal, surface.roughness*surface.roughness);
     vec2 share = surroundingReflection(surface.roughness, surface.cosine);
-    return surface.diffuse*ambientLight(surface.normal) +
-        (surface.specular*share.x + share.y)*surroundingLight(normalize(ahead), surface.roughness);
+    vec3 mirror = surface.specular*share.x + share.y;
+    // What is mirrored is not scattered.
+    return surface.diffuse*(1.0 - mirror)*ambientLight(surface.normal) +
+        mirror*surroundingLight(normalize(ahead), surface.roughness);
 }
 
 vec3 lit(Surface surface) {
     int count = lightCount();
     vec3 direction, incoming;
+#ifndef HAS_ENVIRONMENT
     if(count == 0) {
         workLight(worldPosition, direction, incoming);
         return reflected(surface, direction)*incoming;
     }
+#endif
     vec3 sum = vec3(0.0);
-    for(int i = 0; i != count; ++i)
-        if(lightAt(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
+    int i = 0;
+#ifdef SHADOWS
+    // Apart: a rasteriser in software goes through all of a loop for each light.
+    for(int end = lightsWithShadows(); i != end; ++i)
+        if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
+#endif
+    for(; i != count; ++i)
+        if(lightWithoutShadows(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
     return sum;
 }
 
 void main() {
-    vec4 base = material_baseColor()*material_baseColorTexture(uv)*vertexColor;
+    vec4 base = material_baseColor()*material_baseColorTexture(uv, secondUv)*vertexColor;
 #ifdef MASK_ONLY
     if(base.a < material_alphaCutoff()) discard;
 #else
     // Before anything that ends a fragment: textures need their neighbours.
     Surface surface = surfaceOf(base.rgb);
-    vec3 emissive = material_emissiveColor().rgb*material_emissiveTexture(uv).rgb;
-    float occlusion = material_occlusionTexture(uv).r;
+    vec3 emissive = material_emissiveColor().rgb*material_emissiveTexture(uv, secondUv).rgb;
+    float occlusion = material_occlusionTexture(uv, secondUv).r;
 #ifdef ALPHA_MASK
     if(base.a < material_alphaCutoff()) discard;
 #endif

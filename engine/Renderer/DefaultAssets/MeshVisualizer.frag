@@ -10,5 +10,6 @@ vec4 material_wireframeColor() { return vec4(1.0); }
 
 void main() {
     vec4 color = material_color();
-    fragmentColor = color.a > 0.0 ? color : material_wireframeColor();
+    if(color.a <= 0.0) color = material_wireframeColor();
+    fragmentColor = vec4(shownColor(color.rgb), color.a);
 }

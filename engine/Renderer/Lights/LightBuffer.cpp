@@ -45,33 +45,40 @@ LightRecord recordOf(Scene& scene, Id component, LightType type) {
 
 } // namespace
 
-void packLights(Scene& scene, std::vector<LightRecord>& lights) {
+std::size_t packLights(Scene& scene, std::vector<LightRecord>& lights) {
     lights.clear();
-    const auto components = scene.lights.components();
-    for(const LightType type: {LightType::Point, LightType::Spot, LightType::Sun}) {
-        const auto range = scene.lights.lightsOfType(type);
-        for(std::size_t slot = range.first(); slot != range.second(); ++slot)
-            lights.push_back(recordOf(scene, components[slot], type));
+    const auto components = scene.lights.components().prefix(scene.lights.numActiveComponents());
+    std::size_t withShadows = 0;
+    for(const bool hasShadows: {true, false}) {
+        for(const Id light: components)
+            if(isMeantToThrowShadows(scene.lights, light) == hasShadows)
+                lights.push_back(recordOf(scene, light, scene.lights.lightType(light)));
+        if(hasShadows) withShadows = lights.size();
     }
+    return withShadows;
 }
+
+bool isMeantToThrowShadows(LightManager& lights, Id component) { return lights.parameters(component).z() > 0.5f; }
 
 LightBuffer::LightBuffer() {
     upload();
-    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer);
+    _texture.setBuffer(GL::BufferTextureFormat::RGBA32F, _buffer).setLabel("Renderer lights");
+    _buffer.setLabel("Renderer lights");
 }
 
 std::size_t LightBuffer::update(Scene& scene) {
-    packLights(scene, _next);
-    const bool isSame = _next.size() == _lights.size() &&
+    const std::size_t withShadows = packLights(scene, _next);
+    const bool isSame = withShadows == _withShadows && _next.size() == _lights.size() &&
         (_next.empty() || !std::memcmp(_next.data(), _lights.data(), _next.size() * sizeof(LightRecord)));
     if(isSame) return 0;
     std::swap(_lights, _next);
+    _withShadows = withShadows;
     upload();
     return _texels.size() * sizeof(Vector4);
 }
 
 void LightBuffer::upload() {
-    _texels.assign(1, Vector4{Float(_lights.size()), 0.0f, 0.0f, 0.0f});
+    _texels.assign(1, Vector4{Float(_lights.size()), Float(_withShadows), 0.0f, 0.0f});
     for(const LightRecord& light: _lights)
         _texels.insert(_texels.end(), {light.incomingAndReach, light.positionAndConeFactor, light.axisAndConeSummand});
     _buffer.setData(Containers::ArrayView<const Vector4>{_texels.data(), _texels.size()}, GL::BufferUsage::DynamicDraw);

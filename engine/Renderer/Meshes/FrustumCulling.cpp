@@ -61,6 +61,16 @@ void findInside(const FrustumPlanes& frustum, const Spheres& spheres, std::vecto
     inside.resize(std::size_t(end - inside.data()));
 }
 
+bool isAnyInside(const FrustumPlanes& frustum, const Spheres& spheres) {
+    unsigned outside[BlockSize];
+    for(std::size_t first = 0; first < spheres.size(); first += BlockSize) {
+        const std::size_t count = std::min(spheres.size() - first, BlockSize);
+        note(frustum, spheres, first, count, outside);
+        if(std::find(outside, outside + count, 0u) != outside + count) return true;
+    }
+    return false;
+}
+
 void findAll(const Spheres& spheres, std::vector<Id>& all) {
     all.resize(spheres.size());
     Id* end = all.data();

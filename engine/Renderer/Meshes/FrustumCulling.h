@@ -29,12 +29,19 @@ struct Spheres {
         z[i] = center.z();
         radius[i] = r;
     }
+    void add(const Magnum::Vector3& center, Magnum::Float r) {
+        resize(size() + 1);
+        set(size() - 1, center, r);
+    }
+    void clear() { resize(0); }
     Magnum::Vector3 center(std::size_t i) const { return {x[i], y[i], z[i]}; }
 };
 
 // The numbers, ascending, of the spheres that reach into a frustum, or of all; in the place of what the list held. What
 // cannot be told, for a number that is none, is inside. Linear, without a branch a sphere.
 void findInside(const FrustumPlanes& frustum, const Spheres& spheres, std::vector<Id>& inside);
+// Whether there is any.
+bool isAnyInside(const FrustumPlanes& frustum, const Spheres& spheres);
 void findAll(const Spheres& spheres, std::vector<Id>& all);
 
 } // namespace VantrelEngine

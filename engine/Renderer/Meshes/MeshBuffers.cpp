@@ -89,6 +89,8 @@ void MeshBuffers::allocate(const Extent& capacity) {
         _layout.describe(*mesh, _vertices);
         mesh->setIndexBuffer(_indices, 0, MeshIndexType::UnsignedInt);
     }
+    _all.setLabel("Renderer meshes");
+    _one.setLabel("Renderer mesh");
 }
 
 bool MeshBuffers::update(Containers::ArrayView<const SceneMesh> meshes) {

@@ -23,6 +23,7 @@ constexpr std::size_t WorthSkipping = 32;
 } // namespace
 
 void ObjectBuffer::resize(std::size_t size) {
+    for(std::size_t slot = size; slot < this->size(); ++slot) touch(slot);
     _records.resize(size);
     _isMirrored.resize(size);
     _spheres.resize(size);
@@ -35,6 +36,7 @@ void ObjectBuffer::resize(std::size_t size) {
 
 void ObjectBuffer::update(const Scene& scene, const MeshBuffers& meshes) {
     std::fill(_dirty.begin(), _dirty.end(), 0);
+    _touched.clear();
     if(scene.meshes.numActiveComponents() != size()) {
         resize(scene.meshes.numActiveComponents());
         _areAllDirty = true;
@@ -47,7 +49,10 @@ void ObjectBuffer::update(const Scene& scene, const MeshBuffers& meshes) {
     // Ranges of records that are others than before.
     std::size_t first = 0, end = 0;
     forEachDirty([&](std::size_t slot) {
-        if(!compute(slot, scene, meshes)) return;
+        touch(slot);
+        const bool isOther = compute(slot, scene, meshes);
+        touch(slot);
+        if(!isOther) return;
         if(first != end && slot - end > WorthSkipping) {
             upload(first, end);
             first = end;
@@ -96,6 +101,10 @@ template<class Function> void ObjectBuffer::forEachDirty(Function function) {
             const std::size_t slot = word * 64 + std::size_t(__builtin_ctzll(bits));
             if(slot < size()) function(slot);
         }
+}
+
+void ObjectBuffer::touch(std::size_t slot) {
+    if(_spheres.radius[slot] >= 0.0f) _touched.add(_spheres.center(slot), _spheres.radius[slot]);
 }
 
 bool ObjectBuffer::compute(std::size_t slot, const Scene& scene, const MeshBuffers& meshes) {

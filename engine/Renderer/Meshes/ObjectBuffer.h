@@ -33,6 +33,8 @@ public:
     // Active meshes.
     std::size_t size() const { return _spheres.size(); }
     const Spheres& spheres() const { return _spheres; }
+    // Where that stood and stands what the last update computed again, whether it came out different or not.
+    const Spheres& touched() const { return _touched; }
     Id object(std::size_t slot) const { return _objects[slot]; }
     Id mesh(std::size_t slot) const { return _meshes[slot]; }
     bool isMirrored(std::size_t slot) const { return _isMirrored[slot]; }
@@ -53,6 +55,7 @@ private:
     void linkSlots();
     void markChanged(const Scene& scene);
     void mark(std::size_t slot) { _dirty[slot / 64] |= std::uint64_t{1} << slot % 64; }
+    void touch(std::size_t slot);
     template<class Function> void forEachDirty(Function function);
     bool compute(std::size_t slot, const Scene& scene, const MeshBuffers& meshes);
     void upload(std::size_t first, std::size_t end);
@@ -62,7 +65,7 @@ private:
     std::vector<Id> _objects, _meshes, _materials;
     std::vector<Record> _records;
     std::vector<char> _isMirrored;
-    Spheres _spheres;
+    Spheres _spheres, _touched;
     std::vector<std::uint64_t> _dirty;
     // The first slot of an object, and the next one of the same object; NoComponent for none.
     std::vector<Id> _firstSlot, _nextSlot;

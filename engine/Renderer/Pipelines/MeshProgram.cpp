@@ -82,6 +82,7 @@ void MeshProgram::findUniforms() {
     _materialStride = uniformLocation("materialStride");
     _firstInstance = uniformLocation("firstInstance");
     _color = uniformLocation("oneColor");
+    _environment = uniformLocation("environment");
     for(const SamplerUnit& sampler: SamplerUnits)
         if(const Int location = uniformLocation(sampler.name); location != -1) setUniform(location, sampler.unit);
 }
@@ -93,6 +94,7 @@ MeshProgram& MeshProgram::setView(const ViewUniforms& view) {
     if(_cameraPosition != -1) setUniform(_cameraPosition, view.cameraPosition);
     if(_viewportSize != -1) setUniform(_viewportSize, view.viewportSize);
     if(_materialStride != -1) setUniform(_materialStride, view.materialStride);
+    if(_environment != -1) setUniform(_environment, view.environment);
     return *this;
 }
 

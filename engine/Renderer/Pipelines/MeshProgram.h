@@ -7,6 +7,7 @@
 #include <Magnum/Math/Color.h>
 #include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Vector2.h>
+#include <Magnum/Math/Vector4.h>
 
 namespace VantrelEngine {
 
@@ -20,6 +21,8 @@ struct ViewUniforms {
     Magnum::Vector2 viewportSize{1.0f};
     // Values from row to row.
     Magnum::Int materialStride = 1;
+    // See Environment.glsl.
+    Magnum::Vector4 environment;
     // Counts the views, so that a program is told once of each.
     Magnum::UnsignedLong number = 0;
 };
@@ -43,7 +46,7 @@ private:
     void findUniforms();
 
     Magnum::Int _viewProjection = -1, _cameraPosition = -1, _viewportSize = -1, _materialStride = -1;
-    Magnum::Int _firstInstance = -1, _color = -1;
+    Magnum::Int _firstInstance = -1, _color = -1, _environment = -1;
     Magnum::UnsignedLong _viewNumber = 0;
 };
 

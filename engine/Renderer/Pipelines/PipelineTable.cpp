@@ -22,6 +22,13 @@ bool isOpaque(const PipelineHeader& header) {
     return (header.flags & Depth) == Depth && !(header.flags & (PipelineHeader::Blend | PipelineHeader::AlphaMask));
 }
 
+// What debuggers call a program. The GL refuses names that are longer than it likes.
+std::string labelOf(const std::string& pipeline, ProgramPurpose purpose) {
+    constexpr std::size_t LongestName = 100;
+    constexpr const char* Purposes[]{"picture", "depth", "object ids", "one colour"};
+    return pipeline.substr(0, LongestName) + ": " + Purposes[std::size_t(purpose)];
+}
+
 } // namespace
 
 std::size_t Pipeline::parameter(std::string_view name) const {
@@ -38,6 +45,16 @@ void PipelineTable::clear() {
     _isTidy = false;
 }
 
+void PipelineTable::setLinear(bool isLinear) {
+    _isLinear = isLinear;
+    for(std::size_t i = 0; i != _plans.size(); ++i) {
+        // Not there at all.
+        if(_plans[i].recipe.vertexSource.empty()) continue;
+        _plans[i].recipe.isLinear = isLinear;
+        _plans[i].isDue = true;
+    }
+}
+
 void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_view vertexSource,
     std::string_view fragmentSource, const VertexLayout& layout) {
     if(index >= _pipelines.size()) {
@@ -51,7 +68,7 @@ void PipelineTable::add(Id index, const ScenePipeline& pipeline, std::string_vie
     _indices.emplace(added.name, index);
     Plan& plan = _plans[index] = Plan{};
     plan.recipe = {pipeline, std::string{vertexSource}, std::string{fragmentSource}, layout,
-        std::vector<TextureNeeds>(pipeline.parameters.size())};
+        std::vector<TextureNeeds>(pipeline.parameters.size()), _hasEnvironment, _hasShadows, _isLinear};
     plan.isDue = true;
     if(vertexSource.empty() || fragmentSource.empty()) makeFlat(plan);
 }
@@ -68,6 +85,30 @@ void PipelineTable::addNeeds(Id index, std::size_t parameter, TextureNeeds needs
     if(plan.isFlat || !(needs & ~plan.recipe.needs[parameter])) return;
     plan.recipe.needs[parameter] |= needs;
     plan.isDue = true;
+}
+
+bool PipelineTable::setEnvironment(bool isThere) {
+    if(isThere == _hasEnvironment) return false;
+    _hasEnvironment = isThere;
+    bool isAnyDue = false;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasEnvironment = isThere;
+        const bool isDue = dependsOnEnvironment(plan.recipe.fragmentSource);
+        plan.isDue |= isDue;
+        isAnyDue |= isDue;
+    }
+    return isAnyDue;
+}
+
+bool PipelineTable::setShadows(bool enabled) {
+    if(enabled == _hasShadows) return false;
+    _hasShadows = enabled;
+    for(Plan& plan: _plans) {
+        plan.recipe.hasShadows = enabled;
+        // Indices between those that were added have no sources.
+        plan.isDue |= !plan.recipe.vertexSource.empty();
+    }
+    return true;
 }
 
 void PipelineTable::build() {
@@ -92,7 +133,7 @@ void PipelineTable::build(Pipeline& pipeline, Plan& plan) {
 
 bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason) {
     const auto make = [&](ProgramPurpose purpose) {
-        return program(pipelineSources(recipe, _hasDrawParameters, purpose), reason);
+        return program(pipelineSources(recipe, _hasDrawParameters, purpose), labelOf(pipeline.name, purpose), reason);
     };
     pipeline.picture = make(ProgramPurpose::Picture);
     if(!pipeline.picture) return false;
@@ -104,7 +145,8 @@ bool PipelineTable::buildPrograms(Pipeline& pipeline, const PipelineRecipe& reci
     return pipeline.objectIds && pipeline.oneColor && bool(pipeline.depth) == hasDepth;
 }
 
-std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources, std::string& reason) {
+std::shared_ptr<MeshProgram> PipelineTable::program(
+    const ShaderSources& sources, const std::string& label, std::string& reason) {
     std::string key;
     for(const std::string* const piece: {&sources.vertexPrefix, &sources.vertex, &sources.vertexSuffix,
             &sources.fragmentPrefix, &sources.fragment, &sources.fragmentSuffix})
@@ -113,6 +155,7 @@ std::shared_ptr<MeshProgram> PipelineTable::program(const ShaderSources& sources
     ++_builtPrograms;
     std::optional<MeshProgram> made = MeshProgram::make(sources, reason);
     if(!made) return nullptr;
+    made->setLabel({label.data(), label.size()});
     return _programs.emplace(std::move(key), std::make_shared<MeshProgram>(std::move(*made))).first->second;
 }
 

@@ -38,6 +38,8 @@ public:
 
     // Forgets the pipelines and the depth shader.
     void clear();
+    // Whether pictures are of linear colours, whose tones are mapped later. Their programs are due to be built.
+    void setLinear(bool isLinear);
     // Pipelines with this vertex source, whatever is defined before it, take part in the depth pass.
     void setDepthSource(std::string_view vertexSource) { _depthSource = vertexSource; }
     // Without sources it is drawn flat.
@@ -46,6 +48,10 @@ public:
     // Of a texture among the parameters, which are expected to have it. Adds to what was needed since the pipeline was
     // added, so that what comes and goes is built once.
     void addNeeds(Id index, std::size_t parameter, TextureNeeds needs);
+    // Whether the scene has surroundings of its own, from now on. True where programs have to be made again.
+    bool setEnvironment(bool isThere);
+    // Whether pictures have shadows; true where that is other than before: then all programs that have to are to be built.
+    bool setShadows(bool enabled);
     // Makes the programs of what was added, and those that have to do more than before. Prints one line where the
     // sources do not compile; then it is drawn flat.
     void build();
@@ -68,12 +74,15 @@ private:
         bool isDue = false;
     };
 
-    std::shared_ptr<MeshProgram> program(const ShaderSources& sources, std::string& reason);
+    std::shared_ptr<MeshProgram> program(const ShaderSources& sources, const std::string& label, std::string& reason);
     static void makeFlat(Plan& plan);
     void build(Pipeline& pipeline, Plan& plan);
     bool buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason);
 
     bool _hasDrawParameters;
+    bool _hasEnvironment = false;
+    bool _hasShadows = false;
+    bool _isLinear = false;
     std::string _depthSource;
     std::vector<Pipeline> _pipelines;
     // By index, as the pipelines.

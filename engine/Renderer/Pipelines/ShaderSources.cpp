@@ -56,9 +56,34 @@ uniform int materialStride;
 vec4 materialValue(int parameter) { return texelFetch(materialData, int(material)*materialStride + parameter); }
 )";
 
+// Colours of the screen stay what they are...
+constexpr const char* ScreenColors = "vec3 shownColor(vec3 color) { return color; }\n";
+// ...or are those that come out as they are when their tones are mapped, with an exposure of 1.
+constexpr const char* LinearColors = R"(
+#define LINEAR_COLORS
+#define toneMapped(color) (color)
+#define screenColor(color) (color)
+#define shownColor(color) linearColor(color)
+vec3 linearColor(vec3 color) {
+    vec3 shown = clamp(color, 0.0, 0.99);
+    vec3 curve = pow((shown + 0.055)/1.055, vec3(2.4));
+    return -log(1.0 - mix(curve, shown/12.92, lessThanEqual(shown, vec3(0.04045))));
+}
+)";
+// What 16 bits can hold: beyond it, sums and differences are no numbers any more.
+constexpr const char* LinearMain = "void main() {\n"
+                                   "    pictureMain();\n"
+                                   "    fragmentColor.rgb = clamp(fragmentColor.rgb, 0.0, 6.0e4);\n"
+                                   "#ifndef BLEND\n"
+                                   "    fragmentColor.a = 1.0;\n"
+                                   "#endif\n"
+                                   "}\n";
+
 // The source's main function gets another name and is called by one that goes on.
 constexpr const char* TakeMain = "#define main pictureMain\n";
 constexpr const char* ReleaseMain = "#undef main\n";
+constexpr const char* SkyOutput = "layout(location = 0) out vec4 fragmentColor;\n";
+constexpr const char* HasEnvironment = "#define HAS_ENVIRONMENT\n";
 constexpr const char* MaskOnly = "#define MASK_ONLY\n";
 constexpr const char* VertexOfIds =
     "flat out uint idOfObject;\nvoid main() { pictureMain(); idOfObject = objectIndex(); }\n";
@@ -82,6 +107,45 @@ const char* sampleFunction(TextureNeeds needs) {
     return "sampleTexture";
 }
 
+std::size_t indexOf(const std::vector<ShaderParameter>& parameters, const std::string& name) {
+    std::size_t i = 0;
+    while(i != parameters.size() && (parameters[i].name != name || parameters[i].type != ParameterType::Vector)) ++i;
+    return i;
+}
+
+// Where a texture lies on the surface: what of it a shader cannot say costs nothing.
+std::string placeAccessor(const std::string& name, const std::vector<ShaderParameter>& parameters) {
+    const std::size_t place = indexOf(parameters, name + "Place"), turn = indexOf(parameters, name + "Turn");
+    const bool hasPlace = place != parameters.size(), hasTurn = turn != parameters.size();
+    std::string text = "vec2 material_place_" + name + "(vec2 first, vec2 second) {\n    vec2 place = first;\n";
+    if(hasTurn) {
+        text += "    vec4 turn = materialValue(" + std::to_string(turn) + ");\n";
+        text += "    if(turn.y > 0.5) place = second;\n";
+    }
+    if(hasPlace) {
+        text += "    vec4 frame = materialValue(" + std::to_string(place) + ");\n";
+        text += "    place *= frame.zw;\n";
+    }
+    if(hasTurn) {
+        text += "    vec2 axis = vec2(cos(turn.x), sin(turn.x));\n";
+        text += "    place = vec2(axis.x*place.x - axis.y*place.y, axis.y*place.x + axis.x*place.y);\n";
+    }
+    if(hasPlace) text += "    place += frame.xy;\n";
+    text += "    return place;\n}\n";
+    text += "vec4 material_" + name + "(vec2 first, vec2 second) { return material_" + name + "(material_place_" +
+        name + "(first, second)); }\n";
+    if(hasTurn || hasPlace) text += "#define MATERIAL_PLACES_" + name + "\n";
+    return text;
+}
+
+bool hasTurns(const std::vector<ShaderParameter>& parameters) {
+    for(const ShaderParameter& parameter: parameters)
+        if(parameter.type == ParameterType::Texture &&
+            indexOf(parameters, parameter.name + "Turn") != parameters.size())
+            return true;
+    return false;
+}
+
 // Where the compiler sees that a texture is white, it leaves out all that comes of it.
 std::string textureAccessors(const std::string& name, const std::string& value, TextureNeeds needs) {
     const std::string has = needs ? value + ".x != 0.0" : "false";
@@ -92,7 +156,7 @@ std::string textureAccessors(const std::string& name, const std::string& value, 
 }
 
 std::string accessors(const std::vector<ShaderParameter>& parameters, const std::vector<TextureNeeds>& needs) {
-    std::string text;
+    std::string text = hasTurns(parameters) ? "#define SECOND_UV\n" : "";
     std::set<std::string_view> known;
     for(std::size_t i = 0; i != parameters.size(); ++i) {
         const std::string& name = parameters[i].name;
@@ -105,6 +169,7 @@ std::string accessors(const std::vector<ShaderParameter>& parameters, const std:
         case ParameterType::Color: text += "vec4 material_" + name + "() { return " + value + "; }\n"; break;
         case ParameterType::Texture:
             text += textureAccessors(name, value, i < needs.size() ? needs[i] : TextureNeeds{});
+            text += placeAccessor(name, parameters);
         }
     }
     return text;
@@ -118,11 +183,29 @@ std::string flagDefines(std::uint32_t flags) {
     return text;
 }
 
-std::string fragmentPrefix(const PipelineRecipe& recipe) {
-    const Containers::StringView textures = defaultAsset("Textures.glsl"), lights = defaultAsset("Lights.glsl");
-    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions +
-        std::string{textures.data(), textures.size()} + std::string{lights.data(), lights.size()} +
+std::string asset(const char* file) {
+    const Containers::StringView text = defaultAsset(file);
+    return {text.data(), text.size()};
+}
+
+std::string lightFunctions(bool hasEnvironment, bool hasShadows) {
+    const std::string environment =
+        hasEnvironment ? std::string{HasEnvironment} + asset("Environment.glsl") : std::string{};
+    const std::string shadows = hasShadows ? "#define SHADOWS\n" + asset("Shadows.glsl") : std::string{};
+    return environment + shadows + asset("Lights.glsl");
+}
+
+std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment, bool hasShadows) {
+    return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + asset("Textures.glsl") +
+        lightFunctions(hasEnvironment, hasShadows) + ScreenColors +
         accessors(recipe.description.parameters, recipe.needs);
+}
+
+// What is brought to the screen otherwise stays linear, and within limits.
+void makeLinear(ShaderSources& sources) {
+    sources.fragmentPrefix += LinearColors;
+    sources.fragmentPrefix += TakeMain;
+    sources.fragmentSuffix = std::string{ReleaseMain} + LinearMain;
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.
@@ -148,12 +231,18 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         recipe.layout.declarations() + ViewUniforms + ObjectFunctions;
     // What comes behind begins with a directive.
     sources.vertex = recipe.vertexSource + "\n";
-    sources.fragmentPrefix = fragmentPrefix(recipe);
+    // All others are the same with surroundings, shadows and linear colours and without.
+    const bool isPicture = purpose == ProgramPurpose::Picture;
+    sources.fragmentPrefix =
+        fragmentPrefix(recipe, isPicture && recipe.hasEnvironment && dependsOnEnvironment(recipe.fragmentSource),
+            isPicture && recipe.hasShadows);
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
     switch(purpose) {
-    case ProgramPurpose::Picture: break;
+    case ProgramPurpose::Picture:
+        if(recipe.isLinear) makeLinear(sources);
+        break;
     case ProgramPurpose::Depth:
         sources.fragmentPrefix.clear();
         sources.fragment = "void main() {}\n";
@@ -165,6 +254,22 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
         break;
     case ProgramPurpose::OneColor: drawOneThing(sources, hasHoles, "uniform vec4 oneColor;\n", OneColor); break;
     }
+    return sources;
+}
+
+bool dependsOnEnvironment(std::string_view fragmentSource) {
+    for(const char* const function: {"ambientLight", "surroundingLight"})
+        if(fragmentSource.find(function) != std::string_view::npos) return true;
+    return false;
+}
+
+ShaderSources skySources(bool isLinear) {
+    ShaderSources sources;
+    sources.vertexPrefix = ViewUniforms;
+    sources.vertex = asset("Sky.vert");
+    sources.fragmentPrefix = std::string{ViewUniforms} + SkyOutput + lightFunctions(true, false);
+    sources.fragment = asset("Sky.frag");
+    if(isLinear) makeLinear(sources);
     return sources;
 }
 
@@ -190,7 +295,7 @@ std::string flatFragmentSource(const std::vector<ShaderParameter>& parameters) {
         "#ifndef BLEND\n"
         "    color.a = 1.0;\n"
         "#endif\n"
-        "    fragmentColor = vec4(pow(color.rgb, vec3(1.0/2.2)), color.a);\n"
+        "    fragmentColor = vec4(shownColor(pow(color.rgb, vec3(1.0/2.2))), color.a);\n"
         "}\n";
 }
 

@@ -28,6 +28,12 @@ struct PipelineRecipe {
     VertexLayout layout{};
     // Of textures, by parameter; nothing for those beyond the end. A texture that needs nothing is white.
     std::vector<TextureNeeds> needs;
+    // Whether the scene has surroundings of its own.
+    bool hasEnvironment = false;
+    // Whether some light throws shadows.
+    bool hasShadows = false;
+    // Whether the picture is one of linear colours without a limit, whose tones are mapped later.
+    bool isLinear = false;
 };
 
 // What the sources of a pipeline may use: the attributes of the vertices, the objects and the view; with the functions of
@@ -36,6 +42,12 @@ struct PipelineRecipe {
 //
 // Expects that draw parameters are wanted only where the GL has them.
 ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParameters, ProgramPurpose purpose);
+
+// Whether the picture of a pipeline with this fragment source looks different with surroundings.
+bool dependsOnEnvironment(std::string_view fragmentSource);
+
+// Of the surroundings behind everything.
+ShaderSources skySources(bool isLinear);
 
 // In the place of sources that there are not or that do not compile: the first colour of the material, or grey.
 std::string flatVertexSource();

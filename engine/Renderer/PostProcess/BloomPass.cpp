@@ -1,18 +1,18 @@
 #include <Vantrel/Renderer/BloomPass.h>
 
-#include <algorithm>
-
-namespace VantrelEngine {
+namespace VantrelEngine::Shaders {
 
 using namespace Magnum;
 
-BloomPass& BloomPass::setKernelSize(Int size) {
-    _kernelSize = std::clamp(size, 0, 21);
+BloomPass& BloomPass::setKernelSize(UnsignedInt size) {
+    _kernelSize = size;
+    _program = Bloom{size};
+    _program.setLabel("Bloom");
     return *this;
 }
 
-BloomPass& BloomPass::setPassCount(Int count) {
-    _passCount = std::max(count, 0);
+BloomPass& BloomPass::setPasses(UnsignedInt passes) {
+    _passes = passes;
     return *this;
 }
 
@@ -31,4 +31,9 @@ BloomPass& BloomPass::setExposure(Float exposure) {
     return *this;
 }
 
-} // namespace VantrelEngine
+Bloom& BloomPass::program() {
+    if(!_program.id()) setKernelSize(_kernelSize);
+    return _program;
+}
+
+} // namespace VantrelEngine::Shaders

@@ -33,6 +33,12 @@ TEST_F(AllocationTest, framesAllocateNothing) {
     for(int i = 0; i != 500; ++i)
         objects.push_back(add(meshes[i % 2], addMaterial(pipelines[i / 2 % 2], {1.0f, 0.5f, 0.0f, 0.5f}),
             {Float(i % 25) - 12.0f, Float(i / 25) - 10.0f, Float(i % 7)}));
+    const Id lamp = scene.lights.addComponent(scene.addObject(RootObject));
+    scene.lights.setLightType(lamp, LightType::Sun);
+    scene.lights.parameters(lamp).z() = 1.0f;
+    scene.lights.shadowRange(lamp) = 30.0f;
+    scene.lights.shadowParameters(lamp) = {0.0f, 0.0f, 1.0f, 2.0f};
+    scene.lights.activate(lamp);
     tell();
     UnsignedLong words[8]{};
     for(UnsignedLong& word: words) word = 0x5555555555555555u;
@@ -47,6 +53,8 @@ TEST_F(AllocationTest, framesAllocateNothing) {
         const std::size_t before = allocations;
         renderer.updateMeshVisibility(scene, scene.views.cullingMatrix(camera));
         renderer.updateLights(scene);
+        renderer.updateShadows(scene, scene.views);
+        framebuffer.bind();
         renderer.render(scene.views, scene);
         renderer.drawObjectIds(scene.views, camera, scene);
         renderer.drawFlat(scene.views, camera, scene, BitSetView{words, 512}, Color4{1.0f});
@@ -63,6 +71,7 @@ TEST_F(AllocationTest, framesAllocateNothing) {
         for(int i = 20; i != 40; ++i) EXPECT_EQ(draw(i), 0u) << i;
     }
     EXPECT_GT(renderer.drawCalls(), 1u);
+    EXPECT_GT(renderer.drawnShadowMaps(), 0u);
 }
 
 } // namespace

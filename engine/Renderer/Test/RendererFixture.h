@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -52,6 +53,7 @@ struct RendererTest: GlTest {
         scene.localTransformation(cameraObject) = DualQuaternion::translation({0.0f, 0.0f, 20.0f});
         camera = scene.views.addComponent(cameraObject);
         scene.views.projectionMatrix(camera) = Matrix4::orthographicProjection(Vector2{8.0f}, 0.1f, 100.0f);
+        scene.views.targetFramebuffer(camera) = &framebuffer;
         scene.views.activate(camera);
         renderer.setViewportSize(camera, Vector2i{Size});
     }
@@ -182,6 +184,12 @@ struct RendererTest: GlTest {
                 pixel = pixel << 8 | static_cast<unsigned char>(image.data()[i + channel]);
             result.push_back(pixel);
         }
+        return result;
+    }
+    std::vector<float> depths() {
+        const Image2D image = framebuffer.read(framebuffer.viewport(), Image2D{PixelFormat::Depth32F});
+        std::vector<float> result(image.data().size() / sizeof(float));
+        std::copy_n(image.data().data(), image.data().size(), reinterpret_cast<char*>(result.data()));
         return result;
     }
     // In units of the scene.

@@ -33,6 +33,16 @@ TEST(ShaderSourcesTest, flagsAreDefinedForTheFragments) {
         AllOf(HasSubstr("#define ALPHA_MASK\n"), HasSubstr("#define DOUBLE_SIDED\n"), Not(HasSubstr("#define BLEND"))));
 }
 
+TEST(ShaderSourcesTest, onlyPicturesHaveShadowsWhereThereAreAny) {
+    PipelineRecipe recipe{{}, "VERTEX", "FRAGMENT", VertexLayout{}, {}};
+    recipe.description.header.flags = PipelineHeader::AlphaMask;
+    const auto prefix = [&](ProgramPurpose purpose) { return pipelineSources(recipe, false, purpose).fragmentPrefix; };
+    EXPECT_THAT(prefix(ProgramPurpose::Picture), Not(HasSubstr("shadowAt(int")));
+    recipe.hasShadows = true;
+    EXPECT_THAT(prefix(ProgramPurpose::Picture), AllOf(HasSubstr("#define SHADOWS\n"), HasSubstr("shadowAt(int")));
+    EXPECT_THAT(prefix(ProgramPurpose::OneColor), Not(HasSubstr("shadowAt(int")));
+}
+
 TEST(ShaderSourcesTest, parametersHaveFunctions) {
     ScenePipeline pipeline;
     pipeline.parameters = {{"glow", ParameterType::Float, {}}, {"tint", ParameterType::Color, {}},

@@ -99,10 +99,11 @@ void ImageStore::set(std::size_t index, const SceneImage& image) {
     CORRADE_ASSERT(image.pixels->size() == reserved.size, "TextureAtlas: an image of another size was reserved", );
     if(!reserved.image) ++_count;
     reserved.image = &image;
-    if(reserved.halvings)
-        Utility::Warning{} << "TextureAtlas: image" << image.id.data() << "of" << reserved.size.x() << "x"
-                           << reserved.size.y() << "pixels is made smaller: a layer has" << _layerSize.x() << "x"
-                           << _layerSize.y();
+}
+
+void ImageStore::keepOnly(const std::vector<bool>& kept) {
+    for(std::size_t i = 0; i != _positions.size(); ++i)
+        if(_positions[i] && (i >= kept.size() || !kept[i])) _images[_positions[i] - 1].image = nullptr;
 }
 
 void ImageStore::prepare() {
@@ -133,6 +134,10 @@ void ImageStore::upload(Image& image, const LayerPacking::Place* places) {
         Utility::Warning{} << "TextureAtlas: there is no room for image" << image.image->id.data();
         return;
     }
+    if(image.halvings)
+        Utility::Warning{} << "TextureAtlas: image" << image.image->id.data() << "of" << image.size.x() << "x"
+                           << image.size.y() << "pixels is made smaller: a layer has" << _layerSize.x() << "x"
+                           << _layerSize.y();
     image.levels.first = _records.size();
     image.levels.count = count;
     MipLevels texels{*image.image->pixels, image.image->isSrgb};

@@ -45,13 +45,15 @@ public:
     void clear();
     // False, and a line, where there is no room or nothing to store.
     bool reserve(Id image, const Magnum::Vector2i& size);
-    // By order of the reservations; nothing where there is none. The image has to stay where it is until prepare(). One
-    // that is larger than a layer is made smaller, with a line.
+    // By order of the reservations; nothing where there is none. The image has to stay where it is until prepare().
     void set(std::size_t index, const SceneImage& image);
     // Images that were set since clear().
     std::size_t count() const { return _count; }
 
-    // Makes the mip levels and uploads them: once, when all are set. Costs a pass over all texels.
+    // Takes back what was set but for some, by the index that they were reserved for; those beyond the end go, too.
+    void keepOnly(const std::vector<bool>& kept);
+    // Makes the mip levels and uploads them: once, when all are set. One that is larger than a layer is made
+    // smaller, with a line. Costs a pass over all texels.
     void prepare();
     const std::vector<LevelRecord>& records() const { return _records; }
     // Of an image by the index that it was reserved for.

@@ -1,6 +1,8 @@
 #include "Renderer/Textures/TextureLayers.h"
 
+#include <Corrade/Containers/String.h>
 #include <Corrade/Utility/Assert.h>
+#include <Corrade/Utility/Format.h>
 #include <Magnum/GL/Context.h>
 #include <Magnum/GL/OpenGL.h>
 #include <Magnum/Sampler.h>
@@ -26,7 +28,8 @@ void TextureLayers::resize(const Vector3i& size) {
     _texture->setMinificationFilter(SamplerFilter::Linear)
         .setMagnificationFilter(SamplerFilter::Linear)
         .setWrapping(SamplerWrapping::ClampToEdge)
-        .setStorage(1, _format, size);
+        .setStorage(1, _format, size)
+        .setLabel(Utility::format("Renderer texture layers in unit {}", _unit));
 }
 
 void TextureLayers::write(const Range2Di& rectangle, Int layer, Containers::ArrayView<const Color4ub> texels) {

@@ -31,7 +31,8 @@ UnsignedInt samplingOf(const SceneTexture& texture) {
 
 TextureTable::TextureTable() {
     prepare();
-    _table.setBuffer(GL::BufferTextureFormat::RGBA32UI, _buffer);
+    _table.setBuffer(GL::BufferTextureFormat::RGBA32UI, _buffer).setLabel("Renderer textures");
+    _buffer.setLabel("Renderer textures");
 }
 
 void TextureTable::clear() {
@@ -45,7 +46,18 @@ void TextureTable::setTexture(const SceneTexture& texture, Id image) {
     _textures[index] = {image, texture.mipmap != SamplerMipmap::Base, samplingOf(texture)};
 }
 
+// What no texture shows, such as the surroundings of a scene, takes no room.
+void TextureTable::keepShownImages() {
+    std::vector<bool> isShown;
+    for(const Texture& texture: _textures) {
+        if(isShown.size() <= texture.image) isShown.resize(texture.image + 1u);
+        isShown[texture.image] = true;
+    }
+    _images.keepOnly(isShown);
+}
+
 void TextureTable::prepare() {
+    keepShownImages();
     _images.prepare();
     // The first is no texture.
     const std::size_t count = std::max(_textures.size(), std::size_t{1});

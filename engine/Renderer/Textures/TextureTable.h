@@ -41,6 +41,8 @@ private:
         Magnum::UnsignedInt sampling = 0;
     };
 
+    void keepShownImages();
+
     ImageStore _images;
     // By the scene's index.
     std::vector<Texture> _textures;

@@ -1,6 +1,7 @@
 #include "Views/SceneView/ViewFrame.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace VantrelEngine {
 
@@ -17,9 +18,16 @@ Float positive(Float scale) { return scale > 0.0f ? scale : 1.0f; }
 
 Vector2i wholeSize(const Vector2& size) { return {whole(size.x()), whole(size.y())}; }
 
-Vector2i framebufferSize(const Vector2i& size, const Vector2& scale, Int maximum) {
-    const Vector2i pixels = wholeSize({size.x() * positive(scale.x()), size.y() * positive(scale.y())});
-    return {std::min(pixels.x(), maximum), std::min(pixels.y(), maximum)};
+Vector2i framebufferSize(const Vector2i& size, const Vector2& scale, const FramebufferLimits& limits) {
+    const Vector2i wish = wholeSize({size.x() * positive(scale.x()), size.y() * positive(scale.y())});
+    const Vector2i pixels{std::min(wish.x(), limits.edge), std::min(wish.y(), limits.edge)};
+    const Double count = Double(pixels.x()) * pixels.y();
+    if(count <= Double(limits.pixels)) return pixels;
+    const Double factor = std::sqrt(Double(limits.pixels) / count);
+    const Vector2i scaled{std::max(Int(pixels.x() * factor), 1), std::max(Int(pixels.y() * factor), 1)};
+    // An edge that would vanish has one pixel, for which the other one gives way.
+    const Int width = Int(std::max(std::min(Long{scaled.x()}, limits.pixels / scaled.y()), Long{1}));
+    return {width, Int(std::min(Long{scaled.y()}, limits.pixels / width))};
 }
 
 } // namespace VantrelEngine

@@ -20,8 +20,15 @@ struct ViewFrame {
 // Whole numbers of at least 1 in both directions.
 Magnum::Vector2i wholeSize(const Magnum::Vector2& size);
 
-// Pixels of the framebuffer for a size in points, at least 1 and at most what the GL allows. A scale that is no positive
-// number counts as 1.
-Magnum::Vector2i framebufferSize(const Magnum::Vector2i& size, const Magnum::Vector2& scale, Magnum::Int maximum);
+// How large a framebuffer can be, pixels: along one edge, at least 1, and in all, at least that.
+struct FramebufferLimits {
+    Magnum::Int edge;
+    Magnum::Long pixels;
+};
+
+// Pixels of the framebuffer for a size in points, at least 1 and within the limits; what has too many keeps its shape.
+// A scale that is no positive number counts as 1.
+Magnum::Vector2i framebufferSize(
+    const Magnum::Vector2i& size, const Magnum::Vector2& scale, const FramebufferLimits& limits);
 
 } // namespace VantrelEngine

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include <Magnum/GL/Framebuffer.h>
+#include <Magnum/GL/OpenGL.h>
 #include <Magnum/Math/Color.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -123,6 +124,29 @@ TEST_F(SceneViewTest, lightsHaveMarkersWithIds) {
     EXPECT_EQ(host.objectAt(middle), objectOf("lamp"));
 }
 
+TEST_F(SceneViewTest, pointLightsAreSpheresAndOthersPointDown) {
+    addPointLight("lamp", "[-1, 0, 0]");
+    addObject("sun", "[1, 0, 0]", "{'type': 'light', 'active': true, 'light': {'type': 'sun', 'color': [0, 1, 0]}}");
+    host.frame();
+    const Image2D picture = host.objectIds();
+    // Pixels of the rectangle about an object's marker.
+    const auto sizeOf = [&](const char* id) {
+        Vector2i min{1000}, max{-1000};
+        const auto pixels = picture.pixels<Color4ub>();
+        for(Int y = 0; y != picture.size().y(); ++y)
+            for(Int x = 0; x != picture.size().x(); ++x) {
+                if(pixels[std::size_t(y)][std::size_t(x)].r() != objectOf(id)) continue;
+                min = Math::min(min, Vector2i{x, y});
+                max = Math::max(max, Vector2i{x, y});
+            }
+        return max - min;
+    };
+    const Vector2i lamp = sizeOf("lamp"), sun = sizeOf("sun");
+    EXPECT_GT(lamp.x(), 4);
+    EXPECT_NEAR(lamp.x(), lamp.y(), 3);
+    EXPECT_GT(sun.y(), 2 * sun.x());
+}
+
 TEST_F(SceneViewTest, selectionHasAnOutline) {
     addCube("cube");
     host.frame();
@@ -230,6 +254,18 @@ TEST_F(SceneViewTest, atLeastOnePixel) {
     host.resize({1, 1});
     host.frame();
     EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+}
+
+TEST_F(SceneViewTest, aViewThatIsLargerThanTheGlDrawsIsSmallerThanItsWindow) {
+    GLint edge = 0;
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &edge);
+    host.platform.scale = {1.0e5f, 0.05f};
+    host.resize({400, 200});
+    host.frame();
+    const Vector2i size = host.state.sceneViewFramebuffer->viewport().size();
+    EXPECT_GT(size.x(), 1000);
+    EXPECT_LE(size.x(), edge);
+    EXPECT_LT(size.y(), 20);
 }
 
 TEST_F(SceneViewTest, resizingLeaksNothing) {
@@ -609,6 +645,26 @@ TEST_F(SceneViewTest, reloadKeepsTheView) {
     host.frame();
     EXPECT_EQ(cameraNow(), camera);
     EXPECT_EQ(differences(before, host.picture()), 0);
+}
+
+TEST_F(SceneViewTest, isDrawnAgainUntilTheLightOfAnEnvironmentIsComplete) {
+    data().scene().main().environmentBaking.isAtOnce = false;
+    // Black and pink, as it has no file.
+    {
+        const Utility::Warning silence{nullptr};
+        record("/images/sky", "{'name': 'Sky'}");
+        host.frame();
+    }
+    EXPECT_FALSE(host.state.wantsFrame);
+    const Image2D before = host.picture();
+    record("/settings/rendering/environment/image", "'sky'");
+    host.frame();
+    EXPECT_EQ(differences(host.picture(), before), 0u);
+    int frames = 1;
+    for(; host.state.wantsFrame && frames != 100; ++frames) host.frame();
+    EXPECT_GT(frames, 5);
+    EXPECT_LT(frames, 60);
+    EXPECT_GT(differences(host.picture(), before), 1000u);
 }
 
 // What init() sets holds where nothing was recorded.

@@ -289,7 +289,8 @@ constexpr const char* EveryKey = R"({
 "triangleMesh": {"mesh": "m", "scaling": [1, 1, 1]}}}
 ]}},
 "settings": {"rendering": {"clearColor": [0, 0, 0, 1], "bloom": {"enabled": true, "passes": 3, "kernelSize": 20.5,
-"threshold": 0.5, "intensity": 0.5}, "hdr": {"exposure": 0.5}, "usePreZ": true, "useMultiDraw": true,
+"threshold": 0.5, "intensity": 0.5}, "hdr": {"exposure": 0.5},
+"environment": {"image": "i", "intensity": 0.5, "rotation": 45, "background": true}, "usePreZ": true, "useMultiDraw": true,
 "useFrustumCulling": true, "textureAtlasSize": [512, 512], "compressedTextureAtlasSize": [512, 512]},
 "editor": {"camera": {"near": 0.5, "far": 100.5, "pitch": -45.5, "yaw": 30.5}}, "physx": {"enable": true}}
 })";

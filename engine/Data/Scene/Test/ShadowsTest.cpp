@@ -28,16 +28,37 @@ bool isInside(const Matrix4& matrix, const Vector3& point) {
     return true;
 }
 
-TEST(ShadowFitTest, theCornersOfWhatIsSeen) {
+// The corners of what is seen between two distances.
+std::vector<Vector3> corners(
+    const DualQuaternion& camera, const Matrix4& projection, Float nearDistance, Float farDistance) {
+    std::vector<Vector3> result;
+    for(int i = 0; i != 8; ++i) {
+        const Float distance = i & 4 ? farDistance : nearDistance;
+        result.push_back(camera.transformPoint({(i & 1 ? distance : -distance) / projection[0][0],
+            (i & 2 ? distance : -distance) / projection[1][1], -distance}));
+    }
+    return result;
+}
+
+TEST(ShadowFitTest, theSphereTouchesTheCornersOfWhatIsSeen) {
     // At (1, 2, 3), looking along the positive x axis.
-    const DualQuaternion transformation =
+    const DualQuaternion camera =
         DualQuaternion::translation({1.0f, 2.0f, 3.0f}) * DualQuaternion::rotation(-90.0_degf, Vector3::yAxis());
-    const Matrix4 projection = Matrix4::perspectiveProjection(90.0_degf, 2.0f, 0.1f, 100.0f);
-    const FrustumCorners corners = frustumCorners(transformation.quaternionConjugated(), projection, 2.0f, 4.0f);
-    expectNear(corners[0], {3.0f, 1.0f, 1.0f});
-    expectNear(corners[3], {3.0f, 3.0f, 5.0f});
-    expectNear(corners[4], {5.0f, 0.0f, -1.0f});
-    expectNear(corners[7], {5.0f, 4.0f, 7.0f});
+    const auto sphere = [&](Deg fov, Float nearDistance, Float farDistance) {
+        const Matrix4 projection = Matrix4::perspectiveProjection(fov, 2.0f, 0.1f, 100.0f);
+        const SliceSphere result = sliceSphere(camera.quaternionConjugated(), projection, nearDistance, farDistance);
+        for(const Vector3& corner: corners(camera, projection, nearDistance, farDistance))
+            EXPECT_LE((corner - result.center).length(), result.radius * 1.00001f);
+        return result;
+    };
+    // Narrow: all corners are equally far. Twice 0.1 to the side and 0.05 upwards.
+    const SliceSphere narrow = sphere(Deg{2.0f * Math::atan(0.1f)}, 2.0f, 4.0f);
+    expectNear(narrow.center, {1.0f + 3.0f * 1.0125f, 2.0f, 3.0f});
+    EXPECT_NEAR(narrow.radius, std::sqrt(1.0375f * 1.0375f + 0.0125f * 4.0f), 1.0e-4f);
+    // Wide: the far corners alone.
+    const SliceSphere wide = sphere(90.0_degf, 2.0f, 4.0f);
+    expectNear(wide.center, {5.0f, 2.0f, 3.0f});
+    EXPECT_NEAR(wide.radius, std::sqrt(20.0f), 1.0e-4f);
 }
 
 TEST(ShadowFitTest, slicesBecomeLonger) {
@@ -49,32 +70,52 @@ TEST(ShadowFitTest, slicesBecomeLonger) {
 }
 
 TEST(ShadowFitTest, aSunSeesABox) {
-    FrustumCorners corners;
-    for(std::size_t i = 0; i != 8; ++i) corners[i] = {i & 1 ? 3.1f : -1.1f, i & 2 ? 2.0f : 1.0f, i & 4 ? 5.2f : 0.3f};
-    // Straight down; what is nearer to the sun by 10 is seen, too.
-    const Matrix4 down = sunShadow(DualQuaternion{}, corners, 10.0f, 0.0f);
-    expectNear(down.transformPoint({-1.1f, 12.0f, 0.3f}), {-1.0f, 1.0f, -1.0f});
-    expectNear(down.transformPoint({3.1f, 1.0f, 5.2f}), {1.0f, -1.0f, 1.0f});
-    expectNear(down.transformPoint({1.0f, 6.5f, 2.75f}), {0.0f, 0.0f, 0.0f});
-    // At whole texels of a half.
-    const Matrix4 snapped = sunShadow(DualQuaternion{}, corners, 10.0f, 0.5f);
-    expectNear(snapped.transformPoint({-1.5f, 12.0f, 0.0f}), {-1.0f, 1.0f, -1.0f});
-    expectNear(snapped.transformPoint({3.5f, 1.0f, 5.5f}), {1.0f, -1.0f, 1.0f});
+    // Straight down; what is nearer to the sun by 10 is seen, too. Steps of 1.
+    const Matrix4 down = sunShadow(DualQuaternion{}, {{1.2f, 2.9f, -3.4f}, 7.5f}, 10.0f);
+    // Its corner: -6.3, -4.6 and -4.1 in the directions of the map.
+    expectNear(down.transformPoint({-7.0f, 21.0f, 5.0f}), {-1.0f, -1.0f, -1.0f});
+    expectNear(down.transformPoint({9.0f, -5.0f, -11.0f}), {1.0f, 1.0f, 1.0f});
+    EXPECT_EQ(down, sunShadow(DualQuaternion{}, {{1.49f, 2.51f, -3.49f}, 7.5f}, 10.0f)) << "moved within a step";
+    EXPECT_NE(down, sunShadow(DualQuaternion{}, {{1.51f, 2.51f, -3.49f}, 7.5f}, 10.0f));
 }
 
-TEST(ShadowFitTest, aTurnedSunSeesEveryCorner) {
-    const FrustumCorners corners = frustumCorners(DualQuaternion::rotation(20.0_degf, Vector3::xAxis()),
-        Matrix4::perspectiveProjection(70.0_degf, 1.5f, 0.1f, 100.0f), 0.1f, 30.0f);
-    const DualQuaternion light = DualQuaternion::rotation(50.0_degf, Vector3{0.6f, 0.0f, 0.8f});
-    const Vector3 towardsLight = light.transformVector(Vector3::yAxis());
-    for(const Float texel: {0.0f, 0.3f}) {
-        const Matrix4 shadow = sunShadow(light, corners, 7.0f, texel);
-        for(const Vector3& corner: corners) {
+const DualQuaternion TurnedSun = DualQuaternion::rotation(50.0_degf, Vector3{0.6f, 0.0f, 0.8f});
+
+TEST(ShadowFitTest, aTurnedSunSeesWhatTheViewSees) {
+    const Matrix4 projection = Matrix4::perspectiveProjection(70.0_degf, 1.5f, 0.1f, 100.0f);
+    const Vector3 towardsLight = TurnedSun.transformVector(Vector3::yAxis());
+    for(int i = 0; i != 40; ++i) {
+        const DualQuaternion camera = DualQuaternion::translation({0.37f * Float(i), 3.0f, 1.0f}) *
+            DualQuaternion::rotation(Deg{9.0f * Float(i)}, Vector3{0.0f, 0.8f, 0.6f});
+        const Matrix4 shadow =
+            sunShadow(TurnedSun, sliceSphere(camera.quaternionConjugated(), projection, 5.0f, 30.0f), 7.0f);
+        for(const Vector3& corner: corners(camera, projection, 5.0f, 30.0f)) {
             EXPECT_TRUE(isInside(shadow, corner));
             EXPECT_TRUE(isInside(shadow, corner + 7.0f * towardsLight));
             EXPECT_LT(shadow.transformPoint(corner + towardsLight).z(), shadow.transformPoint(corner).z());
         }
     }
+}
+
+// Whatever the view does, the edges of the texels, of any size, stay where they are.
+TEST(ShadowFitTest, texelsOfASunStayWhereTheyAre) {
+    const Matrix4 projection = Matrix4::perspectiveProjection(70.0_degf, 1.5f, 0.1f, 100.0f);
+    const Vector3 place{1.3f, 0.4f, -2.0f};
+    Matrix4 first;
+    std::size_t others = 0;
+    for(int i = 0; i != 200; ++i) {
+        const DualQuaternion camera = DualQuaternion::translation({0.013f * Float(i), 1.0f + 0.007f * Float(i), 4.0f}) *
+            DualQuaternion::rotation(Deg{0.5f * Float(i)}, Vector3::yAxis());
+        const Matrix4 shadow =
+            sunShadow(TurnedSun, sliceSphere(camera.quaternionConjugated(), projection, 0.1f, 12.0f), 20.0f);
+        if(!i) first = shadow;
+        others += shadow != first;
+        EXPECT_TRUE(shadow.rotationScaling() == first.rotationScaling()) << i;
+        // In texels of a map of 2048.
+        const Vector3 moved = (shadow.transformPoint(place) - first.transformPoint(place)) * 1024.0f;
+        for(const std::size_t axis: {0, 1}) EXPECT_NEAR(moved[axis], std::round(moved[axis]), 0.02f) << i;
+    }
+    EXPECT_GT(others, 0u) << "nothing moved";
 }
 
 TEST(ShadowFitTest, aSpotSeesItsCone) {
@@ -86,6 +127,23 @@ TEST(ShadowFitTest, aSpotSeesItsCone) {
     for(const Float angle: {90.0f, 400.0f}) EXPECT_EQ(spotShadow(light, angle, 8.0f), spotShadow(light, 80.0f, 8.0f));
     for(const Float angle: {-5.0f, 0.0f, std::nanf("")})
         EXPECT_EQ(spotShadow(light, angle, 8.0f), spotShadow(light, 1.0f, 8.0f));
+}
+
+TEST(ShadowFitTest, aPointSeesEverythingAroundIt) {
+    const Vector3 place{1.0f, 2.0f, 3.0f};
+    for(std::size_t axis = 0; axis != 3; ++axis)
+        for(const bool isNegative: {false, true}) {
+            const Matrix4 face = pointShadow(place, UnsignedInt(2 * axis + isNegative), 8.0f);
+            Vector3 ahead, aside;
+            ahead[axis] = isNegative ? -1.0f : 1.0f;
+            aside[(axis + 1) % 3] = 1.0f;
+            expectNear(face.transformPoint(place + ahead * 8.0f), {0.0f, 0.0f, 1.0f});
+            expectNear(face.transformPoint(place + ahead * 0.08f), {0.0f, 0.0f, -1.0f}, 1.0e-3f);
+            // The edge of the cube's face, with a margin behind it.
+            const Vector3 edge = face.transformPoint(place + (ahead + aside) * 4.0f);
+            EXPECT_NEAR(edge.x() * edge.x() + edge.y() * edge.y(), 1.0f / (1.05f * 1.05f), 1.0e-4f);
+            EXPECT_FALSE(isInside(face, place - ahead));
+        }
 }
 
 struct LightShadowsTest: testing::Test {
@@ -126,9 +184,11 @@ struct LightShadowsTest: testing::Test {
 TEST_F(LightShadowsTest, whichLightsHaveWhichMaps) {
     EXPECT_EQ(shadows(), std::vector<Id>{});
     const Id sun = addLight(LightType::Sun), spot = addLight(LightType::Spot);
-    addLight(LightType::Point);
     EXPECT_EQ(shadows(), (std::vector<Id>{spot, sun}));
     EXPECT_EQ(shadows(), (std::vector<Id>{spot, sun}));
+    const Id point = addLight(LightType::Point);
+    EXPECT_EQ(shadows(), (std::vector<Id>{point, point, point, point, point, point, spot, sun}));
+    lights.parameters(point).z() = 0.0f;
     lights.shadowParameters(sun).w() = 3.0f;
     EXPECT_EQ(shadows(), (std::vector<Id>{spot, sun, sun, sun}));
     lights.shadowParameters(sun).w() = 1.0e9f;
@@ -164,6 +224,23 @@ TEST_F(LightShadowsTest, lightsAndViewsThatHaveNoSense) {
     EXPECT_EQ(shadows(), std::vector<Id>{});
 }
 
+TEST_F(LightShadowsTest, resolutionsFollowTheSizeOfTexels) {
+    const Id sun = addLight(LightType::Sun), spot = addLight(LightType::Spot), point = addLight(LightType::Point);
+    const auto expectResolutions = [&](Float texelSize, Int ofPoint, Int ofSpot, Int ofSun) {
+        for(const Id light: {sun, spot, point}) lights.shadowParameters(light).z() = texelSize;
+        ASSERT_EQ(shadows().size(), 8u);
+        EXPECT_EQ(lights.shadows()[0].resolution, ofPoint) << texelSize;
+        EXPECT_EQ(lights.shadows()[6].resolution, ofSpot) << texelSize;
+        EXPECT_EQ(lights.shadows()[7].resolution, ofSun) << texelSize;
+    };
+    for(const Float none: {0.0f, -1.0f, std::nanf("")}) expectResolutions(none, 256, 512, 1024);
+    expectResolutions(1.0e-6f, 512, 1024, 2048);
+    // Twice 20 at the end of a point's range, 2 * 20 * tan(30 degrees) of the spot, 16/15 of twice 20 * sqrt(2) of the sun.
+    expectResolutions(0.1f, 512, 256, 1024);
+    expectResolutions(0.16f, 256, 256, 512);
+    expectResolutions(1.0f, 128, 128, 128);
+}
+
 TEST_F(LightShadowsTest, followLightsAndTheView) {
     const Id spot = addLight(LightType::Spot), sun = addLight(LightType::Sun);
     lights.shadowParameters(sun).w() = 2.0f;
@@ -179,12 +256,13 @@ TEST_F(LightShadowsTest, followLightsAndTheView) {
         EXPECT_FALSE(isInside(lights.shadows()[0].matrix, {x + 10.0f, 0.0f, 0.0f}));
         // Half of the way by equal steps, and by equal factors.
         const Float middle = 0.5f * (10.05f + std::sqrt(2.0f));
-        for(const auto& [distance, first, second]: {std::make_tuple(0.2f, true, false),
-                std::make_tuple(middle - 0.1f, true, false), std::make_tuple(middle + 0.1f, false, true),
-                std::make_tuple(19.9f, false, true), std::make_tuple(20.1f, false, false)}) {
-            EXPECT_EQ(isInside(lights.shadows()[1].matrix, {x, 0.0f, -distance}), first) << distance;
-            EXPECT_EQ(isInside(lights.shadows()[2].matrix, {x, 0.0f, -distance}), second) << distance;
-        }
+        for(const Float distance: {0.2f, middle - 0.1f})
+            EXPECT_TRUE(isInside(lights.shadows()[1].matrix, {x, 0.0f, -distance})) << distance;
+        for(const Float distance: {middle + 0.1f, 19.9f})
+            EXPECT_TRUE(isInside(lights.shadows()[2].matrix, {x, 0.0f, -distance})) << distance;
+        // The first one ends with its sphere, whose centre is at its far end.
+        const Float beyond = middle + std::sqrt(2.0f) * middle * 17.0f / 15.0f;
+        EXPECT_FALSE(isInside(lights.shadows()[1].matrix, {x, 0.0f, -beyond - 0.1f}));
     }
 }
 

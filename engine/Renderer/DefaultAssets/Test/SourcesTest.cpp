@@ -60,6 +60,10 @@ TEST_F(DefaultSourcesTest, compileForEachShaderOfANewProject) {
                             << reason << ", flags " << flags << ", layout " << layout << ", purpose " << int(purpose);
                     }
             header.flags = 0;
+            recipe.hasShadows = true;
+            std::string noReason;
+            EXPECT_TRUE(MeshProgram::make(pipelineSources(recipe, false, ProgramPurpose::Picture), noReason))
+                << noReason << ", with shadows";
             constexpr TextureNeeds Needs[]{TextureNeed::Any, TextureNeed::Color, TextureNeed::Data, TextureNeed::Float,
                 TextureNeed::Color | TextureNeed::Data};
             for(const TextureNeeds needs: Needs) {
@@ -68,6 +72,9 @@ TEST_F(DefaultSourcesTest, compileForEachShaderOfANewProject) {
                 EXPECT_TRUE(MeshProgram::make(pipelineSources(recipe, false, ProgramPurpose::Picture), reason))
                     << reason << ", needs " << int(needs);
             }
+            recipe.hasEnvironment = true;
+            std::string reason;
+            EXPECT_TRUE(MeshProgram::make(pipelineSources(recipe, false, ProgramPurpose::Picture), reason)) << reason;
         }
     }
 }
@@ -81,6 +88,8 @@ TEST_F(DefaultSourcesTest, ofTheWholeScreenCompile) {
         std::string reason;
         EXPECT_TRUE(MeshProgram::make(sources, reason)) << reason;
     }
+    std::string reason;
+    EXPECT_TRUE(MeshProgram::make(skySources(), reason)) << reason;
 }
 
 } // namespace

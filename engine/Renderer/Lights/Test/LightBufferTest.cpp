@@ -184,9 +184,15 @@ TEST_F(LightBufferTest, withoutLightsThereIsWorkLight) {
     add(LightType::Point, {1.0f, 1.0f, 1.0f, 0.0f});
     update();
     const Vector3 withLight = evaluate(program, {});
-    EXPECT_GT(alone.min(), 1.5f * withLight.max());
+    EXPECT_GT((alone / withLight).min(), 1.5f);
     EXPECT_GT(withLight.min(), 0.05f);
     EXPECT_LT(withLight.max(), 0.3f);
+}
+
+TEST_F(LightBufferTest, withoutLightsNoMetalIsBlack) {
+    LightProgram program{"color = vec4(surroundingLight(place, 0.1), 1.0);"};
+    for(const Vector3& axis: {Vector3::xAxis(), Vector3::yAxis(), Vector3::zAxis()})
+        for(const float sign: {-1.0f, 1.0f}) EXPECT_GT(evaluate(program, axis * sign).min(), 0.05f);
 }
 
 TEST_F(LightBufferTest, toneMappingKeepsColorsBelowItsShoulder) {

@@ -262,10 +262,10 @@ TEST_F(TextureTableTest, whatIsLargerThanALayerIsMadeSmaller) {
         std::ostringstream out;
         const Utility::Warning redirected{&out};
         add(1, image);
+        table.prepare();
         lines = out.str();
     }
     EXPECT_EQ(lines, "TextureAtlas: image noise of 256 x 64 pixels is made smaller: a layer has 64 x 64\n");
-    table.prepare();
 
     SceneImage smaller = makeImage({64, 16}, false);
     MipLevels levels{*image.pixels, false};
@@ -283,6 +283,23 @@ TEST_F(TextureTableTest, whatIsLargerThanALayerIsMadeSmaller) {
     plain.bind(PlainTextureUnit);
     EXPECT_LT(
         largestDifference(draw(1, Vector2{-0.3f}, Vector2{1.1f}), draw(0, Vector2{-0.3f}, Vector2{1.1f}, true)), 0.02f);
+}
+
+TEST_F(TextureTableTest, whatNoTextureShowsTakesNoRoom) {
+    table.images().setLayerSize({64, 64});
+    const SceneImage shown = plainImage({4, 4}, {0, 255, 0, 255}), hidden = makeImage({256, 64}, false);
+    std::ostringstream lines;
+    const Utility::Warning redirected{&lines};
+    for(const Id index: {1, 3}) {
+        ASSERT_TRUE(table.images().reserve(index, hidden.pixels->size()));
+        table.images().set(table.images().count(), hidden);
+    }
+    add(2, shown);
+    table.prepare();
+    EXPECT_EQ(lines.str(), "");
+    EXPECT_EQ(table.images().records().size(), mipSizes({4, 4}).size());
+    for(const Id index: {1, 3}) EXPECT_EQ(table.images().levels(index).count, 0u);
+    EXPECT_EQ(draw(2, {}, Vector2{1.0f})[0], (Vector4{0.0f, 1.0f, 0.0f, 1.0f}));
 }
 
 TEST_F(TextureTableTest, anImageOfTheSizeOfALayerKeepsItsSize) {
@@ -308,6 +325,7 @@ TEST_F(TextureTableTest, anotherSizeOfLayersCountsAfterTheImages) {
     EXPECT_EQ(lines.str(), "");
     table.clear();
     add(1, image);
+    table.prepare();
     EXPECT_THAT(lines.str(), HasSubstr("a layer has 32 x 32"));
 }
 

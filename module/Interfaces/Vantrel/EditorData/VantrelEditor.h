@@ -43,6 +43,9 @@ struct FrameStatistics {
     std::uint32_t visibleMeshes = 0;
     std::uint32_t drawCalls = 0;
     std::uint64_t triangles = 0;
+    // Maps that were drawn anew, and meshes in them, of each map again.
+    std::uint32_t shadowMaps = 0;
+    std::uint32_t shadowCasters = 0;
 };
 
 // What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two

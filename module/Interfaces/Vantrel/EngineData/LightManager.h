@@ -17,6 +17,8 @@ struct LightShadow {
     Id light;
     // From the scene's space to the map's clip space, -1 to 1 in each direction, the light at the near plane.
     Magnum::Matrix4 matrix;
+    // Texels along an edge that the light asks for: a power of two.
+    Magnum::Int resolution;
 };
 
 // Lights in the scene ("light"). They shine along the negative y axis of their objects. Active ones are grouped by type.
@@ -30,7 +32,8 @@ public:
     Magnum::Vector3& parameters(Id component) { return _parameters[slot(component)]; }
     // Scene units.
     Magnum::Float& shadowRange(Id component) { return _shadowRange[slot(component)]; }
-    // Bias, bias along the normal, size of a texel, and number of cascades.
+    // How far places are moved before they are looked up: towards the light, and along the normal of the surface; the
+    // size of a texel, all three in scene units; and the number of cascades.
     Magnum::Vector4& shadowParameters(Id component) { return _shadowParameters[slot(component)]; }
     // The number of cascades as a whole number; 0 where it is none.
     Magnum::UnsignedInt cascadeCount(Id component) const;
@@ -46,19 +49,26 @@ public:
     // of the lights, computes what is dirty. The view may belong to another graph. Linear in the lights; done again when
     // lights or the view changed.
     //
-    // A spot gets one map, of its cone up to the shadow range. A sun gets one for each of its cascades (at least one, and
-    // at most MaxCascades), the nearest first, from the view's near plane up to the shadow range; things closer to
-    // the sun by up to the range throw shadows into it. A point light gets none, nor does a light that has no shadows or
-    // whose range is not above 0 and finite; nor a sun for a view that sees nothing nearer than that, or whose projection
-    // is none.
+    // A point light gets PointFaces maps, along the positive and negative x, y and z axis of the scene, and a spot one, of
+    // its cone, up to the shadow range. A sun gets one for each of its cascades (at least one, and at most MaxCascades),
+    // the nearest first, from the view's near plane up to the shadow range; things closer to the sun by up to the range
+    // throw shadows into it. These stay as they are while the view moves a little, and their texels always. A light has
+    // none that has no shadows or whose range is not above 0 and finite; nor has a sun for a view that sees nothing nearer
+    // than that, or whose projection is none.
+    //
+    // They ask for texels of the size that the light says, those of points and spots at the end of their range, from
+    // 128 along an edge to 512 of points, 1024 of spots and 2048 of suns; for half of the latter where it says none.
     void setupShadows(DynamicSceneGraph& scene, ViewManager& views, Id view);
     static constexpr Magnum::UnsignedInt MaxCascades = 4;
+    static constexpr Magnum::UnsignedInt PointFaces = 6;
 
-    // As of the last setup: those of the spots, then those of the suns.
+    // As of the last setup: those of the points, of the spots, then of the suns; those of one light follow each other.
     Corrade::Containers::ArrayView<const LightShadow> shadows() const { return _shadows; }
 
 private:
     bool hasShadow(Id component) const;
+    void addShadow(Id light, const Magnum::Matrix4& matrix, Magnum::Float edge, Magnum::Int largest);
+    void setupSun(DynamicSceneGraph& scene, ViewManager& views, Id view, Id light);
 
     Field<Magnum::Vector4> _color{*this, Magnum::Vector4{1.0f}};
     Field<Magnum::Vector3> _parameters{*this};

@@ -11,6 +11,7 @@
 #include <Vantrel/EngineData/MeshManager.h>
 #include <Vantrel/EngineData/NameManager.h>
 #include <Vantrel/EngineData/PhysXManager.h>
+#include <Vantrel/EngineData/SceneEnvironment.h>
 #include <Vantrel/EngineData/TextManager.h>
 #include <Vantrel/EngineData/ViewManager.h>
 
@@ -48,6 +49,10 @@ struct CORRADE_VISIBILITY_EXPORT Scene: DynamicSceneGraph {
 
     // By object: the display name, the id in the document, and the id of the skin.
     NameManager objectNames, objectIds, skinNames;
+
+    // Written by the host before each frame.
+    SceneEnvironment environment;
+    EnvironmentBaking environmentBaking;
 };
 
 } // namespace VantrelEngine

@@ -36,6 +36,8 @@ struct SceneImage {
     ImageHeader header;
     // RGBA, 8 bits a channel; or, of an image of high dynamic range, RGBA of 32-bit floats. Rows upwards.
     std::optional<Magnum::Image2D> pixels;
+    // Another one whenever the pixels are others.
+    std::uint32_t revision = 0;
     // By tile: where the compressed atlas knows it from. Empty for an image that goes into the plain atlas.
     std::vector<std::uint64_t> tileHashes;
     // Colours in the sRGB curve; else linear values (directions, roughness, ...).

@@ -63,8 +63,10 @@ public:
 
     void setClearColor(const Magnum::Color4& color);
     Magnum::Color4 clearColor() const;
+    // Whether what is bright glows, as the pass says. The pictures that this takes are there only while it is enabled; the
+    // parameters of the pass stay.
     void setBloomEnabled(bool enabled);
-    BloomPass& bloomPass();
+    Shaders::BloomPass& bloomPass();
     // Whether depth is drawn before colour.
     void setDepthPrePassEnabled(bool enabled);
     // Whether all meshes of a group are drawn with one call, where the GL can. The picture is the same.
@@ -134,15 +136,27 @@ public:
     // Which active meshes are inside the frustum of the matrix, from the scene's space to clip space. Takes over where
     // the objects that changed since the last resetChanged() stand.
     void updateMeshVisibility(Scene& scene, const Magnum::Matrix4& cullingMatrix);
-    // All active lights.
+    // All active lights, and the scene's environment: of a new image the light is computed, see EnvironmentBaking.
     void updateLights(Scene& scene);
+    // Whether the light of an environment is not complete yet: the frames to come look different, also where nothing else
+    // changes.
+    bool isBakingEnvironment() const;
+    // Fits the shadow maps of the scene's lights to the first active view (LightManager::setupShadows()) and draws those
+    // that show something else than before: their fit is another one, or something that throws shadows moved, came or
+    // went in them since, by updateMeshVisibility(), or resources or draws changed. Lights with shadows where there were
+    // none before build programs anew. Leaves another framebuffer bound.
     void updateShadows(Scene& scene, ViewManager& views);
+    // Until the end, render() counts how often each pixel is drawn instead of drawing it: but for depth there is nothing of
+    // it in the target.
     void beginOverdrawTracking();
-    // Draws the scene over what is in the target framebuffer of each active view.
+    // Draws the scene over what is in the target framebuffer of each active view; where that is null, in the bound one. With
+    // bloom or the overdraw it is expected to be a framebuffer object, and a view without one is not drawn.
     void render(ViewManager& views, Scene& scene);
     void updateTextureStreaming(ViewManager& views);
     void evalTextureStreaming(ViewManager& views);
     void endOverdrawTracking();
+    // Draws the counts of the last tracking as colours into the views' targets, wherever something was drawn: from
+    // (39, 174, 96) over (255, 255, 0) for five times to (255, 0, 0) for ten times and more.
     void renderOverdraw(ViewManager& views);
 
     // The ids of the objects of all meshes that the last updateMeshVisibility() found, where they stood then, into the
@@ -163,10 +177,15 @@ public:
     // What the last render() took.
     std::size_t drawCalls() const;
     std::uint64_t triangles() const;
-    // Since the construction: bytes of vertices, objects, instances, materials and lights that went to video memory, and
+    // What the last updateShadows() drew: maps, and meshes, of each map again.
+    std::size_t drawnShadowMaps() const;
+    std::size_t drawnShadowCasters() const;
+    // Since the construction: bytes of vertices, objects, instances, materials, lights and shadows that went to video memory, and
     // programs that were compiled. Where nothing changed, a frame adds to neither.
     std::uint64_t uploadedBytes() const;
     std::size_t builtPrograms() const;
+    // How often the light of an environment was computed since the construction.
+    std::size_t environmentBakes() const;
 
 private:
     struct State;

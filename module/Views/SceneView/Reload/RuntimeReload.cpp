@@ -128,8 +128,9 @@ void RuntimeReload::reloadSettings(const ReloadTargets& targets) {
     views.fov(view) = 90.0f;
 
     const ValueAccess bloom = rendering["bloom"];
-    const Int passes = bloom["passes"].readValue().asInt(0, JsonObject::WhenMissing::Accept);
-    const Int kernelSize = Int(std::clamp(bloom["kernelSize"].readValue().asFloat(), 0.0f, MaxBloomKernelSize));
+    const Int passes = std::max(bloom["passes"].readValue().asInt(0, JsonObject::WhenMissing::Accept), 0);
+    const auto kernelSize =
+        UnsignedInt(std::clamp(bloom["kernelSize"].readValue().asFloat(), 0.0f, MaxBloomKernelSize));
     const Float threshold = bloom["threshold"].readValue().asFloat();
     const Float intensity = bloom["intensity"].readValue().asFloat();
     const Float exposure = rendering["hdr"]["exposure"].readValue().asFloat();
@@ -139,7 +140,7 @@ void RuntimeReload::reloadSettings(const ReloadTargets& targets) {
     if(isBloomEnabled) {
         renderer.bloomPass()
             .setKernelSize(kernelSize)
-            .setPassCount(passes)
+            .setPasses(UnsignedInt(passes))
             .setThreshold(threshold)
             .setIntensity(intensity)
             .setExposure(exposure);

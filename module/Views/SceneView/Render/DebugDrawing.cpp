@@ -17,8 +17,7 @@ using namespace Magnum;
 
 namespace {
 
-// Scene units, of a mesh of size 1.
-constexpr Float LightSize = 0.15f;
+// Scene units.
 constexpr Float AxisSize = 0.1f;
 
 constexpr Color4 FrustumColor{1.0f, 0.85f, 0.3f, 1.0f};
@@ -32,15 +31,11 @@ struct ColoredPoint {
 
 Matrix4 toClip(const ViewCamera& camera) { return camera.views().cullingMatrix(camera.view()); }
 
-Color4 idColor(Id object) { return {(object & 0xff) / 255.0f, (object >> 8) / 255.0f, 0.0f, 1.0f}; }
-
-// As bright as the light is in its brightest channel; a light of any intensity is to be seen.
-Color4 markerColor(const Vector4& color) {
-    const Vector3 rgb = color.xyz();
-    const Float brightest = rgb.max();
-    return Color4{brightest > 0.0f ? Color3{rgb / brightest} : Color3{0.35f}, 1.0f};
 }
 
+void DebugDrawing::create() {
+    _meshes.create();
+    _lights.create();
 }
 
 void DebugDrawing::draw(EditorData& data, SharedState& state, const ViewCamera& camera, const FrozenCulling& frozen) {
@@ -48,30 +43,11 @@ void DebugDrawing::draw(EditorData& data, SharedState& state, const ViewCamera& 
     const Matrix4 matrix = toClip(camera);
     if(frozen.shadows) drawFrozenFrustum(data, matrix, frozen);
     if(frozen.shadows && frozen.lights.first() != frozen.lights.second()) drawFrozenShadows(data, matrix, frozen);
-    drawLights(scene, camera, [&](Id light) { return markerColor(scene.lights.color(light)); });
+    _lights.draw();
     if(state.display(DebugDisplay::Objects))
         drawAxes(scene, matrix);
     else
         _axesObjects = 0;
-}
-
-void DebugDrawing::drawLightIds(Scene& scene, const ViewCamera& camera) {
-    drawLights(scene, camera, [&](Id light) { return idColor(scene.lights.object(light)); });
-}
-
-template<class Color> void DebugDrawing::drawLights(Scene& scene, const ViewCamera& camera, Color color) {
-    const std::size_t count = scene.lights.numActiveComponents();
-    if(!count) return;
-    const Matrix4 matrix = toClip(camera);
-    GL::Renderer::disable(GL::Renderer::Feature::FaceCulling);
-    for(const Id light: scene.lights.components().prefix(count)) {
-        const Matrix4 place =
-            scene.absoluteTransformation(scene.lights.object(light)).toMatrix() * Matrix4::scaling(Vector3{LightSize});
-        _flat.setTransformationProjectionMatrix(matrix * place)
-            .setColor(color(light))
-            .draw(scene.lights.lightType(light) == LightType::Point ? _meshes.lowSphere : _meshes.arrow);
-    }
-    GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
 }
 
 void DebugDrawing::drawFrozenFrustum(EditorData& data, const Matrix4& toClip, const FrozenCulling& frozen) {
@@ -109,7 +85,7 @@ void DebugDrawing::drawFrozenShadows(EditorData& data, const Matrix4& toClip, co
         }
         const Matrix4 origin = data.scene().main().absoluteTransformation(lights.object(light.light)).toMatrix();
         GL::Renderer::disable(GL::Renderer::Feature::FaceCulling);
-        _flat.setTransformationProjectionMatrix(toClip * origin * Matrix4::scaling(Vector3{LightSize}))
+        _flat.setTransformationProjectionMatrix(toClip * origin * Matrix4::scaling(Vector3{LightMarkers::Size}))
             .setColor(ShadowColor)
             .draw(_meshes.arrow);
         GL::Renderer::enable(GL::Renderer::Feature::FaceCulling);
@@ -142,8 +118,11 @@ void DebugDrawing::placeAxes(Scene& scene) {
     }
     if(!_axes.id()) {
         _axesVertices = GL::Buffer{};
+        _axesVertices.setLabel("SceneView axes");
         _axes = GL::Mesh{GL::MeshPrimitive::Lines};
-        _axes.addVertexBuffer(_axesVertices, 0, Shaders::GenericGL3D::Position{}, Shaders::GenericGL3D::Color3{});
+        _axes.setLabel("SceneView axes");
+        _axes.addVertexBuffer(
+            _axesVertices, 0, Magnum::Shaders::GenericGL3D::Position{}, Magnum::Shaders::GenericGL3D::Color3{});
     }
     _axesVertices.setData({points.data(), points.size()}, GL::BufferUsage::StreamDraw);
     _axes.setCount(Int(points.size()));

@@ -6,6 +6,7 @@
 
 #include "Views/SceneView/FrozenCulling.h"
 #include "Views/SceneView/Render/DebugMeshes.h"
+#include "Views/SceneView/Render/LightMarkers.h"
 
 namespace VantrelEngine {
 
@@ -21,22 +22,25 @@ public:
     explicit DebugDrawing() = default;
 
     // Needs the GL context.
-    void create() { _meshes.create(); }
+    void create();
+
+    // Takes over the lights as they are now. Before what follows.
+    void update(Scene& scene, const ViewCamera& camera) { _lights.update(scene, camera); }
 
     // Everything that is switched on, into the bound framebuffer, whose depth is that of the scene.
     void draw(EditorData& data, SharedState& state, const ViewCamera& camera, const FrozenCulling& frozen);
 
     // The shapes of the lights in the colours of their objects' ids.
-    void drawLightIds(Scene& scene, const ViewCamera& camera);
+    void drawLightIds() { _lights.drawIds(); }
 
 private:
-    template<class Color> void drawLights(Scene& scene, const ViewCamera& camera, Color color);
     void drawFrozenFrustum(EditorData& data, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
     void drawFrozenShadows(EditorData& data, const Magnum::Matrix4& toClip, const FrozenCulling& frozen);
     void drawAxes(Scene& scene, const Magnum::Matrix4& toClip);
     void placeAxes(Scene& scene);
 
     DebugMeshes _meshes;
+    LightMarkers _lights;
     Magnum::Shaders::FlatGL3D _flat;
     Magnum::Shaders::VertexColorGL3D _vertexColor;
     // Of all objects in one.

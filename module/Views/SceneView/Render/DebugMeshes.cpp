@@ -34,15 +34,22 @@ Trade::MeshData head() {
 
 }
 
+GL::Mesh lowSphereMesh() { return MeshTools::compile(Primitives::uvSphereSolid(8, 8)); }
+
+GL::Mesh arrowMesh() {
+    const Trade::MeshData arrowShaft = shaft(), arrowHead = head();
+    return MeshTools::compile(MeshTools::concatenate({arrowShaft, arrowHead}));
+}
+
 void DebugMeshes::create() {
     axis = MeshTools::compile(Primitives::axis3D());
-    lowSphere = MeshTools::compile(Primitives::uvSphereSolid(8, 8));
-    smoothSphere = MeshTools::compile(Primitives::uvSphereSolid(
-        24, 24, Primitives::UVSphereFlag::TextureCoordinates | Primitives::UVSphereFlag::Tangents));
     wireSphere = MeshTools::compile(Primitives::uvSphereWireframe(8, 8));
     wireCube = MeshTools::compile(Primitives::cubeWireframe());
-    const Trade::MeshData arrowShaft = shaft(), arrowHead = head();
-    arrow = MeshTools::compile(MeshTools::concatenate({arrowShaft, arrowHead}));
+    arrow = arrowMesh();
+    axis.setLabel("SceneView axis");
+    wireSphere.setLabel("SceneView wire sphere");
+    wireCube.setLabel("SceneView wire cube");
+    arrow.setLabel("SceneView arrow");
 }
 
 } // namespace VantrelEngine

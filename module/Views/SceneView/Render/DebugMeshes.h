@@ -4,6 +4,11 @@
 
 namespace VantrelEngine {
 
+// Solid, of size 1.
+Magnum::GL::Mesh lowSphereMesh();
+// From the origin down the negative y axis; the mirrored faces want no culling.
+Magnum::GL::Mesh arrowMesh();
+
 // What the editor draws besides the scene, of size 1.
 struct DebugMeshes {
     // No GL objects.
@@ -12,10 +17,7 @@ struct DebugMeshes {
     // Needs the GL context.
     void create();
 
-    // Solid; the smooth one has normals, texture coordinates and tangents.
-    Magnum::GL::Mesh lowSphere{Magnum::NoCreate};
-    Magnum::GL::Mesh smoothSphere{Magnum::NoCreate};
-    // Solid, from the origin down the negative y axis; the mirrored faces want no culling.
+    // As arrowMesh().
     Magnum::GL::Mesh arrow{Magnum::NoCreate};
     // Lines; the axes with colours.
     Magnum::GL::Mesh wireSphere{Magnum::NoCreate};

@@ -45,6 +45,8 @@ void FrameRenderer::draw(const FrameInput& input) {
     input.renderer.updateMeshVisibility(
         scene, input.frozen.shadows ? input.frozen.matrix : input.camera.views().cullingMatrix(view));
 
+    _debug.update(scene, input.camera);
+
     RendererState{}.apply();
     GL::Framebuffer& target = _framebuffers.multisampled();
     target.bind();
@@ -74,7 +76,7 @@ void FrameRenderer::drawObjectIds(const FrameInput& input) {
     GL::Renderer::setClearColor(Color4{1.0f, 1.0f});
     target.clear(ColorAndDepth);
     input.renderer.drawObjectIds(input.camera.views(), input.camera.view(), input.data.scene().main());
-    _debug.drawLightIds(input.data.scene().main(), input.camera);
+    _debug.drawLightIds();
 }
 
 void FrameRenderer::drawScene(const FrameInput& input) {

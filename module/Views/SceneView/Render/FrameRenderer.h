@@ -42,7 +42,7 @@ public:
     // What is drawn with. Needs the GL context.
     void create() { _debug.create(); }
 
-    // Makes the framebuffers for a size in pixels, from 1 to ViewFramebuffers::maxSize(); the renderer is told, and the
+    // Makes the framebuffers for a size in pixels, within ViewFramebuffers::limits(); the renderer is told, and the
     // camera drawn to them from now on.
     void resize(const Magnum::Vector2i& size, WebGL2Renderer& renderer, ViewCamera& camera);
 

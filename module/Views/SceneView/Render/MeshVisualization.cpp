@@ -16,7 +16,7 @@ using namespace Magnum;
 namespace {
 
 // Edges and normals.
-constexpr Shaders::MeshVisualizerGL3D::Flags ShownOfMeshes{Shaders::MeshVisualizerGL3D::Flag(513)};
+constexpr Magnum::Shaders::MeshVisualizerGL3D::Flags ShownOfMeshes{Magnum::Shaders::MeshVisualizerGL3D::Flag(513)};
 
 constexpr Color4 FaceColor{0.18f, 0.20f, 0.23f, 1.0f};
 constexpr Color4 EdgeColor{0.72f, 0.78f, 0.85f, 1.0f};
@@ -30,7 +30,8 @@ bool isDoubleSided(const SceneResources& resources, Id material) {
 
 }
 
-MeshVisualization::MeshVisualization(): _shader{Shaders::MeshVisualizerGL3D::Configuration{}.setFlags(ShownOfMeshes)} {}
+MeshVisualization::MeshVisualization():
+    _shader{Magnum::Shaders::MeshVisualizerGL3D::Configuration{}.setFlags(ShownOfMeshes)} {}
 
 void MeshVisualization::draw(Scene& scene, const SceneResources& resources, WebGL2Renderer& renderer,
     const ViewCamera& camera, Float normalLength) {

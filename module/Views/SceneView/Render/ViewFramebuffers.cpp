@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <Corrade/Containers/StringView.h>
+#include <Magnum/GL/OpenGL.h>
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Magnum/GL/TextureFormat.h>
 
@@ -16,6 +17,9 @@ using namespace Magnum;
 namespace {
 
 constexpr Int Samples = 4;
+
+// A screen of 7680 by 4320 is within it.
+constexpr Long MaxPixels = 32 * 1024 * 1024;
 
 GL::Framebuffer framebuffer(const Vector2i& size, Containers::StringView label) {
     GL::Framebuffer result{{{}, size}};
@@ -46,8 +50,13 @@ GL::Renderbuffer renderbuffer(
 
 }
 
-Int ViewFramebuffers::maxSize() {
-    return std::min(GL::Texture2D::maxSize().min(), GL::AbstractFramebuffer::maxViewportSize().min());
+FramebufferLimits ViewFramebuffers::limits() {
+    // The library does not tell it.
+    GLint renderbufferEdge = 0;
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &renderbufferEdge);
+    return {
+        std::min({GL::Texture2D::maxSize().min(), GL::AbstractFramebuffer::maxViewportSize().min(), renderbufferEdge}),
+        MaxPixels};
 }
 
 void ViewFramebuffers::resize(const Vector2i& size) {

@@ -5,6 +5,8 @@
 #include <Magnum/GL/Texture.h>
 #include <Magnum/Math/Vector2.h>
 
+#include "Views/SceneView/ViewFrame.h"
+
 namespace VantrelEngine {
 
 // What the view is drawn into: a multisampled picture, what it is resolved to together with the objects' ids, and the
@@ -15,13 +17,13 @@ public:
     static constexpr Magnum::UnsignedInt ColorAttachment = 0;
     static constexpr Magnum::UnsignedInt ObjectIdAttachment = 1;
 
-    // The largest size in both directions that the GL allows.
-    static Magnum::Int maxSize();
+    // What the GL allows, and how many pixels it can be expected to find memory for: each takes about 50 bytes.
+    static FramebufferLimits limits();
 
     // No GL objects.
     explicit ViewFramebuffers() = default;
 
-    // Makes all of them again. Pixels, from 1 to maxSize(). Aborts where one is not complete: "Assertion
+    // Makes all of them again. Pixels, within limits(). Aborts where one is not complete: "Assertion
     // _framebufferMS.checkStatus(GL::FramebufferTarget::Draw) == GL::Framebuffer::Status::Complete failed at
     // Views/SceneView:...", or the same with _framebuffer, _selectionMaskFramebufferMS, _selectionMaskFramebuffer.
     void resize(const Magnum::Vector2i& size);

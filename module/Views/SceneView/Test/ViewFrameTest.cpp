@@ -32,7 +32,19 @@ TEST(ViewFrameTest, pixels) {
     } cases[]{{{400, 300}, {1.0f, 1.0f}, {400, 300}}, {{400, 300}, {2.0f, 2.0f}, {800, 600}},
         {{401, 301}, {1.5f, 1.0f}, {601, 301}}, {{1, 1}, {0.25f, 0.5f}, {1, 1}}, {{400, 300}, {0.0f, NaN}, {400, 300}},
         {{400, 300}, {-2.0f, 1.0f}, {400, 300}}, {{9000, 300}, {2.0f, 2.0f}, {4096, 600}}};
-    for(const auto& each: cases) EXPECT_EQ(framebufferSize(each.size, each.scale, 4096), each.pixels);
+    for(const auto& each: cases) EXPECT_EQ(framebufferSize(each.size, each.scale, {4096, 4096 * 4096}), each.pixels);
+}
+
+TEST(ViewFrameTest, tooManyPixelsKeepTheirShape) {
+    const struct {
+        Vector2i size;
+        Vector2i pixels;
+    } cases[]{{{1000, 1000}, {1000, 1000}}, {{2000, 2000}, {1000, 1000}}, {{4000, 1000}, {2000, 500}},
+        {{1000, 4000}, {500, 2000}}, {{1001, 1000}, {1000, 999}}};
+    for(const auto& each: cases) EXPECT_EQ(framebufferSize(each.size, Vector2{1.0f}, {4096, 1000000}), each.pixels);
+    // Of a strip the long edge gives way.
+    EXPECT_EQ(framebufferSize({4096, 1}, Vector2{1.0f}, {4096, 100}), (Vector2i{100, 1}));
+    EXPECT_EQ(framebufferSize({1, 4096}, Vector2{1.0f}, {4096, 100}), (Vector2i{1, 100}));
 }
 
 TEST(FrameClockTest, frames) {

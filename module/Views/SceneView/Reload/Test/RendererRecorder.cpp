@@ -54,11 +54,15 @@ template<class... T> void record(const T&... what) {
 
 namespace VantrelEngine {
 
-BloomPass& BloomPass::setKernelSize(Int size) { return record("bloom kernelSize", size), *this; }
-BloomPass& BloomPass::setPassCount(Int count) { return record("bloom passCount", count), *this; }
+namespace Shaders {
+
+BloomPass& BloomPass::setKernelSize(UnsignedInt size) { return record("bloom kernelSize", size), *this; }
+BloomPass& BloomPass::setPasses(UnsignedInt passes) { return record("bloom passes", passes), *this; }
 BloomPass& BloomPass::setThreshold(Float threshold) { return record("bloom threshold", threshold), *this; }
 BloomPass& BloomPass::setIntensity(Float intensity) { return record("bloom intensity", intensity), *this; }
 BloomPass& BloomPass::setExposure(Float exposure) { return record("bloom exposure", exposure), *this; }
+
+}
 
 struct TextureAtlas::State {
     std::size_t count = 0;
@@ -86,7 +90,7 @@ struct WebGL2Renderer::State {
         atlas{new TextureAtlas{std::make_unique<TextureAtlas::State>()}},
         tiles{new TileStackTextureAtlas{std::make_unique<TileStackTextureAtlas::State>()}} {}
 
-    BloomPass bloom;
+    Shaders::BloomPass bloom;
     std::unique_ptr<TextureAtlas> atlas;
     std::unique_ptr<TileStackTextureAtlas> tiles;
     Id customMaterials = 0;
@@ -108,7 +112,7 @@ bool WebGL2Renderer::setLayoutFlags(std::uint32_t flags) {
 
 void WebGL2Renderer::setClearColor(const Color4& color) { record("setClearColor", color); }
 void WebGL2Renderer::setBloomEnabled(bool enabled) { record("setBloomEnabled", enabled); }
-BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
+Shaders::BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
 void WebGL2Renderer::setDepthPrePassEnabled(bool enabled) { record("setDepthPrePassEnabled", enabled); }
 void WebGL2Renderer::setMultiDrawEnabled(bool enabled) { record("setMultiDrawEnabled", enabled); }
 void WebGL2Renderer::setFrustumCullingEnabled(bool enabled) { record("setFrustumCullingEnabled", enabled); }

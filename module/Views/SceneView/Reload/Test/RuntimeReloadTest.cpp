@@ -215,6 +215,12 @@ TEST_F(RuntimeReloadTest, kernelOfAnySizeIsAWholeNumber) {
     EXPECT_THAT(reload(), Contains("bloom kernelSize 21"));
 }
 
+TEST_F(RuntimeReloadTest, fewerPassesThanNoneAreNone) {
+    record("/settings/rendering/bloom", "{'enabled': true, 'passes': -1}");
+    session.update();
+    EXPECT_THAT(reload(), Contains("bloom passes 0"));
+}
+
 TEST_F(RuntimeReloadTest, compressedImageWithoutTilesIsLeftOut) {
     std::vector<SceneImage>& images = sceneData().resources().images;
     images.resize(2);
@@ -232,8 +238,8 @@ TEST_F(RuntimeReloadTest, bloomIsToldInItsOrder) {
     const auto first = std::find(calls.begin(), calls.end(), "setBloomEnabled true");
     ASSERT_GE(calls.end() - first, 6);
     EXPECT_THAT(Calls(first + 1, first + 6),
-        ElementsAre("bloom kernelSize 7", "bloom passCount 3", "bloom threshold 0.5", "bloom intensity 2",
-            "bloom exposure 1.5"));
+        ElementsAre(
+            "bloom kernelSize 7", "bloom passes 3", "bloom threshold 0.5", "bloom intensity 2", "bloom exposure 1.5"));
 }
 
 TEST_F(RuntimeReloadTest, bloomKeepsItsParametersWhenItIsOff) {

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Magnum/GL/Framebuffer.h>
+#include <Magnum/GL/Texture.h>
+#include <Magnum/Math/Vector4.h>
+#include <Vantrel/EngineData/LightManager.h>
+
+#include "Renderer/Lights/ShadowTiles.h"
+#include "Renderer/TexelBuffer.h"
+
+namespace VantrelEngine {
+
+struct Scene;
+struct Spheres;
+
+// What the lights of a scene see, as depth maps in one texture: Shadows.glsl reads what this writes. What a map shows is
+// kept for as long as its fit is the same and nothing in it moves.
+//
+// Without shadows there is no texture, and nothing here calls the GL.
+class ShadowMaps {
+public:
+    struct Map {
+        LightShadow fit;
+        ShadowTile tile;
+        // Whether it shows what is there now.
+        bool isCurrent = false;
+    };
+
+    // Takes over the shadows of the lights as they were fitted last. Costs a step a light and a map, and an upload only
+    // where something is other than before. A line where there is no room for all.
+    void update(Scene& scene);
+    bool isEmpty() const { return _maps.empty(); }
+
+    // Something that is drawn into maps was and is in these places, or anywhere.
+    void touch(const Spheres& places);
+    void touchAll();
+
+    // Draws the maps that are not current, those that lie somewhere: draw(map) into the bound framebuffer, whose depth is
+    // cleared, with the viewport and the scissor of the map. Where there are any, its framebuffer is bound
+    // afterwards, and switches are those of RendererState{}. Returns how many.
+    template<class Draw> std::size_t redraw(Draw draw) {
+        std::size_t count = 0;
+        for(Map& map: _maps) {
+            if(map.isCurrent) continue;
+            map.isCurrent = true;
+            if(!map.tile.size) continue;
+            if(!count++) beginDrawing();
+            clear(map.tile);
+            draw(map);
+        }
+        if(count) endDrawing();
+        return count;
+    }
+
+    // To their units.
+    void bind();
+
+    std::uint64_t uploadedBytes() const { return _data.writtenBytes(); }
+
+private:
+    void place(Corrade::Containers::ArrayView<const LightShadow> fits);
+    void allocate(Magnum::Int edge);
+    void describe(Scene& scene);
+    void describe(const Map& map);
+    void beginDrawing();
+    void clear(const ShadowTile& tile);
+    void endDrawing();
+
+    std::vector<Map> _maps;
+    // What the maps asked for when they were placed, and where that is.
+    std::vector<Magnum::Int> _sizes, _nextSizes;
+    std::vector<ShadowTile> _tiles;
+    Magnum::Int _edge = 0;
+    bool _isShortageSaid = false;
+    Magnum::GL::Texture2D _texture{Magnum::NoCreate};
+    Magnum::GL::Framebuffer _framebuffer{Magnum::NoCreate};
+    // As uploaded, and as they are now: kept for their memory.
+    std::vector<Magnum::Vector4> _texels, _nextTexels;
+    TexelBuffer _data{Magnum::GL::BufferTextureFormat::RGBA32F, "Renderer shadows"};
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <Corrade/Containers/StringView.h>
+#include <Magnum/GL/Framebuffer.h>
+#include <Magnum/GL/Renderbuffer.h>
+#include <Magnum/GL/RenderbufferFormat.h>
+#include <Magnum/GL/Texture.h>
+#include <Magnum/GL/TextureFormat.h>
+#include <Magnum/Math/Vector2.h>
+
+namespace VantrelEngine {
+
+// A texture of the given format and size that is read texel by texel and repeats its edges.
+Magnum::GL::Texture2D pictureTexture(
+    Corrade::Containers::StringView label, Magnum::GL::TextureFormat format, const Magnum::Vector2i& size);
+
+// A framebuffer that is drawn to in place of another one: with a colour of its own, and with the depth of the other one,
+// sample by sample. What the other one had stays in front, and what is drawn here hides what is drawn there later.
+class SideTarget {
+public:
+    // Of four channels of 16 bit floats, or of one.
+    enum class Channels { One, Four };
+
+    // The label, of its objects in video memory, has to outlive it.
+    explicit SideTarget(Corrade::Containers::StringView label, Channels channels): _label{label}, _channels{channels} {}
+
+    // As large as the other one's viewport reaches, with as many samples. Binds itself, cleared to zero. Makes new
+    // buffers only where size or samples are others than before. Expects a framebuffer object, not that of a window.
+    void begin(Magnum::GL::AbstractFramebuffer& other);
+
+    // What was drawn since, with nothing left to blend at edges. Valid until the next begin().
+    Magnum::GL::Texture2D& resolve();
+    // The same, once resolved, into all of a framebuffer of another size.
+    void copyTo(Magnum::GL::Framebuffer& other);
+
+    Magnum::Vector2i size() const { return _size; }
+
+private:
+    void create(const Magnum::Vector2i& size, Magnum::Int samples);
+
+    Corrade::Containers::StringView _label;
+    Channels _channels;
+    Magnum::Vector2i _size;
+    // Without multisampling the texture itself is drawn to.
+    Magnum::Int _samples = 0;
+    Magnum::GL::Renderbuffer _color{Magnum::NoCreate};
+    Magnum::GL::Framebuffer _drawn{Magnum::NoCreate};
+    Magnum::GL::Texture2D _texture{Magnum::NoCreate};
+    Magnum::GL::Framebuffer _resolved{Magnum::NoCreate};
+};
+
+} // namespace VantrelEngine

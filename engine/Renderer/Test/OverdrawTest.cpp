@@ -1,0 +1,149 @@
+// Counts of what is drawn, as colours.
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "Renderer/Test/RendererFixture.h"
+#include "Support/LiveObjects.h"
+
+using namespace VantrelTest;
+
+namespace {
+
+constexpr std::uint32_t Depth = PipelineHeader::DepthTest | PipelineHeader::DepthWrite;
+
+// Of a legend from (39, 174, 96) over (255, 255, 0) to (255, 0, 0).
+std::uint32_t colorOf(int count) {
+    const double part = std::min(count, 5) / 5.0, rest = std::clamp(count / 5.0 - 1.0, 0.0, 1.0);
+    const auto channel = [](double value) { return std::uint32_t(value + 0.5); };
+    return channel(39 + part * (255 - 39)) << 24 | channel((174 + part * (255 - 174)) * (1.0 - rest)) << 16 |
+        channel(96 * (1.0 - part)) << 8 | 0xffu;
+}
+
+void expectColor(std::uint32_t actual, std::uint32_t expected) {
+    for(const int shift: {0, 8, 16, 24})
+        EXPECT_NEAR(int(actual >> shift & 255), int(expected >> shift & 255), 1)
+            << std::hex << actual << ' ' << expected;
+}
+
+struct OverdrawTest: RendererTest {
+    OverdrawTest() {
+        opaque = addPipeline("Opaque", Depth);
+        blended = addPipeline("Blended", PipelineHeader::DepthTest | PipelineHeader::Blend, 1);
+    }
+
+    // Squares behind each other, each of which has a mesh of its own, in the order in which they are added.
+    void stack(Id pipeline, int count, Float x, bool isNearestFirst = false) {
+        for(int i = 0; i != count; ++i)
+            add(addMesh(square()), addMaterial(pipeline, RedColor),
+                {x, 0.0f, 0.1f * Float(isNearestFirst ? count - i : i)});
+    }
+
+    std::vector<std::uint32_t> overdraw(const Color4& background = Color4{0.0f, 0.0f, 1.0f, 1.0f}) {
+        update();
+        clear(background);
+        renderer.beginOverdrawTracking();
+        renderer.render(scene.views, scene);
+        counted = pixels();
+        renderer.endOverdrawTracking();
+        renderer.renderOverdraw(scene.views);
+        return pixels();
+    }
+
+    Id opaque, blended;
+    // The target, before colours are drawn.
+    std::vector<std::uint32_t> counted;
+};
+
+TEST_F(OverdrawTest, stacksHaveTheColoursOfTheLegend) {
+    const int counts[]{1, 5, 7, 10, 20};
+    Float x = -3.0f;
+    for(const int count: counts) stack(opaque, count, std::exchange(x, x + 1.5f));
+    tell();
+    const std::vector<std::uint32_t> picture = overdraw();
+    x = -3.0f;
+    for(const int count: counts) expectColor(at(picture, std::exchange(x, x + 1.5f), 0.0f), colorOf(count));
+    expectColor(colorOf(0), 0x27ae60ffu);
+    expectColor(colorOf(5), 0xffff00ffu);
+    expectColor(colorOf(10), 0xff0000ffu);
+    // Beside them nothing was drawn.
+    EXPECT_EQ(at(picture, 0.0f, 3.0f), Blue);
+    EXPECT_THAT(counted, testing::Each(Blue));
+}
+
+// The nearest one is drawn first, and hides the others before they are shaded.
+TEST_F(OverdrawTest, whatIsHiddenIsNotCounted) {
+    stack(opaque, 10, 0.0f, true);
+    tell();
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(1));
+}
+
+TEST_F(OverdrawTest, whatIsFoundHiddenByDepthDrawnFirstIsNotCounted) {
+    stack(opaque, 10, 0.0f);
+    tell();
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(10));
+    renderer.setDepthPrePassEnabled(true);
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(1));
+}
+
+TEST_F(OverdrawTest, whatBlendsIsCountedWhetherDepthIsDrawnFirstOrNot) {
+    stack(opaque, 3, 0.0f);
+    for(int i = 0; i != 4; ++i) add(addMesh(square()), addMaterial(blended, RedColor), {0.0f, 0.0f, 1.0f + Float(i)});
+    // Behind all of that.
+    add(addMesh(square()), addMaterial(blended, RedColor), {0.0f, 0.0f, -1.0f});
+    tell();
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(3 + 4));
+    renderer.setDepthPrePassEnabled(true);
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(1 + 4));
+}
+
+TEST_F(OverdrawTest, holesAreNotCounted) {
+    const Id masked = addPipeline("Masked", Depth | PipelineHeader::AlphaMask);
+    fragment = "void main() {\n"
+               "    fragmentColor = material_color();\n"
+               "    if(fragmentColor.r > 0.5) discard;\n"
+               "}\n";
+    add(addMesh(square()), addMaterial(masked, RedColor), {-1.0f, 0.0f, 0.0f});
+    add(addMesh(square()), addMaterial(masked, GreenColor), {1.0f, 0.0f, 0.0f});
+    tell();
+    const std::vector<std::uint32_t> picture = overdraw();
+    EXPECT_EQ(at(picture, -1.0f, 0.0f), Blue);
+    expectColor(at(picture, 1.0f, 0.0f), colorOf(1));
+}
+
+TEST_F(OverdrawTest, isTheSameWithBloom) {
+    stack(opaque, 6, 0.0f);
+    tell();
+    const std::vector<std::uint32_t> picture = overdraw();
+    renderer.setBloomEnabled(true);
+    EXPECT_EQ(overdraw(), picture);
+}
+
+// What comes later is hidden by the scene.
+TEST_F(OverdrawTest, leavesTheDepthOfTheScene) {
+    stack(opaque, 2, 0.0f);
+    tell();
+    frame();
+    const std::vector<float> scene = depths();
+    overdraw();
+    EXPECT_EQ(depths(), scene);
+    EXPECT_NE(scene.front(), scene[Size * Size / 2 + Size / 2]);
+}
+
+TEST_F(OverdrawTest, takesNothingOnceItIsOff) {
+    stack(opaque, 2, 0.0f);
+    tell();
+    frame();
+    const std::vector<std::uint32_t> picture = frame();
+    const LiveObjects before = LiveObjects::count();
+    overdraw();
+    EXPECT_GT(LiveObjects::count().textures, before.textures);
+    EXPECT_EQ(frame(), picture);
+    EXPECT_EQ(LiveObjects::count(), before);
+    // Nothing was counted.
+    renderer.renderOverdraw(scene.views);
+    EXPECT_EQ(pixels(), picture);
+}
+
+} // namespace

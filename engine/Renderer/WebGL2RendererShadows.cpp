@@ -1,0 +1,82 @@
+#include <Vantrel/Renderer/WebGL2Renderer.h>
+
+#include <utility>
+
+#include <Magnum/GL/AbstractFramebuffer.h>
+#include <Vantrel/EngineData/Scene.h>
+
+#include "Renderer/PassState.h"
+#include "Renderer/WebGL2RendererState.h"
+
+namespace VantrelEngine {
+
+using namespace Corrade;
+using namespace Magnum;
+
+namespace {
+
+// What leaves no depth, or lets something through, throws none.
+bool throwsShadows(const PipelineHeader& header) {
+    return (header.flags & PipelineHeader::DepthWrite) && !(header.flags & PipelineHeader::Blend);
+}
+
+} // namespace
+
+void WebGL2Renderer::State::setDrawsDirty() {
+    areDrawsSorted = areCastersSorted = false;
+    shadows.touchAll();
+}
+
+void WebGL2Renderer::State::sortCasters() {
+    if(areCastersSorted) return;
+    areCastersSorted = true;
+    std::vector<DrawGroup> groups;
+    for(const Draw& draw: draws) {
+        const Pipeline& pipeline = pipelines[draw.pipeline];
+        if(draw.kind == Draw::Kind::Meshes && pipeline.isThere() && throwsShadows(pipeline.header))
+            groups.push_back({0, DrawGroup::Kind::Opaque, draw.pipeline, draw.group});
+    }
+    casters.setGroups(std::move(groups));
+}
+
+// From the light: what the pipelines' depth programs draw, or where there is none those that make the same holes.
+void WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager& manager) {
+    findInside(FrustumPlanes{matrix}, objects.spheres(), inMap);
+    casters.build(inMap, manager, objects);
+    drawnCasters += casters.slots().size();
+    casterInstances.use(casters.slots());
+    ViewUniforms uniforms;
+    uniforms.viewProjection = matrix;
+    uniforms.materialStride = Int(materials.stride());
+    uniforms.number = ++viewNumber;
+    PassState state;
+    for(const DrawRun& run: casters.runs()) {
+        const Pipeline& pipeline = pipelines[run.pipeline];
+        MeshProgram& program = pipeline.depth ? *pipeline.depth : *pipeline.oneColor;
+        state.applySides(pipeline.header, run.isMirrored);
+        casterDrawing.draw(program.setView(uniforms), casters, run, objects, meshes);
+    }
+    state.end();
+}
+
+void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
+    State& state = *_state;
+    state.drawnShadowMaps = state.drawnCasters = 0;
+    if(!views.numActiveComponents()) return;
+    scene.lights.setupShadows(scene, views, state.matricesOf(views, views.components()[0]));
+    state.shadows.update(scene);
+    if(state.pipelines.setShadows(!state.shadows.isEmpty())) state.areProgramsBuilt = false;
+    state.buildPrograms();
+    if(state.shadows.isEmpty()) return;
+    state.sortCasters();
+    state.drawnShadowMaps = state.shadows.redraw([&](const ShadowMaps::Map& map) {
+        state.bindBuffers();
+        state.drawCasters(map.fit.matrix, scene.meshes);
+    });
+}
+
+std::size_t WebGL2Renderer::drawnShadowMaps() const { return _state->drawnShadowMaps; }
+
+std::size_t WebGL2Renderer::drawnShadowCasters() const { return _state->drawnCasters; }
+
+} // namespace VantrelEngine

@@ -17,6 +17,7 @@ enum : Magnum::Int {
     DataTextures,
     FloatTextures,
     LightData,
+    LightTiles,
     ShadowData,
     ShadowMaps,
 };
@@ -39,6 +40,7 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"dataTextures", 12}, TextureUnit::DataTextures},
     {{"floatTextures", 13}, TextureUnit::FloatTextures},
     {{"lightData", 9}, TextureUnit::LightData},
+    {{"lightTiles", 10}, TextureUnit::LightTiles},
     {{"shadowData", 10}, TextureUnit::ShadowData},
     {{"shadowMaps", 10}, TextureUnit::ShadowMaps},
 };

@@ -64,8 +64,15 @@ void WebGL2Renderer::State::bindBuffers() {
     objects.bind();
     materials.bind();
     lights.bind();
+    lightTiles.bind();
     textureAtlas->_state->table.bind();
     shadows.bind();
+}
+
+// Those with shadows are few, and come first.
+void WebGL2Renderer::State::updateLightTiles(const ViewUniforms& view) {
+    const std::size_t first = pipelines.hasShadows() ? lights.withShadows() : 0;
+    lightBytes += lightTiles.update(lights.lights(), first, view.viewProjection, Vector2i{view.viewportSize});
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
@@ -159,6 +166,7 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
         const Matrix4 toView = views.viewTransform(state.matricesOf(views, view)).toMatrix();
         state.list.sortBlended(-toView.row(2), state.objects);
         state.instances.use(state.list.slots());
+        state.updateLightTiles(uniforms);
         if(state.isDepthPassEnabled) state.drawDepth(uniforms);
         state.drawPicture(uniforms);
         state.drawColliders(uniforms);

@@ -11,6 +11,7 @@
 #include "Renderer/Debug/ColliderShapes.h"
 #include "Renderer/Debug/LineProgram.h"
 #include "Renderer/Lights/LightBuffer.h"
+#include "Renderer/Lights/LightTileBuffer.h"
 #include "Renderer/Lights/ShadowMaps.h"
 #include "Renderer/Materials/MaterialBuffer.h"
 #include "Renderer/Meshes/DrawList.h"
@@ -49,6 +50,7 @@ struct WebGL2Renderer::State {
     ViewUniforms viewUniforms(const ViewManager& views, Id view);
 
     void bindBuffers();
+    void updateLightTiles(const ViewUniforms& view);
     void drawDepth(const ViewUniforms& view);
     void drawPicture(const ViewUniforms& view);
     void drawColliders(const ViewUniforms& view);
@@ -81,6 +83,7 @@ struct WebGL2Renderer::State {
     MaterialBuffer materials;
     MeshBuffers meshes;
     LightBuffer lights;
+    LightTileBuffer lightTiles;
     std::uint64_t lightBytes = 0;
 
     // Objects.

@@ -125,7 +125,7 @@ std::string source(const char* name) {
 
 std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasShadows) {
     return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + source("Textures.glsl") +
-        (hasShadows ? "#define SHADOWS\n" + source("Shadows.glsl") : std::string{}) + source("Lights.glsl") +
+        (hasShadows ? "#define SHADOWS\n" + source("Shadows.glsl") : std::string{}) + source("Lights.glsl") + source("LightTiles.glsl") +
         accessors(recipe.description.parameters, recipe.needs);
 }
 

@@ -125,8 +125,8 @@ std::string source(const char* name) {
 
 std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasShadows) {
     return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + source("Textures.glsl") +
-        (hasShadows ? "#define SHADOWS\n" + source("Shadows.glsl") : std::string{}) + source("Lights.glsl") + source("LightTiles.glsl") +
-        accessors(recipe.description.parameters, recipe.needs);
+        (hasShadows ? "#define SHADOWS\n" + source("Shadows.glsl") : std::string{}) + source("Lights.glsl") +
+        source("LightTiles.glsl") + accessors(recipe.description.parameters, recipe.needs);
 }
 
 // Where the picture has holes, its fragment shader has to run to make them; it may leave out all else.

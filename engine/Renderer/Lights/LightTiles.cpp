@@ -1,5 +1,6 @@
 #include "Renderer/Lights/LightTiles.h"
 
+#include <Magnum/Math/Constants.h>
 #include <Magnum/Math/Vector4.h>
 
 #include "Renderer/Lights/LightBuffer.h"
@@ -17,35 +18,35 @@ Vector4 normalized(const Vector4& plane) {
     return length > 0.0f ? plane / length : plane;
 }
 
+Int tileCount(Int size) { return (size + LightTileSize - 1) / LightTileSize; }
+
 // A light in the words of the tiles along one axis: those that its sphere reaches into.
 class TileMarker {
 public:
     explicit TileMarker(const LightRecord& light, std::size_t index, std::size_t wordsPerTile):
         _place{light.positionAndConeFactor.xyz(), 1.0f}, _reach{light.incomingAndReach.w()}, _word{index / BitsPerWord},
-        _bit{1u << index % BitsPerWord}, _wordsPerTile{wordsPerTile} {}
+        _bit{1u << index % BitsPerWord}, _wordsPerTile{wordsPerTile} {
+        // A sun is everywhere.
+        if(_reach < 0.0f) _reach = Constants::inf();
+    }
 
-    // A sun is everywhere. What is behind the camera is nowhere.
-    bool isSeen(const Matrix4& toClip) const {
-        return isSun() || Math::dot(normalized(toClip.row(3) + toClip.row(2)), _place) >= -_reach;
+    bool isBehindCamera(const Matrix4& toClip) const {
+        return Math::dot(normalized(toClip.row(3) + toClip.row(2)), _place) < -_reach;
     }
 
     void mark(const Matrix4& toClip, std::size_t axis, Int size, UnsignedInt* words) const {
-        const Int count = lightTileCount(size);
-        bool isBefore = true;
-        for(Int tile = 0; tile != count; ++tile, words += _wordsPerTile) {
-            // From the tile's end on, where it is not the last one.
-            const Float distance = tile + 1 == count ? 0.0f : distanceFrom(toClip, axis, tile + 1, size);
-            if(isBefore && (isSun() || distance <= _reach)) words[_word] |= _bit;
-            isBefore = isSun() || distance >= -_reach;
-            if(!isBefore) return;
+        for(Int tile = 1; tile != tileCount(size); ++tile, words += _wordsPerTile) {
+            const Float distance = distanceFrom(toClip, axis, tile, size);
+            // Some of it is before the plane.
+            if(distance <= _reach) words[_word] |= _bit;
+            // None of it is beyond.
+            if(distance < -_reach) return;
         }
+        words[_word] |= _bit;
     }
 
-    static Int lightTileCount(Int size) { return (size + LightTileSize - 1) / LightTileSize; }
-
 private:
-    bool isSun() const { return _reach < 0.0f; }
-    // From the plane through the camera between two tiles, positive to the right or above.
+    // From the plane through the camera where the tile begins, positive to the right or above.
     Float distanceFrom(const Matrix4& toClip, std::size_t axis, Int tile, Int size) const {
         const Float edge = 2.0f * Float(tile * LightTileSize) / Float(size) - 1.0f;
         return Math::dot(normalized(toClip.row(axis) - toClip.row(3) * edge), _place);
@@ -63,12 +64,11 @@ private:
 void markLights(const std::vector<LightRecord>& lights, std::size_t first, const Matrix4& toClip, const Vector2i& size,
     std::vector<UnsignedInt>& words) {
     const std::size_t wordsPerTile = (lights.size() + BitsPerWord - 1) / BitsPerWord;
-    const auto columns = std::size_t(TileMarker::lightTileCount(size.x())),
-               rows = std::size_t(TileMarker::lightTileCount(size.y()));
+    const auto columns = std::size_t(tileCount(size.x())), rows = std::size_t(tileCount(size.y()));
     words.assign((columns + rows) * wordsPerTile, 0);
     for(std::size_t i = first; i < lights.size(); ++i) {
         const TileMarker marker{lights[i], i, wordsPerTile};
-        if(!marker.isSeen(toClip)) continue;
+        if(marker.isBehindCamera(toClip)) continue;
         marker.mark(toClip, 0, size.x(), words.data());
         marker.mark(toClip, 1, size.y(), words.data() + columns * wordsPerTile);
     }

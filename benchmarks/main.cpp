@@ -32,7 +32,7 @@ struct Arguments {
     std::size_t selected = 100, resizes = 1000, reloads = 100;
     int width = 640, height = 480;
     double outside = 0.0, outlineWidth = 300.0;
-    std::string aspect = "all", project;
+    std::string aspect = "all", project, model;
     double seconds = 1.0;
 
     Magnum::Vector2i size() const { return {width, height}; }
@@ -102,6 +102,15 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     });
 }
 
+void addImportVerb(CLI::App& app, Arguments& arguments) {
+    CLI::App& importing = *app.add_subcommand("import", "Importing a model, beside the bare reading of its file");
+    addSeconds(importing, arguments);
+    importing.add_option("FILE", arguments.model, "glTF, OBJ, FBX, PLY, STL or Collada")
+        ->required()
+        ->check(CLI::ExistingFile);
+    importing.callback([&] { VantrelBench::importFile(arguments.model, arguments.budget()); });
+}
+
 void addSize(CLI::App& verb, Arguments& arguments) {
     for(const auto& [name, pixels]: {std::pair{"W", &arguments.width}, {"H", &arguments.height}})
         verb.add_option(name, *pixels, "Pixels of the picture")->check(CLI::Range(64, 4096))->capture_default_str();
@@ -165,6 +174,7 @@ int main(int argc, char** argv) {
 
     Arguments arguments;
     addProjectVerbs(app, arguments);
+    addImportVerb(app, arguments);
     addViewVerbs(app, arguments);
 
     int status = 0;

@@ -1,5 +1,7 @@
 #include "Import/Converter/Import.h"
 
+#include <algorithm>
+
 #include "Import/Converter/AssetFolder.h"
 #include "Import/Converter/GltfReader.h"
 #include "Import/Converter/Images.h"
@@ -14,6 +16,12 @@ namespace {
 bool isArchive(const std::vector<char>& bytes) { return bytes.size() >= 2 && bytes[0] == 'P' && bytes[1] == 'K'; }
 
 bool isGltf(const std::string& extension) { return extension == "gltf" || extension == "glb"; }
+
+bool isEmpty(const Model& model) {
+    return model.meshes.empty() && model.animations.empty() &&
+        std::none_of(
+            model.nodes.begin(), model.nodes.end(), [](const Node& node) { return node.light || node.camera; });
+}
 
 void checkExtension(const std::string& extension) {
     if(isGltf(extension) || isImageExtension(extension) || isLibraryExtension(extension)) return;
@@ -47,6 +55,7 @@ void importFile(const std::string& source, const std::string& output, Messages& 
             readGltf(std::move(*bytes), folder, model, messages);
         else
             readWithLibrary(std::move(*bytes), file, folder, model, messages);
+        if(isEmpty(model)) messages.warn("there is nothing in it but objects without components");
         writeModel(model, name, result, messages);
     }
     messages.progress(1.0, "done");

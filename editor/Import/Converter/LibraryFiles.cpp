@@ -7,6 +7,8 @@
 
 #include <assimp/IOStream.hpp>
 
+#include "Import/Converter/Text.h"
+
 namespace VantrelImport {
 
 namespace {
@@ -48,8 +50,10 @@ std::string_view withoutDot(std::string_view name) { return name.substr(0, 2) ==
 
 } // namespace
 
-LibraryFiles::LibraryFiles(std::string fileName, std::vector<char> bytes, const AssetFolder& folder):
-    _fileName{std::move(fileName)}, _bytes{std::move(bytes)}, _folder{folder} {}
+LibraryFiles::LibraryFiles(
+    std::string fileName, std::vector<char> bytes, const AssetFolder& folder, Messages& messages):
+    _fileName{std::move(fileName)},
+    _bytes{std::move(bytes)}, _folder{folder}, _messages{messages} {}
 
 bool LibraryFiles::Exists(const char* name) const {
     std::string reason;
@@ -61,7 +65,9 @@ Assimp::IOStream* LibraryFiles::Open(const char* name, const char* mode) {
     if(withoutDot(name) == _fileName) return new MemoryStream{_bytes};
     std::string reason;
     auto bytes = _folder.read(name, reason);
-    return bytes ? new MemoryStream{std::move(*bytes)} : nullptr;
+    if(bytes) return new MemoryStream{std::move(*bytes)};
+    _messages.warn("file " + quoted(name) + " is left out: " + reason);
+    return nullptr;
 }
 
 void LibraryFiles::Close(Assimp::IOStream* stream) { delete stream; }

@@ -6,14 +6,16 @@
 #include <assimp/IOSystem.hpp>
 
 #include "Import/Converter/AssetFolder.h"
+#include "Import/Converter/Messages.h"
 
 namespace VantrelImport {
 
-// What Assimp sees instead of the file system: the model, and by name the files beside it, all read only.
+// What Assimp sees instead of the file system: the model, and by name the files beside it, all read only. A file that it
+// does not get is a warning.
 class LibraryFiles: public Assimp::IOSystem {
 public:
-    // The folder has to stay.
-    explicit LibraryFiles(std::string fileName, std::vector<char> bytes, const AssetFolder& folder);
+    // The folder and the messages have to stay.
+    explicit LibraryFiles(std::string fileName, std::vector<char> bytes, const AssetFolder& folder, Messages& messages);
 
     bool Exists(const char* name) const override;
     char getOsSeparator() const override { return '/'; }
@@ -25,6 +27,7 @@ private:
     const std::string _fileName;
     const std::vector<char> _bytes;
     const AssetFolder& _folder;
+    Messages& _messages;
 };
 
 } // namespace VantrelImport

@@ -8,7 +8,10 @@
 #include <string_view>
 
 #include <assimp/BaseImporter.h>
+#include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
+#include <assimp/LogStream.hpp>
+#include <assimp/ProgressHandler.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -47,6 +50,46 @@ Matrix4 matrixOf(const aiMatrix4x4& from) {
         for(unsigned row = 0; row != 4; ++row) matrix[column][row] = from[row][column];
     return matrix;
 }
+
+// What the library says went wrong, "Error, T0: TEXT", as warnings, while this lives.
+class LibraryErrors: public Assimp::LogStream {
+public:
+    explicit LibraryErrors(Messages& messages): _messages{messages} {
+        Assimp::DefaultLogger::create("", Assimp::Logger::NORMAL, 0)->attachStream(this, Assimp::Logger::Err);
+    }
+    ~LibraryErrors() override {
+        // Streams that are attached are deleted with the logger.
+        Assimp::DefaultLogger::get()->detachStream(this, Assimp::Logger::Err);
+        Assimp::DefaultLogger::kill();
+    }
+    LibraryErrors(const LibraryErrors&) = delete;
+    LibraryErrors& operator=(const LibraryErrors&) = delete;
+
+    void write(const char* message) override {
+        std::string_view text = message;
+        const std::size_t begin = text.find(": ");
+        text.remove_prefix(begin == text.npos ? 0 : begin + 2);
+        while(!text.empty() && text.back() == '\n') text.remove_suffix(1);
+        _messages.warn(text);
+    }
+
+private:
+    Messages& _messages;
+};
+
+class LibraryProgress: public Assimp::ProgressHandler {
+public:
+    explicit LibraryProgress(Messages& messages): _messages{messages} {}
+
+    // Negative where the library does not know.
+    bool Update(float fraction) override {
+        if(fraction >= 0.0f) _messages.progress(0.1 + 0.5 * double(fraction), "reading");
+        return true;
+    }
+
+private:
+    Messages& _messages;
+};
 
 // A direction of the file, as "UpAxis" and "UpAxisSign" name one.
 Vector3 axis(const aiMetadata& settings, const std::string& name, int otherwise) {
@@ -339,9 +382,11 @@ bool isLibraryExtension(const std::string& extension) {
 
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages) {
+    const LibraryErrors errors{messages};
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));
-    importer.SetIOHandler(new LibraryFiles{fileName, std::move(bytes), folder});
+    importer.SetIOHandler(new LibraryFiles{fileName, std::move(bytes), folder, messages});
+    importer.SetProgressHandler(new LibraryProgress{messages});
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, SmoothAngle);

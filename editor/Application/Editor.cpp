@@ -32,6 +32,8 @@ constexpr const char* ViewName = "Scene View";
 
 // Seconds. What takes less shows no bar.
 constexpr Double ProgressDelay = 0.5;
+// Between two frames while a project is opened.
+constexpr Double OpeningStep = 0.015;
 
 std::string absolutePath(const std::string& path) {
     std::error_code error;
@@ -103,16 +105,17 @@ std::string Editor::open(const std::string& path) {
         _imports.add(absolute);
         return {};
     }
-    const OpenedProject opened = _session->open(absolute);
+    const OpenedProject result = _session->open(absolute);
+    opened(result, absolute);
+    return result.error;
+}
+
+void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
-    if(!opened.error.empty()) {
-        removeMissingFile(_settings.recentFiles, absolute);
-        return opened.error;
-    }
+    if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
     for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
-    addRecentFile(_settings.recentFiles, absolute);
-    Utility::Debug{} << "Opened" << absolute.data();
-    return {};
+    addRecentFile(_settings.recentFiles, path);
+    Utility::Debug{} << "Opened" << path.data();
 }
 
 std::string Editor::save(const std::string& path, bool overwritesRepaired) {
@@ -160,6 +163,7 @@ void Editor::showError(const std::string& line) {
 }
 
 void Editor::perform(Command command) {
+    if(_opening) return;
     ChangeManager& changes = _session->changes();
     _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());
     requestFrames();
@@ -220,25 +224,39 @@ void Editor::run(const ProjectAction& action) {
         if(!error.empty()) Utility::Error{} << error.data();
         return _dialogs.saved(action.path, error, isKept);
     }
-    case ProjectAction::Kind::Open:
-        _opening = action.path;
-        _openingFrames = 0;
-        return;
+    case ProjectAction::Kind::Open: return openInSteps(action.path);
     }
 }
 
-void Editor::openPending() {
-    if(_opening.empty() || _openingFrames < BusyFrames) return;
-    const std::string error = open(_opening);
-    _opening.clear();
+void Editor::openInSteps(const std::string& path) {
+    if(isImportable(path)) {
+        open(path);
+        return;
+    }
+    _opening = std::make_unique<ProjectOpening>(*_session, absolutePath(path));
+    _openingBegan = _platform.now();
+    _openingFrames = 0;
+}
+
+void Editor::goOnOpening() {
+    if(!_opening || (_isReplayed && _openingFrames < ReplayedOpening)) return;
+    bool goesOn = true;
+    do goesOn = _opening->step(OpeningStep);
+    while(goesOn && _isReplayed);
+    if(goesOn) return;
+    opened(_opening->opened(), _opening->path());
+    const std::string error = _opening->opened().error;
+    _opening.reset();
     if(!error.empty()) showError(error);
 }
 
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
-    openPending();
-    for(const ImportResult& result: _imports.update()) showImported(result);
-    _session->update();
+    goOnOpening();
+    const bool isCompiling = _opening && _opening->isInPlace();
+    if(!_opening)
+        for(const ImportResult& result: _imports.update()) showImported(result);
+    if(!isCompiling) _session->update();
     _session->editor().state().wantsFrame = false;
     if(_settlingFrames) --_settlingFrames;
 
@@ -258,27 +276,34 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
     if(_command) perform(*_command);
     _command.reset();
-    runActions();
+    if(!_opening) runActions();
 }
 
 void Editor::drawPanels() {
     drawMenu();
     drawStatus();
     _panes.layOut(_settings.panes);
-    EditorState& views = _session->editor().state().views;
-    for(unsigned view = 0; view != views.viewCount(); ++view) _panes.place(views, view);
-    if(_settings.panes.hasList) drawList();
     if(_settings.panes.hasLog) drawLog();
-    _drop.draw();
-    if(_loader.module()) _loader.module()->draw();
+    // The view comes last: the last one that is new has the focus.
+    if(!_opening || !_opening->isInPlace()) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
     _dialogs.draw();
     drawImport();
-    if(_opening.empty()) return;
-    drawBusy("Opening " + _opening + " ...");
+    if(!_opening) return;
+    const bool isLong = _platform.now() - _openingBegan >= ProgressDelay || _isReplayed;
     ++_openingFrames;
+    drawOpening({"Opening " + _opening->path() + '\n' + _opening->doing(), _opening->fraction(), false}, isLong);
     requestFrames();
+}
+
+// What shows the project.
+void Editor::drawScene() {
+    EditorState& views = _session->editor().state().views;
+    for(unsigned view = 0; view != views.viewCount(); ++view) _panes.place(views, view);
+    if(_settings.panes.hasList) drawList();
+    _drop.draw();
+    if(_loader.module()) _loader.module()->draw();
 }
 
 void Editor::drawImport() {
@@ -338,7 +363,7 @@ void Editor::updateFocus() {
     focus.isViewHovered = isView(context.HoveredWindow);
     focus.isViewFocused = isView(context.NavWindow);
     focus.isTyping = context.IO.WantTextInput;
-    focus.isBlocked = context.OpenPopupStack.Size != 0;
+    focus.isBlocked = context.OpenPopupStack.Size != 0 || _opening;
     _input.setFocus(focus);
     _cursorShape = cursorShapeOf(ImGui::GetMouseCursor());
     // What is behind a dialog is still getting darker.

@@ -18,6 +18,7 @@
 #include "Application/ModuleFile.h"
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
+#include "Data/ProjectOpening.h"
 #include "Data/ProjectSession.h"
 #include "Import/ImportQueue.h"
 #include "Modules/EventDelivery.h"
@@ -57,6 +58,9 @@ public:
 
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
+    // From now on a project is opened between two frames, after ReplayedOpening frames that show the bar: a replayed run
+    // is the same each time.
+    void openReplayed() { _isReplayed = true; }
     void openAsked(const std::string& path) { _dialogs.open(path); }
     // Queues a file to be imported into the project. What is wrong with it is said later.
     void import(const std::string& path);
@@ -92,15 +96,18 @@ public:
 private:
     // The UI library shows in a frame what came in the one before, and sizes a new window in its second one.
     static constexpr int SettlingFrames = 3;
-    // In the first of them a new window is hidden.
-    static constexpr int BusyFrames = 2;
+
+    static constexpr int ReplayedOpening = 2;
 
     void initView();
     void closeView();
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
-    void openPending();
+    void openInSteps(const std::string& path);
+    void goOnOpening();
+    void opened(const OpenedProject& opened, const std::string& path);
+    void drawScene();
     void showImported(const ImportResult& result);
     void drawImport();
     void drawPanels();
@@ -129,8 +136,10 @@ private:
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
-    // A project that is opened after frames that say so.
-    std::string _opening;
+    // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
+    std::unique_ptr<ProjectOpening> _opening;
+    Magnum::Double _openingBegan = 0.0;
+    bool _isReplayed = false;
     int _openingFrames = 0;
     // What a new project is being made of: shown when it is there. Empty for nothing.
     std::string _model;

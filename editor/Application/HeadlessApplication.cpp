@@ -47,6 +47,7 @@ public:
                                                                {}}} {
         if(line.fontScale > 0.0f) _editor.settings().fontScale = line.fontScale;
         _editor.input().warpTo({-1.0f, -1.0f});
+        _editor.openReplayed();
     }
 
     // Empty, or one line.

@@ -60,8 +60,9 @@ OpenedProject ProjectSession::open(const std::string& path) {
     return opened;
 }
 
-OpenedProject ProjectSession::read(const std::string& path) {
-    OpenedProject opened = _store.open(path);
+OpenedProject ProjectSession::put(ReadProject project) {
+    const std::string path = project.path;
+    OpenedProject opened = _store.open(std::move(project));
     if(!opened.error.empty()) return opened;
     _data.resources().setProjectFolder(folderOf(path));
     startOver();
@@ -91,6 +92,14 @@ void ProjectSession::readEditorSettings() {
 void ProjectSession::compileResources() {
     _resourceCompiler->compileAll();
     _data.scene().revisions().touch(Aspect::Settings);
+}
+
+void ProjectSession::beginCompileResources() { _resourceCompiler->beginCompileAll(); }
+
+bool ProjectSession::compileNextResource() {
+    if(_resourceCompiler->compileNext()) return true;
+    _data.scene().revisions().touch(Aspect::Settings);
+    return false;
 }
 
 void ProjectSession::compileObjects() {

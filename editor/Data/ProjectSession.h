@@ -43,9 +43,13 @@ public:
     // session is as it was.
     OpenedProject open(const std::string& path);
     // The parts of it, for whoever wants to know what each costs: read() compiles nothing yet.
-    OpenedProject read(const std::string& path);
+    OpenedProject read(const std::string& path) { return put(readProject(path)); }
+    OpenedProject put(ReadProject project);
     void compileResources();
     void compileObjects();
+    // compileResources() a resource at a time: false when there is none left.
+    void beginCompileResources();
+    bool compileNextResource();
 
     // Writes the project to a file, which becomes its file, and marks it as saved; into another folder its own files are
     // copied first. Returns an empty text, or one line: the files and the mark are as they were then. A project that was repaired when it was opened is not written over

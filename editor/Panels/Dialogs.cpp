@@ -65,15 +65,4 @@ Answer QuestionDialog::draw() {
     return answer;
 }
 
-void drawBusy(const std::string& text) {
-    const ImVec2 size = ImGui::GetIO().DisplaySize;
-    ImGui::SetNextWindowPos({size.x * 0.5f, size.y * 0.5f}, ImGuiCond_Always, {0.5f, 0.5f});
-    ImGui::Begin("##busy", nullptr,
-        ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoInputs |
-            ImGuiWindowFlags_NoSavedSettings);
-    ImGui::TextUnformatted(text.data());
-    ImGui::ProgressBar(0.5f, {ImGui::GetFontSize() * 24.0f, 0.0f}, "");
-    ImGui::End();
-}
-
 } // namespace VantrelEngine

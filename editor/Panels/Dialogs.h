@@ -30,7 +30,4 @@ private:
     std::string _title, _question, _yes, _no;
 };
 
-// Says that the editor is busy, in the middle of the window.
-void drawBusy(const std::string& text);
-
 } // namespace VantrelEngine

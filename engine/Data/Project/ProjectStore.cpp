@@ -91,28 +91,29 @@ void ProjectStore::startNew() {
     _state->repairCount = 0;
 }
 
-OpenedProject ProjectStore::open(const std::string& path) {
-    OpenedProject opened;
-    JsonDocument document;
-    opened.error = readDocument(path, document);
+ReadProject readProject(const std::string& path) {
+    ReadProject read{path, {}, {}};
+    read.opened.error = readDocument(path, read.document);
+    if(!read.opened.error.empty()) return read;
+    read.opened.problems = checkDocument(read.document);
+    if(isRefused(read.opened.problems)) read.opened.error = refusal(path, read.opened.problems);
+    return read;
+}
+
+OpenedProject ProjectStore::open(ReadProject project) {
+    OpenedProject& opened = project.opened;
     if(!opened.error.empty()) {
-        _state->keep(path, "the project in this file could not be opened");
+        _state->keep(project.path, "the project in this file could not be opened");
         return opened;
     }
-    opened.problems = checkDocument(document);
-    if(isRefused(opened.problems)) {
-        opened.error = refusal(path, opened.problems);
-        _state->keep(path, "the project in this file could not be opened");
-        return opened;
-    }
-    _state->replace(document);
-    _state->path = path;
+    _state->replace(project.document);
+    _state->path = project.path;
     _state->repairCount = countOf(opened.problems, Kind::Repair);
     if(_state->repairCount)
-        _state->keep(path, repairs(_state->repairCount));
+        _state->keep(project.path, repairs(_state->repairCount));
     else
-        _state->release(path);
-    return opened;
+        _state->release(project.path);
+    return std::move(opened);
 }
 
 bool ProjectStore::keeps(const std::string& path) const { return !_state->whyKept(path).empty(); }

@@ -14,6 +14,12 @@ ResourceCompiler::~ResourceCompiler() = default;
 
 void ResourceCompiler::compileAll() { _updates->compileAll(); }
 
+void ResourceCompiler::beginCompileAll() { _updates->beginCompileAll(); }
+
+bool ResourceCompiler::compileNext() { return _updates->compileNext(); }
+
+std::size_t ResourceCompiler::remainingCount() const { return _updates->remaining(); }
+
 void ResourceCompiler::compile(ResourceKind kind, Containers::StringView id) { _updates->compile(kind, id); }
 
 void ResourceCompiler::update() { _updates->update(); }

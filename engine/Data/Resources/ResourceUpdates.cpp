@@ -68,13 +68,30 @@ ResourceUpdates::ResourceUpdates(const ProjectFile& file, const ResourceManager&
     _revisions{revisions}, _context{files, scene, maps, {}, {}, 0} {}
 
 void ResourceUpdates::compileAll() {
+    beginCompileAll();
+    while(compileNext()) {
+    }
+}
+
+void ResourceUpdates::beginCompileAll() {
     _isCompilingAll = true;
     _problems = {};
     _context.sources.setReadingAgain(true);
     for(std::size_t i = 0; i != ResourceKindCount; ++i) markSection(ResourceKind(i));
-    update();
+    begin();
+}
+
+bool ResourceUpdates::compileNext() {
+    if(step()) return true;
     _context.sources.setReadingAgain(false);
     _isCompilingAll = false;
+    return false;
+}
+
+std::size_t ResourceUpdates::remaining() const {
+    std::size_t count = _toCompile.size() - _next;
+    for(const Kind& kind: _kinds) count += kind.marked.size();
+    return count;
 }
 
 void ResourceUpdates::markSection(ResourceKind kind) {
@@ -96,27 +113,53 @@ void ResourceUpdates::compile(ResourceKind kind, Containers::StringView id) {
 }
 
 void ResourceUpdates::update() {
-    _objects.clear();
-    if(!_isCollected.empty()) _isCollected.clear();
-    // Resources use only those of kinds that come before.
-    for(std::size_t i = 0; i != ResourceKindCount; ++i) compileMarked(ResourceKind(i));
-    touchAspects();
+    begin();
+    while(step()) {
+    }
 }
 
-void ResourceUpdates::compileMarked(ResourceKind kind) {
+void ResourceUpdates::begin() {
+    CORRADE_ASSERT(_kind == ResourceKindCount, "ResourceCompiler: an update is under way", );
+    _objects.clear();
+    if(!_isCollected.empty()) _isCollected.clear();
+    _kind = 0;
+    beginKind();
+}
+
+// Compiles one resource. Resources use only those of kinds that come before.
+bool ResourceUpdates::step() {
+    if(_kind == ResourceKindCount) return false;
+    while(_next == _toCompile.size()) {
+        endKind();
+        if(++_kind == ResourceKindCount) {
+            touchAspects();
+            return false;
+        }
+        beginKind();
+    }
+    const auto& entry = _toCompile[_next++];
+    compileOne(ResourceKind(_kind), entry.first, *entry.second);
+    return true;
+}
+
+void ResourceUpdates::beginKind() {
+    const ResourceKind kind = ResourceKind(_kind);
     const std::vector<std::string> marked = std::move(of(kind).marked);
     of(kind).marked.clear();
     if(!of(kind).isMarked.empty()) of(kind).isMarked.clear();
     // Those that go make place for those that come.
-    std::vector<std::pair<const std::string*, const JsonValue*>> toCompile;
     for(const std::string& id: marked) {
         if(const JsonValue* const value = _file.member(resourceSection(kind), id))
-            toCompile.emplace_back(&id, value);
+            _toCompile.emplace_back(id, value);
         else
             drop(kind, id);
     }
-    for(const auto& entry: toCompile) compileOne(kind, *entry.first, *entry.second);
+}
 
+void ResourceUpdates::endKind() {
+    const ResourceKind kind = ResourceKind(_kind);
+    _toCompile.clear();
+    _next = 0;
     auto& waiting = of(kind).withoutSlot;
     while(!waiting.empty() && !of(kind).freeSlots.empty()) {
         const std::string id = *waiting.begin();

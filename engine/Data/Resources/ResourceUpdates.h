@@ -22,6 +22,9 @@ public:
         ResourceMaps& maps, SceneRevisions& revisions);
 
     void compileAll();
+    void beginCompileAll();
+    bool compileNext();
+    std::size_t remaining() const;
     void compile(ResourceKind kind, Corrade::Containers::StringView id);
     void update();
     const std::vector<ResourceUser*>& objectsToCompile() const { return _objects; }
@@ -39,7 +42,10 @@ private:
 
     Kind& of(ResourceKind kind) { return _kinds[std::size_t(kind)]; }
     void markSection(ResourceKind kind);
-    void compileMarked(ResourceKind kind);
+    void begin();
+    void beginKind();
+    void endKind();
+    bool step();
     void compileOne(ResourceKind kind, const std::string& id, const JsonValue& value);
     bool takeSlot(ResourceNode& node);
     void drop(ResourceKind kind, const std::string& id);
@@ -56,6 +62,10 @@ private:
     // Since the begin of the update: of which kinds the contents of one changed, and of which one came or went.
     std::bitset<ResourceKindCount> _contentsChanged, _listChanged;
     bool _isCompilingAll = false;
+    // How far the update is: the kind, and the resources of it.
+    std::size_t _kind = ResourceKindCount;
+    std::vector<std::pair<std::string, const JsonValue*>> _toCompile;
+    std::size_t _next = 0;
     std::vector<ResourceUser*> _objects;
     std::unordered_set<const ResourceUser*> _isCollected;
 };

@@ -7,6 +7,7 @@
 
 #include <Corrade/Utility/VisibilityMacros.h>
 
+#include "Vantrel/EngineData/Json.h"
 #include "VantrelHost/DocumentProblem.h"
 
 namespace VantrelEngine {
@@ -19,6 +20,16 @@ struct OpenedProject {
     // In the order of the document. Also where the project was refused.
     std::vector<DocumentProblem> problems;
 };
+
+// A project that was read from a file and checked, and not opened yet.
+struct ReadProject {
+    std::string path;
+    JsonDocument document;
+    OpenedProject opened;
+};
+
+// Needs nothing but the file: any thread may do it.
+CORRADE_VISIBILITY_EXPORT ReadProject readProject(const std::string& path);
 
 // Opens and saves the project, and guards its edits: what could not be opened again is kept from coming in.
 class CORRADE_VISIBILITY_EXPORT ProjectStore {
@@ -34,7 +45,8 @@ public:
 
     // Puts the project at a path into the file. With an error the file is left as it was. The undo log of the project
     // before is the caller's to clear.
-    OpenedProject open(const std::string& path);
+    OpenedProject open(const std::string& path) { return open(readProject(path)); }
+    OpenedProject open(ReadProject project);
 
     enum class Repaired {
         // A file whose project was repaired when it was opened, or could not be opened, is not written over, whatever

@@ -45,6 +45,12 @@ public:
     // that is wrong gets its line again.
     void compileAll();
 
+    // The same a resource at a time: false when there is none left, and all is as after compileAll(). The document, and
+    // whatever else is compiled, stays as it is meanwhile. And how many there are still.
+    void beginCompileAll();
+    bool compileNext();
+    std::size_t remainingCount() const;
+
     // Notes that a resource was added, changed or removed.
     void compile(ResourceKind kind, Corrade::Containers::StringView id);
     // Compiles what was noted, each once, and what has to follow. Counts up the aspects that changed, each once.

@@ -45,13 +45,34 @@ TEST_F(BehaviourTest, firstFrameCanGrab) {
 
 // Between frames the answer is of the gizmo that is seen; once it is not drawn any more, there is none.
 TEST_F(BehaviourTest, gizmoThatIsNotDrawnIsNowhere) {
+    for(bool isBehindAllWindows: {false, true}) {
+        gizmo.isBehindAllWindows = isBehindAllWindows;
+        gizmo.isShown = true;
+        gizmo.frame();
+        gizmo.moveTo(onAxis());
+        gizmo.frame();
+        EXPECT_TRUE(ImGuizmo::IsOver());
+        gizmo.isShown = false;
+        gizmo.frame();
+        EXPECT_FALSE(ImGuizmo::IsOver());
+    }
+}
+
+TEST_F(BehaviourTest, itemUnderTheMouseIsBeforeTheGizmo) {
     gizmo.frame();
     gizmo.moveTo(onAxis());
+    EXPECT_TRUE(gizmo.frame().isOver);
+    gizmo.content = [] { ImGui::InvisibleButton("item", {1600.0f, 900.0f}); };
+    EXPECT_FALSE(gizmo.frame().isOver);
+}
+
+TEST_F(BehaviourTest, picturesDoNotLagBehindTheMouse) {
+    ASSERT_TRUE(gizmo.grab(middle()));
+    const Vector2 to = middle() + Vector2{200.0f, -150.0f};
+    gizmo.moveTo(to);
     gizmo.frame();
-    EXPECT_TRUE(ImGuizmo::IsOver());
-    gizmo.isShown = false;
-    gizmo.frame();
-    EXPECT_FALSE(ImGuizmo::IsOver());
+    EXPECT_TRUE(gizmo.isDrawnAt(to, 8.0f));
+    EXPECT_TRUE(gizmo.isDrawnAt(gizmo.pixelAt(Vector3::xAxis(), 78.0f), 8.0f));
 }
 
 TEST_F(BehaviourTest, dragEndsWithItsGizmo) {
@@ -84,10 +105,15 @@ TEST_F(BehaviourTest, badCameraDrawsNothing) {
 }
 
 TEST_F(BehaviourTest, matrixThatIsNotFiniteIsLeftAlone) {
-    gizmo.matrix[3][0] = Constants::nan();
-    EXPECT_FALSE(gizmo.grab({800.0f, 450.0f}));
-    EXPECT_EQ(gizmo.vertices, 0);
-    EXPECT_TRUE(std::isnan(gizmo.matrix[3][0]));
+    for(std::size_t column: {0, 3}) {
+        gizmo.matrix = {};
+        gizmo.matrix[column][0] = Constants::nan();
+        EXPECT_FALSE(gizmo.grab({800.0f, 450.0f}));
+        EXPECT_EQ(gizmo.vertices, 0);
+        EXPECT_TRUE(std::isnan(gizmo.matrix[column][0]));
+        gizmo.release();
+        gizmo.frame();
+    }
 }
 
 TEST_F(BehaviourTest, axisKeepsItsSideDuringADrag) {
@@ -116,6 +142,17 @@ TEST_F(BehaviourTest, noLengthStaysNoLength) {
     const Matrix4 delta = gizmo.drag(middle(), middle() + Vector2{50.0f, 0.0f});
     EXPECT_EQ(delta, Matrix4::scaling({1.5f, 1.0f, 1.5f}));
     EXPECT_EQ(gizmo.matrix, Matrix4::scaling({1.5f, 0.0f, 3.0f}));
+}
+
+TEST_F(BehaviourTest, resultBeyondAllNumbersIsNone) {
+    gizmo.matrix = Matrix4::scaling(Vector3{2.0e38f});
+    gizmo.operation = ImGuizmo::SCALE;
+    ASSERT_TRUE(gizmo.grab(middle()));
+    gizmo.moveTo(middle() + Vector2{300.0f, 0.0f});
+    const GizmoWindow::Frame frame = gizmo.frame();
+    EXPECT_FALSE(frame.isChanged);
+    EXPECT_EQ(frame.delta, Matrix4{});
+    EXPECT_EQ(gizmo.matrix, Matrix4::scaling(Vector3{2.0e38f}));
 }
 
 TEST_F(BehaviourTest, everyOperationLeavesTheClipRectangles) {

@@ -53,6 +53,14 @@ TEST(DragTest, axisStaysUnderTheMouse) {
         }
 }
 
+TEST(DragTest, axisIsNotLeft) {
+    Pull pull{Slanted, {Kind::MoveAxis, 0}, *Slanted.project({0.3, 0.0, 0.0})};
+    pull.to(*Slanted.project({0.8, 0.4, -0.3}));
+    EXPECT_GT(pull.motion.displacement.x(), 0.1);
+    EXPECT_EQ(pull.motion.displacement.y(), 0.0);
+    EXPECT_EQ(pull.motion.displacement.z(), 0.0);
+}
+
 TEST(DragTest, planeStaysUnderTheMouse) {
     Random random;
     for(const Camera& eye: {Slanted, Flat})
@@ -200,6 +208,13 @@ TEST(EditTest, scaleIsOfTheLengthsAtTheBeginning) {
     const Edit edit = edited(*all.drag, {}, motion, Matrix4d::scaling({2.0, 0.0, 5.0}));
     EXPECT_EQ(edit.delta, Matrix4d::scaling({1.5, 1.0, 1.2}));
     EXPECT_EQ(edit.matrix, Matrix4d::scaling({3.0, 0.0, 6.0}));
+    // Somebody else has given it a length.
+    EXPECT_EQ(
+        edited(*all.drag, {}, motion, Matrix4d::scaling({2.0, 7.0, 4.0})).delta, Matrix4d::scaling({1.5, 1.0, 1.5}));
+    Pull one{Slanted, {Kind::ScaleAxis, 0}, *Slanted.project({0.4, 0.0, 0.0}), start};
+    motion.factors = {1.5, 1.0, 1.0};
+    EXPECT_EQ(
+        edited(*one.drag, {}, motion, Matrix4d::scaling({2.0, 7.0, 5.0})).delta, Matrix4d::scaling({1.5, 1.0, 1.0}));
 }
 
 TEST(EditTest, mirrorAndShearStay) {

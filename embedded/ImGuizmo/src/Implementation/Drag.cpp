@@ -116,7 +116,7 @@ Motion follow(const Drag& drag, const Motion& last, const Camera& camera, const 
 }
 
 Motion snapped(const Drag& drag, const Motion& motion, const float* steps) {
-    if(!steps || motion == Motion{}) return motion;
+    if(!steps) return motion;
     Motion out = motion;
     if(drag.handle.isTurn()) {
         const Math::Rad<Double> angle{motion.angle};

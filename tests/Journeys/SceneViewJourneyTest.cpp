@@ -61,6 +61,13 @@ TEST_F(SceneViewJourneyTest, FlyingEndsWithARelease) {
     EXPECT_NE(picture("lost.png").pixels, picture("later.png").pixels);
 }
 
+TEST_F(SceneViewJourneyTest, AfterAFlightTheCursorIsOverTheViewAgain) {
+    // A second flight begins only over the view.
+    playView("mouse 450 250\npress right\nmove 5000 0\nrelease right\nwait 2\nidimage {}/before.png\n"
+             "press right\nkey W\nwait 10\nkeyup W\nrelease right\nidimage {}/after.png\n");
+    EXPECT_NE(picture("after.png").pixels, picture("before.png").pixels);
+}
+
 TEST_F(SceneViewJourneyTest, FiftyReloadsShowTheSame) {
     std::string script = "select ball\nmouse 450 250\nscroll 3\nwait 2\nkey F\nkeyup F\nwait 2\n"
                          "mouse 5 300\nwait 1\n";

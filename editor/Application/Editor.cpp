@@ -41,7 +41,11 @@ bool isView(const ImGuiWindow* window) {
 
 Editor::Editor(Platform& platform, const std::string& moduleFile, std::string settingsFile):
     _platform(platform), _settingsFile{std::move(settingsFile)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _loader{moduleFile}, _lastFrame{platform.now()} {
+    _session{std::make_unique<ProjectSession>()},
+    // Who remembers nothing of the user leaves nothing in the user's folders.
+    _thumbnails{_session->data().scene(), _session->data().resources(),
+        _settingsFile.empty() ? std::string{} : thumbnailFolder()},
+    _loader{moduleFile}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
     _interface.setDocking(_settings.docking);
     addEngineAssets(_session->data().resources());
@@ -191,6 +195,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     const Double now = _platform.now();
     openPending();
     _session->update();
+    _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
     if(_settlingFrames) --_settlingFrames;
 
@@ -211,6 +216,14 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(_command) perform(*_command);
     _command.reset();
     runActions();
+    makeThumbnail(framebuffer);
+}
+
+// Where one was made, the next frame shows it.
+void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
+    if(!_thumbnails.isWorkWaiting() || isBusy()) return;
+    if(_thumbnails.work()) _settlingFrames = 1;
+    framebuffer.bind();
 }
 
 void Editor::drawPanels() {
@@ -285,9 +298,11 @@ void Editor::updateFocus() {
     if(context.DimBgRatio > 0.0f && context.DimBgRatio < 1.0f) requestFrames();
 }
 
-bool Editor::wantsFrame() const {
-    return _settlingFrames || _drop.isUnderWay() || _session->editor().state().wantsFrame;
+bool Editor::isBusy() const {
+    return _settlingFrames || _drop.isUnderWay() || !_opening.empty() || _session->editor().state().wantsFrame;
 }
+
+bool Editor::wantsFrame() const { return isBusy() || _thumbnails.isWorkWaiting(); }
 
 std::string Editor::title() const {
     const std::string& path = _session->path();

@@ -9,6 +9,7 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
@@ -75,6 +76,8 @@ public:
     ProjectSession& session() { return *_session; }
     const Log& log() const { return _log; }
     Settings& settings() { return _settings; }
+    // Panels ask them while a frame is drawn; they are made in frames in which nothing else happens.
+    Thumbnails& thumbnails() { return _thumbnails; }
     // "scene.json*"; the star stands for unsaved changes.
     std::string title() const;
 
@@ -95,6 +98,8 @@ private:
     void drawList();
     void drawLog();
     void updateFocus();
+    bool isBusy() const;
+    void makeThumbnail(Magnum::GL::AbstractFramebuffer& framebuffer);
 
     Platform& _platform;
     std::string _settingsFile;
@@ -103,6 +108,7 @@ private:
     LogCapture _capture{_log};
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
+    Thumbnails _thumbnails;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;

@@ -31,6 +31,7 @@ enum class ScriptVerb {
     Drop,
     Screenshot,
     IdImage,
+    Thumbnail,
     Dump,
     Quit
 };

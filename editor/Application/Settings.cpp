@@ -72,6 +72,13 @@ std::string variable(const char* name) {
     return value ? value : "";
 }
 
+// What a variable says; a relative one does not count. Without, a folder in the user's home, if there is one.
+std::string userFolder(const char* name, const char* otherwise) {
+    const std::string folder = variable(name), home = variable("HOME");
+    if(!folder.empty() && folder.front() == '/') return folder;
+    return home.empty() ? home : home + otherwise;
+}
+
 using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 
 void writePanes(Writer& writer, const PaneSizes& panes) {
@@ -105,14 +112,13 @@ std::string textOf(const Settings& settings) {
 } // namespace
 
 std::string settingsFile() {
-    std::string folder = variable("XDG_CONFIG_HOME");
-    // A relative one does not count.
-    if(folder.empty() || folder.front() != '/') {
-        folder = variable("HOME");
-        if(folder.empty()) return {};
-        folder += "/.config";
-    }
-    return folder + "/vantrel-editor/settings.json";
+    const std::string folder = userFolder("XDG_CONFIG_HOME", "/.config");
+    return folder.empty() ? folder : folder + "/vantrel-editor/settings.json";
+}
+
+std::string thumbnailFolder() {
+    const std::string folder = userFolder("XDG_CACHE_HOME", "/.cache");
+    return folder.empty() ? folder : folder + "/vantrel/thumbnails";
 }
 
 Settings readSettings(const std::string& file, Settings settings) {

@@ -26,6 +26,9 @@ struct Settings {
 // The file of the user's settings; empty where the user has no home.
 std::string settingsFile();
 
+// Where pictures of resources are kept; empty where the user has no home.
+std::string thumbnailFolder();
+
 // What the file does not have, or has out of range, is as it is in the argument. A file that is not there is none; one
 // that cannot be read or understood gives one line.
 Settings readSettings(const std::string& file, Settings settings = {});

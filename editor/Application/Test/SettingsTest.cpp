@@ -94,6 +94,16 @@ TEST(SettingsTest, TheFileIsInTheUsersFolder) {
     EXPECT_EQ(settingsFile(), "");
 }
 
+TEST(SettingsTest, ThumbnailsAreInTheUsersCache) {
+    setenv("XDG_CACHE_HOME", "/somewhere", 1);
+    EXPECT_EQ(thumbnailFolder(), "/somewhere/vantrel/thumbnails");
+    setenv("HOME", "/home/me", 1);
+    unsetenv("XDG_CACHE_HOME");
+    EXPECT_EQ(thumbnailFolder(), "/home/me/.cache/vantrel/thumbnails");
+    unsetenv("HOME");
+    EXPECT_EQ(thumbnailFolder(), "");
+}
+
 TEST(RecentFilesTest, TheLatestIsFirstAndOnce) {
     std::vector<std::string> files;
     for(const char* const file: {"a", "b", "c", "a"}) addRecentFile(files, file);

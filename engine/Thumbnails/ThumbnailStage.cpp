@@ -1,7 +1,6 @@
 #include "Thumbnails/ThumbnailStage.h"
 
-#include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/Debug.h>

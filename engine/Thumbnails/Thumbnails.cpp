@@ -179,9 +179,11 @@ Int Thumbnails::findSlot() const {
 Int Thumbnails::takeSlot() {
     const Int slot = findSlot();
     CORRADE_INTERNAL_ASSERT(slot >= 0);
-    if(Entry* const owner = _slots[std::size_t(slot)]) leaveSlot(*owner);
-    // Nobody else has a place then.
-    _slots[std::size_t(slot)] = nullptr;
+    if(Entry* const owner = _slots[std::size_t(slot)]) {
+        leaveSlot(*owner);
+        // It is due when somebody asks for it again.
+        owner->generation = 0;
+    }
     return slot;
 }
 

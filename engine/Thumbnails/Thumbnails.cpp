@@ -142,6 +142,7 @@ bool Thumbnails::refresh(Entry& entry) {
     const std::vector<Color4ub> pixels = pixelsOf(entry, content);
     if(entry.slot < 0) entry.slot = takeSlot();
     _slots[std::size_t(entry.slot)] = &entry;
+    _isFull = findSlot() < 0;
     entry.content = content;
     _drawing->texture.setSubImage(0, place(entry.slot).min(),
         ImageView2D{PixelFormat::RGBA8Unorm, Vector2i{_edge}, {pixels.data(), pixels.size()}});

@@ -1,7 +1,9 @@
 #include <VantrelHost/Thumbnails.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <utility>
 
 #include <Corrade/Containers/StringStl.h>
 #include <Magnum/Image.h>
@@ -15,6 +17,7 @@
 #include "Data/Resources/MeshShape.h"
 #include "Support/OffscreenContext.h"
 #include "Support/TestFolder.h"
+#include "Thumbnails/ThumbnailFiles.h"
 
 namespace {
 
@@ -215,6 +218,7 @@ TEST_F(ThumbnailsTest, onlyWhatBecameAnotherIsMadeAgain) {
     picture(thumbnails, ResourceKind::Mesh, "cube");
     picture(thumbnails, ResourceKind::Material, "paint");
     EXPECT_EQ(thumbnails.drawn(), 2u);
+    EXPECT_EQ(thumbnails.loaded(), 0u);
     resources.materials[1].values[0] = {0.0f, 1.0f, 0.0f, 1.0f};
     scene.revisions().touch(Aspect::Materials);
     // The old one is shown meanwhile.
@@ -302,15 +306,34 @@ TEST_F(ThumbnailFilesTest, comeBackInAnotherRun) {
 
 TEST_F(ThumbnailFilesTest, damagedOnesAreMadeAgain) {
     const std::string whole = VantrelTest::readFile(file());
-    std::string changed = whole;
-    changed[changed.size() / 2] = char(changed[changed.size() / 2] ^ 1);
-    for(const std::string& damaged: {changed, whole.substr(0, whole.size() / 2), std::string{}, std::string{"text"}}) {
+    std::vector<std::string> damages{whole.substr(0, whole.size() / 2), whole.substr(0, 4), std::string{}, "text"};
+    // The decoder takes more for a picture than is one.
+    for(std::size_t i = 0; i < whole.size(); i += whole.size() / 20) {
+        damages.push_back(whole);
+        damages.back()[i] = char(whole[i] ^ 1);
+    }
+    for(const std::string& damaged: damages) {
         VantrelTest::writeFile(file(), damaged);
         Thumbnails others{scene, files, folder.path("cache"), Edge, 4};
         EXPECT_EQ(picture(others, ResourceKind::Material, "paint"), first);
         EXPECT_EQ(others.drawn(), 1u);
         EXPECT_EQ(VantrelTest::readFile(file()), whole);
     }
+}
+
+TEST_F(ThumbnailFilesTest, theOldestGoWhereThereAreTooMany) {
+    const std::filesystem::path kept = file();
+    for(const char* const name: {"cache/a.png", "cache/b.png"}) {
+        folder.write(name, "old");
+        std::filesystem::last_write_time(
+            folder.path(name), std::filesystem::last_write_time(kept) - std::chrono::hours{1});
+    }
+    tidyThumbnails(folder.path("cache"), 3);
+    EXPECT_TRUE(std::filesystem::exists(folder.path("cache/a.png")));
+    tidyThumbnails(folder.path("cache"), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("cache/a.png")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("cache/b.png")));
+    EXPECT_TRUE(std::filesystem::exists(kept));
 }
 
 TEST_F(ThumbnailFilesTest, aFolderThatCannotBeMadeIsNone) {

@@ -55,7 +55,7 @@ void moveOne(BenchView& view) {
     const auto slot = Id(std::find(objects.begin(), objects.end(), object) - objects.begin());
     const std::vector<std::vector<Id>> before = slotsInMaps(view);
     session.changes().recordVector3("/objects/o0/translation", {}, false);
-    view.frameSeconds();
+    printLine(timeLine("shadow", "one_object_moved", view.frameSeconds()));
     const std::vector<std::vector<Id>> after = slotsInMaps(view);
     long long maps = 0, casters = 0;
     for(std::size_t i = 0; i != after.size(); ++i) {
@@ -83,7 +83,7 @@ void shadow(std::size_t count, std::size_t cascades) {
     printLine(limitLine("shadow", "first_frame", "part_of_all", double(inside) / double(count * cascades), PartLimit));
 
     const GlCalls before = GlCalls::soFar();
-    view.frameSeconds();
+    printLine(timeLine("shadow", "nothing_moved", view.frameSeconds()));
     printDrawn(view, "nothing_moved", 0, 0);
     if(areCallsCounted)
         printLine(exactLine(

@@ -82,6 +82,10 @@ void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budge
 // So many changes of the picture's size, beside plain allocations.
 void resize(std::size_t count);
 
+// Importing a model: the whole process, beside Assimp reading the same file without doing anything with it; and its
+// stages, by the clock.
+void importFile(const std::string& path, const Budget& budget);
+
 // From the start of the program to the first frame of a project, by stage; and the frame after it.
 void startup(const std::string& path);
 

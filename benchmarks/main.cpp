@@ -32,7 +32,7 @@ struct Arguments {
     std::size_t selected = 100, resizes = 1000, reloads = 100, lights = 0, cascades = 3;
     int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
-    std::string aspect = "all", project;
+    std::string aspect = "all", project, model;
     double seconds = 1.0;
 
     Magnum::Vector2i size() const { return {width, height}; }
@@ -100,6 +100,15 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     addProjectVerb(app, arguments, "memory", "Bytes an object and a change, and of video memory").callback([&] {
         VantrelBench::memory(arguments.count);
     });
+}
+
+void addImportVerb(CLI::App& app, Arguments& arguments) {
+    CLI::App& importing = *app.add_subcommand("import", "Importing a model, beside the bare reading of its file");
+    addSeconds(importing, arguments);
+    importing.add_option("FILE", arguments.model, "glTF, OBJ, FBX, PLY, STL or Collada")
+        ->required()
+        ->check(CLI::ExistingFile);
+    importing.callback([&] { VantrelBench::importFile(arguments.model, arguments.budget()); });
 }
 
 void addSize(CLI::App& verb, Arguments& arguments) {
@@ -181,6 +190,7 @@ int main(int argc, char** argv) {
 
     Arguments arguments;
     addProjectVerbs(app, arguments);
+    addImportVerb(app, arguments);
     addViewVerbs(app, arguments);
 
     int status = 0;

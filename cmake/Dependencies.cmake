@@ -2,14 +2,14 @@
 # finds it, else the API-compatible subset under embedded/ (for the libraries that have one). Each prints one line that
 # says which. The names of the targets are the same either way, so nothing else in the build asks.
 #
-# VANTREL_DEPENDENCIES forces the choice for all of them, VANTREL_CORRADE and VANTREL_MAGNUM for one:
+# VANTREL_DEPENDENCIES forces the choice for all of them; VANTREL_CORRADE, VANTREL_MAGNUM and VANTREL_IMGUIZMO for one:
 #   auto       installed if found, else embedded
 #   installed  installed, or stop
 #   embedded   never look
 
 set(VANTREL_DEPENDENCIES auto CACHE STRING "Where libraries with an embedded subset come from: auto, installed, embedded")
 set_property(CACHE VANTREL_DEPENDENCIES PROPERTY STRINGS auto installed embedded)
-foreach(library CORRADE MAGNUM)
+foreach(library CORRADE MAGNUM IMGUIZMO)
     set(VANTREL_${library} "" CACHE STRING "Overrides VANTREL_DEPENDENCIES for this library: auto, installed, embedded")
     set_property(CACHE VANTREL_${library} PROPERTY STRINGS "" auto installed embedded)
 endforeach()
@@ -168,4 +168,32 @@ function(vantrel_use_imgui)
         message(STATUS "Dear ImGui: installed (${ImGui_VERSION})")
     endif()
     add_library(Vantrel::ImGui ALIAS VantrelImGui)
+endfunction()
+
+# Two files without a build of their own, compiled with the copy of Dear ImGui that is used here.
+set(VANTREL_IMGUIZMO_SOURCE_DIR "" CACHE PATH "Folder with ImGuizmo.h and ImGuizmo.cpp, instead of one that is found")
+function(vantrel_use_imguizmo)
+    vantrel_use_imgui()
+    _vantrel_origin(IMGUIZMO origin)
+    set(folder ${VANTREL_IMGUIZMO_SOURCE_DIR})
+    if(NOT folder AND NOT origin STREQUAL embedded)
+        find_path(VANTREL_IMGUIZMO_FOUND_DIR ImGuizmo.cpp PATH_SUFFIXES imguizmo ImGuizmo src/imguizmo src/ImGuizmo)
+        mark_as_advanced(VANTREL_IMGUIZMO_FOUND_DIR)
+        if(VANTREL_IMGUIZMO_FOUND_DIR)
+            set(folder ${VANTREL_IMGUIZMO_FOUND_DIR})
+        endif()
+    endif()
+    if(folder AND NOT origin STREQUAL embedded)
+        message(STATUS "ImGuizmo: ${folder}")
+        add_library(VantrelImGuizmo STATIC ${folder}/ImGuizmo.cpp)
+        target_include_directories(VantrelImGuizmo SYSTEM PUBLIC ${folder})
+        target_compile_options(VantrelImGuizmo PRIVATE -w)
+        target_link_libraries(VantrelImGuizmo PUBLIC Vantrel::ImGui)
+        add_library(ImGuizmo::ImGuizmo ALIAS VantrelImGuizmo)
+    elseif(origin STREQUAL installed)
+        message(FATAL_ERROR "ImGuizmo: not installed, and the embedded subset was ruled out")
+    else()
+        message(STATUS "ImGuizmo: embedded subset")
+        add_subdirectory(embedded/ImGuizmo)
+    endif()
 endfunction()

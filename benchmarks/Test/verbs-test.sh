@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame shadow idle outline bloom resize startup hotreload; do
+        reload frame shadow idle outline bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -58,6 +58,20 @@ general() {
         grep -qE '^\{"verb":"math","case":"[a-z0-9_]+","figure_ns":[0-9.e+]+,"floor_ns":[0-9.e+]+,"ratio":[0-9.e+-]+,"pairs":[0-9]+\}$' \
             <<<"$line" || fail "not a line of figures: $line"
     done <<<"$lines"
+}
+
+import_verb() {
+    folder=$(mktemp -d)
+    printf 'v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n' >"$folder/triangle.obj"
+    runs import "$folder/triangle.obj"
+    for stage in start reading writing_meshes; do
+        grep -q "\"case\":\"$stage\",\"figure_ns\"" <<<"$lines" || fail "no $stage of import: $lines"
+    done
+    grep -q '"case":"process_beside_bare_read","figure_ns".*"ratio"' <<<"$lines" || fail "import has no floor: $lines"
+    echo nonsense >"$folder/triangle.obj"
+    error=$("$bench" import "$folder/triangle.obj" 2>&1 >/dev/null) && fail "a broken model ends with 0"
+    grep -q triangle.obj <<<"$error" || fail "a broken model is not named: $error"
+    rm -r "$folder"
 }
 
 project_verbs() {
@@ -217,6 +231,7 @@ if [ "$part" = view ]; then
     view_verbs
 else
     general
+    import_verb
     project_verbs
 fi
 [ $failures -eq 0 ] && echo "vantrel-bench: all as expected"

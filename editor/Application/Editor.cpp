@@ -52,6 +52,9 @@ bool isView(const ImGuiWindow* window) {
 Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
     _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    // Who remembers nothing of the user leaves nothing in the user's folders.
+    _thumbnails{_session->data().scene(), _session->data().resources(),
+        _settingsFile.empty() ? std::string{} : thumbnailFolder()},
     _loader{files.module}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
     _interface.setDocking(_settings.docking);
@@ -257,6 +260,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(!_opening)
         for(const ImportResult& result: _imports.update()) showImported(result);
     if(!isCompiling) _session->update();
+    _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
     if(_settlingFrames) --_settlingFrames;
 
@@ -277,6 +281,14 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(_command) perform(*_command);
     _command.reset();
     if(!_opening) runActions();
+    makeThumbnail(framebuffer);
+}
+
+// Where one was made, the next frame shows it.
+void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
+    if(!_thumbnails.isWorkWaiting() || isBusy()) return;
+    if(_thumbnails.work()) _settlingFrames = 1;
+    framebuffer.bind();
 }
 
 void Editor::drawPanels() {
@@ -370,9 +382,12 @@ void Editor::updateFocus() {
     if(context.DimBgRatio > 0.0f && context.DimBgRatio < 1.0f) requestFrames();
 }
 
-bool Editor::wantsFrame() const {
-    return _settlingFrames || _drop.isUnderWay() || _imports.isBusy() || _session->editor().state().wantsFrame;
+bool Editor::isBusy() const {
+    return _settlingFrames || _drop.isUnderWay() || _opening || _imports.isBusy() ||
+        _session->editor().state().wantsFrame;
 }
+
+bool Editor::wantsFrame() const { return isBusy() || _thumbnails.isWorkWaiting(); }
 
 std::string Editor::title() const {
     const std::string& path = _session->path();

@@ -9,6 +9,7 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
@@ -90,6 +91,8 @@ public:
     ProjectSession& session() { return *_session; }
     const Log& log() const { return _log; }
     Settings& settings() { return _settings; }
+    // Panels ask them while a frame is drawn; they are made in frames in which nothing else happens.
+    Thumbnails& thumbnails() { return _thumbnails; }
     // "scene.json*"; the star stands for unsaved changes.
     std::string title() const;
 
@@ -116,6 +119,8 @@ private:
     void drawList();
     void drawLog();
     void updateFocus();
+    bool isBusy() const;
+    void makeThumbnail(Magnum::GL::AbstractFramebuffer& framebuffer);
 
     Platform& _platform;
     std::string _settingsFile;
@@ -125,6 +130,7 @@ private:
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
     ImportQueue _imports;
+    Thumbnails _thumbnails;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include <Vantrel/EngineData/ResourceMaps.h>
 #include <Vantrel/Module/InputEvents.h>
 
 #include "Application/CommandLine.h"
@@ -140,6 +141,19 @@ std::string parseDump(Line& line) {
     return quoted(line.words[0]) + " is none of document, selection, undo, log, statistics";
 }
 
+// The kind as its number, the id, and the file.
+std::string parseThumbnail(Line& line) {
+    const Words& words = line.words;
+    const char* const kinds[]{"mesh", "material", "image"};
+    constexpr ResourceKind values[]{ResourceKind::Mesh, ResourceKind::Material, ResourceKind::Image};
+    const auto* const found = std::find(std::begin(kinds), std::end(kinds), words[0]);
+    if(found == std::end(kinds)) return quoted(words[0]) + " is none of mesh, material, image";
+    line.command.numbers.push_back(Double(values[found - std::begin(kinds)]));
+    const std::size_t id = line.rest.find_first_not_of(" \t", words[0].size());
+    line.command.words = {words[1], line.rest.substr(line.rest.find_first_not_of(" \t", id + words[1].size()))};
+    return {};
+}
+
 // A file whose name may have blanks in it, then the place.
 std::string parseDrop(Line& line) {
     const Words& words = line.words;
@@ -189,6 +203,7 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"drop", ScriptVerb::Drop, 3, Any, "drop FILE X Y", parseDrop},
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},
+    {"thumbnail", ScriptVerb::Thumbnail, 3, Any, "thumbnail mesh|material|image ID FILE", parseThumbnail},
     {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|undo|log|statistics FILE", parseDump},
     {"quit", ScriptVerb::Quit, 0, 0, "quit", parseRest}};
 

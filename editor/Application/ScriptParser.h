@@ -33,6 +33,7 @@ enum class ScriptVerb {
     WaitForImport,
     Screenshot,
     IdImage,
+    Thumbnail,
     Dump,
     Quit
 };

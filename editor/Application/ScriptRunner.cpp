@@ -16,6 +16,9 @@ namespace {
 // Of the view's framebuffer.
 constexpr UnsignedInt IdAttachment = 1;
 
+// Frames in which a thumbnail is waited for.
+constexpr int PatientFrames = 100;
+
 } // namespace
 
 std::string ScriptRunner::run(const std::vector<ScriptCommand>& commands) {
@@ -59,6 +62,21 @@ std::string ScriptRunner::writeIdImage(const std::string& file) {
     return writePng(file, readPicture(*framebuffer, IdAttachment));
 }
 
+// As a panel would: asks in each frame until it is there.
+std::string ScriptRunner::writeThumbnail(const ScriptCommand& command) {
+    const ResourceKind kind = ResourceKind(int(command.numbers[0]));
+    const std::string& id = command.words[0];
+    Thumbnails& thumbnails = _editor.thumbnails();
+    const ResourceNode* const node = _editor.session().data().scene().resourceMaps().find(kind, {id.data(), id.size()});
+    if(!node || !node->index) return "there is no such resource";
+    for(int i = 0; i != PatientFrames && !thumbnails.ask(kind, {id.data(), id.size()}); ++i) _stage.drawFrame();
+    const std::vector<Color4ub> pixels = thumbnails.read(kind, {id.data(), id.size()});
+    if(pixels.empty()) return "something else is going on, or there is nothing to be seen";
+    const auto* const bytes = reinterpret_cast<const char*>(pixels.data());
+    return writePng(
+        command.words[1], {Vector2i{thumbnails.edge()}, {bytes, bytes + pixels.size() * Picture::PixelSize}});
+}
+
 std::string ScriptRunner::perform(const ScriptCommand& command) {
     const std::vector<Double>& numbers = command.numbers;
     const std::string argument = command.words.empty() ? std::string{} : command.words.front();
@@ -100,6 +118,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);
     case ScriptVerb::IdImage: return writeIdImage(argument);
+    case ScriptVerb::Thumbnail: return writeThumbnail(command);
     case ScriptVerb::Dump: return dumpTo(_editor, command.words[0], command.words[1]);
     case ScriptVerb::Quit: break;
     }

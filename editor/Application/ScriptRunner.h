@@ -35,6 +35,7 @@ private:
     std::string perform(const ScriptCommand& command);
     std::string select(const ScriptCommand& command);
     std::string writeIdImage(const std::string& file);
+    std::string writeThumbnail(const ScriptCommand& command);
     void moveTo(Magnum::Double x, Magnum::Double y);
     std::string resized();
     // The result of what a frame follows.

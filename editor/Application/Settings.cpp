@@ -123,6 +123,11 @@ std::string cacheFolder() {
     return folder.empty() ? folder : folder + "/vantrel";
 }
 
+std::string thumbnailFolder() {
+    const std::string folder = cacheFolder();
+    return folder.empty() ? folder : folder + "/thumbnails";
+}
+
 Settings readSettings(const std::string& file, Settings settings) {
     std::error_code error;
     if(file.empty() || !fs::exists(file, error)) return settings;

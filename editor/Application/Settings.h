@@ -27,6 +27,8 @@ struct Settings {
 std::string settingsFile();
 // The user's folder for what can be made again; empty where the user has no home.
 std::string cacheFolder();
+// Where pictures of resources are kept; empty where the user has no home.
+std::string thumbnailFolder();
 
 // What the file does not have, or has out of range, is as it is in the argument. A file that is not there is none; one
 // that cannot be read or understood gives one line.

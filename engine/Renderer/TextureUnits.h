@@ -19,6 +19,7 @@ enum : Magnum::Int {
     LightData,
     Irradiance,
     Surroundings,
+    LightTiles,
     ShadowData,
     ShadowMaps,
 };
@@ -43,6 +44,7 @@ constexpr SamplerUnit SamplerUnits[]{
     {{"lightData", 9}, TextureUnit::LightData},
     {{"irradiance", 10}, TextureUnit::Irradiance},
     {{"surroundings", 12}, TextureUnit::Surroundings},
+    {{"lightTiles", 10}, TextureUnit::LightTiles},
     {{"shadowData", 10}, TextureUnit::ShadowData},
     {{"shadowMaps", 10}, TextureUnit::ShadowMaps},
 };

@@ -67,8 +67,15 @@ void WebGL2Renderer::State::bindBuffers() {
     materials.bind();
     lights.bind();
     environment.bind();
+    lightTiles.bind();
     textureAtlas->_state->table.bind();
     shadows.bind();
+}
+
+// Those with shadows are few, and come first.
+void WebGL2Renderer::State::updateLightTiles(const ViewUniforms& view) {
+    const std::size_t first = pipelines.hasShadows() ? lights.withShadows() : 0;
+    lightBytes += lightTiles.update(lights.lights(), first, view.viewProjection, Vector2i{view.viewportSize});
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {
@@ -129,6 +136,7 @@ void WebGL2Renderer::State::sortFor(const ViewManager& views, Id view) {
 void WebGL2Renderer::State::drawView(ViewManager& views, Id view) {
     const ViewUniforms uniforms = viewUniforms(views, view);
     sortFor(views, view);
+    updateLightTiles(uniforms);
     if(bloomDrawing) return drawGlowing(views, view, uniforms);
     if(isDepthPassEnabled) drawDepth(uniforms);
     drawPicture(uniforms);

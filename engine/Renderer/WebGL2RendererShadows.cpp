@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include <Magnum/GL/AbstractFramebuffer.h>
 #include <Vantrel/EngineData/Scene.h>
 
 #include "Renderer/PassState.h"
@@ -10,7 +9,6 @@
 
 namespace VantrelEngine {
 
-using namespace Corrade;
 using namespace Magnum;
 
 namespace {
@@ -52,9 +50,10 @@ void WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager
     PassState state;
     for(const DrawRun& run: casters.runs()) {
         const Pipeline& pipeline = pipelines[run.pipeline];
-        MeshProgram& program = pipeline.depth ? *pipeline.depth : *pipeline.oneColor;
+        MeshProgram* const program = (pipeline.depth ? pipeline.depth : pipeline.oneColor).get();
+        if(!program) continue;
         state.applySides(pipeline.header, run.isMirrored);
-        casterDrawing.draw(program.setView(uniforms), casters, run, objects, meshes);
+        casterDrawing.draw(program->setView(uniforms), casters, run, objects, meshes);
     }
     state.end();
 }

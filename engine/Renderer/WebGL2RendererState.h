@@ -13,6 +13,7 @@
 #include "Renderer/Environment/EnvironmentLight.h"
 #include "Renderer/Environment/Sky.h"
 #include "Renderer/Lights/LightBuffer.h"
+#include "Renderer/Lights/LightTileBuffer.h"
 #include "Renderer/Lights/ShadowMaps.h"
 #include "Renderer/Materials/MaterialBuffer.h"
 #include "Renderer/Meshes/DrawList.h"
@@ -60,6 +61,7 @@ struct WebGL2Renderer::State {
     void countView(ViewManager& views, Id view);
     // Puts the visible meshes in the order for the view, for shaders, too.
     void sortFor(const ViewManager& views, Id view);
+    void updateLightTiles(const ViewUniforms& view);
     void drawDepth(const ViewUniforms& view);
     void drawPicture(const ViewUniforms& view);
     void drawCounts(const ViewUniforms& view);
@@ -97,6 +99,7 @@ struct WebGL2Renderer::State {
     MaterialBuffer materials;
     MeshBuffers meshes;
     LightBuffer lights;
+    LightTileBuffer lightTiles;
     std::uint64_t lightBytes = 0;
     EnvironmentLight environment;
     Sky sky;

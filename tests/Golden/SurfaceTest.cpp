@@ -1,7 +1,9 @@
 // What has to look alike, and exact colours: without stored pictures.
 
 #include <array>
+#include <cmath>
 
+#include <Magnum/Math/Constants.h>
 #include <gmock/gmock.h>
 
 #include "Golden/GoldenProject.h"
@@ -124,6 +126,33 @@ TEST_F(SurfaceTest, flatColorsAreExact) {
     GoldenProject project{Lights, Size};
     project.set("/materials/white", R"({"name": "White", "pipeline": "flat", "Flat": {"color": [0.5, 0.25, 1.0, 1]}})");
     EXPECT_THAT(pixel(project.draw(), 80, 10), testing::ElementsAre(188, 137, 255, 255));
+}
+
+// Of a byte of the screen; below the shoulder of the tone mapping the light itself.
+double linear(int byte) {
+    const double value = byte / 255.0;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+// A sun and the camera straight in front of the rough wall: of the light the body reflects its colour less the 4 % that
+// the surface mirrors, over pi; of what is mirrored microfacets of this roughness send a quarter over pi back.
+TEST_F(SurfaceTest, lightIsAsBrightAsTheFormulaSays) {
+    GoldenProject project{Lights, Size};
+    project.set("/materials/white/Lit", R"({"baseColor": [0.3, 0.2, 0.1, 1], "roughness": 1})");
+    project.set("/objects/camera/translation", "[0, 2.5, 1]");
+    project.set("/objects/camera/rotation", "[0, 0, 0, 1]");
+    project.set("/objects/sun/rotation", "[0.7071068, 0, 0, 0.7071068]");
+    project.set("/objects/sun/components/0/light/color", "[1, 1, 1]");
+    for(const char* const light: {"point", "spot", "sun"})
+        project.set(("/objects/" + std::string{light} + "/components/0/light/intensity").c_str(), "0");
+    const auto dark = pixel(project.draw(), 80, 50);
+    constexpr double Intensity = 4.0, Colors[]{0.3, 0.2, 0.1};
+    project.set("/objects/sun/components/0/light/intensity", "4");
+    const auto bright = pixel(project.draw(), 80, 50);
+    for(std::size_t channel = 0; channel != 3; ++channel) {
+        const double expected = Intensity * (Colors[channel] * 0.96 + 0.04 * 0.25) / Math::Constants<double>::pi();
+        EXPECT_NEAR(linear(bright[channel]) - linear(dark[channel]), expected, 0.03 * expected);
+    }
 }
 
 TEST_F(SurfaceTest, emissionIsThereWithoutLight) {

@@ -331,6 +331,12 @@ TEST_F(EditorJourneyTest, FilesAreDroppedOnTheView) {
         "init true\ndropped /some where/a b.png\ndeleted\n");
 }
 
+TEST_F(EditorJourneyTest, ADropTakesFourFrames) {
+    play("drop /a.png 600 300\nwait 2\ndump log {}/third\nwait 1\ndump log {}/fourth\n");
+    EXPECT_THAT(read("third"), Not(HasSubstr("dropped")));
+    EXPECT_THAT(read("fourth"), HasSubstr("dropped /a.png"));
+}
+
 TEST_F(EditorJourneyTest, TwoRunsAreTheSame) {
     const std::string script = "mouse 600 300\npress right\nwait 5\nkey W\nwait 10\nkeyup W\nrelease right\n"
                                "record /objects/ball/name \"Marble\"\nwait 3\nscreenshot {}/picture.png\n"

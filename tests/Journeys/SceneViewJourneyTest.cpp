@@ -61,6 +61,38 @@ TEST_F(SceneViewJourneyTest, FlyingEndsWithARelease) {
     EXPECT_NE(picture("lost.png").pixels, picture("later.png").pixels);
 }
 
+TEST_F(SceneViewJourneyTest, AfterAFlightTheCursorIsOverTheViewAgain) {
+    // A second flight begins only over the view.
+    playView("mouse 450 250\npress right\nmove 5000 0\nrelease right\nwait 2\nidimage {}/before.png\n"
+             "press right\nkey W\nwait 10\nkeyup W\nrelease right\nidimage {}/after.png\n");
+    EXPECT_NE(picture("after.png").pixels, picture("before.png").pixels);
+}
+
+TEST_F(SceneViewJourneyTest, ThumbnailsAreMadeBesideTheView) {
+    playView(
+        "wait 3\nscreenshot {}/before.png\nthumbnail material paint {}/my blue.png\nthumbnail mesh sphere {}/mesh.png\n"
+        "wait 2\nscreenshot {}/after.png\n");
+    EXPECT_EQ(picture("after.png").pixels, picture("before.png").pixels);
+    const JourneyPicture blue = picture("my blue.png"), mesh = picture("mesh.png");
+    EXPECT_EQ(blue.width, 96);
+    EXPECT_EQ(blue.height, 96);
+    const unsigned color = blue.pixel(48, 48);
+    EXPECT_GT(color & 0xff, (color >> 16) + 40);
+    EXPECT_NE(mesh.pixel(48, 48), mesh.pixel(2, 2));
+}
+
+TEST_F(SceneViewJourneyTest, NoThumbnailIsMadeWhileSomethingMoves) {
+    const std::string options = "--size 320x240 --frames 1 " + Courtyard;
+    const JourneyResult moving =
+        play("mouse 250 150\npress right\nkey W\nthumbnail mesh sphere {}/mesh.png\n", options);
+    EXPECT_EQ(moving.status, 2);
+    EXPECT_THAT(moving.output, HasSubstr("thumbnail mesh sphere"));
+    EXPECT_THAT(moving.output, HasSubstr("something else is going on"));
+    const JourneyResult unknown = play("thumbnail image nobody {}/image.png\n", options);
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_THAT(unknown.output, HasSubstr("there is no such resource"));
+}
+
 TEST_F(SceneViewJourneyTest, FiftyReloadsShowTheSame) {
     std::string script = "select ball\nmouse 450 250\nscroll 3\nwait 2\nkey F\nkeyup F\nwait 2\n"
                          "mouse 5 300\nwait 1\n";

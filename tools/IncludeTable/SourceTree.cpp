@@ -53,6 +53,15 @@ std::string ownHeader(const fs::path& project, const fs::path& file, const Inclu
     return {};
 }
 
+// The folder of headers of a library that is embedded, where a file outside of it includes one: the table names them as
+// they are included, as if the library were installed.
+std::string_view standInOf(std::string_view header, std::string_view file) {
+    for(const std::string_view folder: {"embedded/Magnum/", "embedded/ImGuizmo/"})
+        if(header.substr(0, folder.size()) == folder && file.substr(0, folder.size()) != folder)
+            return header.substr(0, folder.size() + std::string_view{"src/"}.size());
+    return {};
+}
+
 std::vector<std::string> brokenIncludesOf(const IncludeTable& table, const fs::path& project, const std::string& file) {
     if(isTestFile(file)) return {};
     if(!ruleFor(table, file)) return {file + ":1: no folder of the table holds this file"};
@@ -62,11 +71,9 @@ std::vector<std::string> brokenIncludesOf(const IncludeTable& table, const fs::p
         const std::string& header = own.empty() ? include.header : own;
         const bool isFree = own.empty() ? isStandardHeader(header) || header.rfind("Corrade/", 0) == 0
                                         : own.rfind("embedded/Corrade/src/", 0) == 0;
-        // The embedded Magnum is Magnum: the table names its headers as they are included.
-        constexpr std::string_view magnum = "embedded/Magnum/src/";
-        const bool isMagnum = own.rfind(magnum, 0) == 0 && file.rfind("embedded/Magnum/", 0) != 0;
-        const bool allowed = isMagnum ? mayInclude(table, file, own.substr(magnum.size()), false)
-                                      : mayInclude(table, file, header, !own.empty());
+        const std::string_view library = standInOf(own, file);
+        const bool allowed = library.empty() ? mayInclude(table, file, header, !own.empty())
+                                             : mayInclude(table, file, own.substr(library.size()), false);
         if((isFree || allowed) && !isTestFile(own)) continue;
         const std::string folder = matchedFolder(*ruleFor(table, file), file);
         broken.push_back(file + ":" + std::to_string(include.line) + ": " + folder + " may not include " + header);

@@ -42,6 +42,7 @@ TEST(ScriptParserTest, GoodLines) {
         {"drop my file.png 10 20", ScriptVerb::Drop, {10, 20}, {"my file.png"}, 0},
         {"screenshot a.png", ScriptVerb::Screenshot, {}, {"a.png"}, 0},
         {"idimage b.png", ScriptVerb::IdImage, {}, {"b.png"}, 0},
+        {"thumbnail mesh esh a b.png", ScriptVerb::Thumbnail, {5}, {"esh", "a b.png"}, 0},
         {"dump undo  my log.txt", ScriptVerb::Dump, {}, {"undo", "my log.txt"}, 0},
         {"quit", ScriptVerb::Quit, {}, {}, 0}};
     for(const auto& testCase: cases) {

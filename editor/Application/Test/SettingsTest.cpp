@@ -100,9 +100,11 @@ TEST(SettingsTest, WhatCanBeMadeAgainIsInTheUsersFolderForThat) {
     setenv("HOME", "/home/me", 1);
     setenv("XDG_CACHE_HOME", "relative", 1);
     EXPECT_EQ(cacheFolder(), "/home/me/.cache/vantrel");
+    EXPECT_EQ(thumbnailFolder(), "/home/me/.cache/vantrel/thumbnails");
     unsetenv("XDG_CACHE_HOME");
     unsetenv("HOME");
     EXPECT_EQ(cacheFolder(), "");
+    EXPECT_EQ(thumbnailFolder(), "");
 }
 
 TEST(RecentFilesTest, TheLatestIsFirstAndOnce) {

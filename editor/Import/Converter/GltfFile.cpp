@@ -163,7 +163,7 @@ const std::vector<char>& GltfFile::buffer(int index) {
     if(!json) throw Unusable{"there is no buffer " + std::to_string(index)};
     const Json* const uri = member(json, "uri");
     if(!uri && (index != 0 || !_hasBinary)) throw Unusable{"buffer " + std::to_string(index) + " has no data"};
-    std::vector<char> bytes = uri ? uriBytes(asText(uri)) : _binary;
+    std::vector<char> bytes = uri ? uriBytes(asText(uri)) : std::move(_binary);
     // Data may be padded behind the end.
     const std::uint64_t size = asSize(member(json, "byteLength"), 0);
     if(size < bytes.size()) bytes.resize(size);

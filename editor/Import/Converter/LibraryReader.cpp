@@ -11,6 +11,7 @@
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
 #include <assimp/LogStream.hpp>
+#include <assimp/ProgressHandler.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -70,6 +71,20 @@ public:
         text.remove_prefix(begin == text.npos ? 0 : begin + 2);
         while(!text.empty() && text.back() == '\n') text.remove_suffix(1);
         _messages.warn(text);
+    }
+
+private:
+    Messages& _messages;
+};
+
+class LibraryProgress: public Assimp::ProgressHandler {
+public:
+    explicit LibraryProgress(Messages& messages): _messages{messages} {}
+
+    // Negative where the library does not know.
+    bool Update(float fraction) override {
+        if(fraction >= 0.0f) _messages.progress(0.1 + 0.5 * double(fraction), "reading");
+        return true;
     }
 
 private:
@@ -371,6 +386,7 @@ void readWithLibrary(
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));
     importer.SetIOHandler(new LibraryFiles{fileName, std::move(bytes), folder, messages});
+    importer.SetProgressHandler(new LibraryProgress{messages});
     importer.SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     importer.SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, SmoothAngle);

@@ -9,10 +9,13 @@ namespace VantrelImport {
 namespace {
 
 constexpr std::size_t MaximumWarnings = 300;
+constexpr double SmallestStep = 0.01;
 
 } // namespace
 
 void Messages::progress(double fraction, std::string_view text) {
+    if(text == _stage && fraction < _fraction + SmallestStep) return;
+    _stage = text;
     _fraction = std::clamp(fraction, _fraction, 1.0);
     char number[16];
     std::snprintf(number, sizeof(number), "%.3f", _fraction);

@@ -24,7 +24,7 @@ class Messages {
 public:
     explicit Messages(std::FILE* output): _output{output} {}
 
-    // From 0 to 1; never falls.
+    // From 0 to 1; never falls. A step that nobody sees is no line.
     void progress(double fraction, std::string_view text);
     // Beyond the first few hundred they are only counted: a file can be wrong in many places.
     void warn(std::string_view text);
@@ -36,6 +36,8 @@ private:
 
     std::FILE* const _output;
     double _fraction = 0.0;
+    // Of the last progress.
+    std::string _stage;
     std::size_t _warnings = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include <Magnum/Math/Matrix3.h>
 
@@ -18,9 +19,10 @@ bool isFinite(const Vector3& vector) {
     return std::isfinite(vector.x()) && std::isfinite(vector.y()) && std::isfinite(vector.z());
 }
 
+// The squares of very small numbers would be none.
 Vector3 unit(const Vector3& vector, const Vector3& otherwise) {
-    const float length = vector.length();
-    return length > 0.0f ? vector / length : otherwise;
+    const float largest = std::max({std::abs(vector.x()), std::abs(vector.y()), std::abs(vector.z())});
+    return largest >= std::numeric_limits<float>::min() ? (vector / largest).normalized() : otherwise;
 }
 
 // Some direction at right angles to a unit vector.

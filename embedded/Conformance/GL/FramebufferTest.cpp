@@ -339,6 +339,24 @@ TEST_F(FramebufferTest, clearDepthAndStencil) {
     EXPECT_NEAR(*reinterpret_cast<const Float*>(depth.data().data()), 0.25, 1e-6);
 }
 
+// As a map of shadows is drawn: a texture of depth alone, of which a piece is cleared.
+TEST_F(FramebufferTest, depthTextureAlone) {
+    GL::Texture2D depth;
+    depth.setMinificationFilter(GL::SamplerFilter::Nearest).setStorage(1, GL::TextureFormat::DepthComponent24, {2, 1});
+    GL::Framebuffer framebuffer{{{}, {2, 1}}};
+    framebuffer.attachTexture(BufferAttachment::Depth, depth, 0).mapForDraw(DrawAttachment::None);
+    EXPECT_EQ(framebuffer.checkStatus(GL::FramebufferTarget::Draw), Status::Complete);
+    framebuffer.clearDepth(1.0f);
+    GL::Renderer::enable(GL::Renderer::Feature::ScissorTest);
+    GL::Renderer::setScissor({{1, 0}, {2, 1}});
+    framebuffer.clearDepth(0.25f);
+    GL::Renderer::disable(GL::Renderer::Feature::ScissorTest);
+    const Image2D image = depth.image(0, Image2D{PixelFormat::Depth32F});
+    const auto* const texels = reinterpret_cast<const Float*>(image.data().data());
+    EXPECT_NEAR(texels[0], 1.0, 1e-6);
+    EXPECT_NEAR(texels[1], 0.25, 1e-6);
+}
+
 TEST_F(FramebufferTest, outputsGoWhereTheyAreMapped) {
     const Vector2i size{1, 1};
     GL::Renderbuffer buffers[2];

@@ -174,14 +174,15 @@ vec3 lit(Surface surface) {
     }
 #endif
     vec3 sum = vec3(0.0);
-    int i = 0;
 #ifdef SHADOWS
     // Apart: a rasteriser in software goes through all of a loop for each light.
-    for(int end = lightsWithShadows(); i != end; ++i)
+    for(int i = 0; i != lightsWithShadows(); ++i)
         if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
 #endif
-    for(; i != count; ++i)
-        if(lightWithoutShadows(i, worldPosition, direction, incoming)) sum += reflected(surface, direction)*incoming;
+    for(int word = 0; word != lightWords(); ++word)
+        for(uint bits = lightsHere(word); bits != 0u; bits &= bits - 1u)
+            if(lightWithoutShadows(word*32 + lowestBit(bits), worldPosition, direction, incoming))
+                sum += reflected(surface, direction)*incoming;
     return sum;
 }
 

@@ -35,6 +35,9 @@ public:
 
     // Costs a step a light, and an upload only where one changed; returns the bytes of that.
     std::size_t update(Scene& scene);
+    // As of the last update, and how many of the first of them are meant to throw shadows.
+    const std::vector<LightRecord>& lights() const { return _lights; }
+    std::size_t withShadows() const { return _withShadows; }
     // To its unit.
     void bind();
 

@@ -52,6 +52,7 @@ public:
     bool setEnvironment(bool isThere);
     // Whether pictures have shadows; true where that is other than before: then all programs that have to are to be built.
     bool setShadows(bool enabled);
+    bool hasShadows() const { return _hasShadows; }
     // Makes the programs of what was added, and those that have to do more than before. Prints one line where the
     // sources do not compile; then it is drawn flat.
     void build();

@@ -197,7 +197,7 @@ std::string lightFunctions(bool hasEnvironment, bool hasShadows) {
 
 std::string fragmentPrefix(const PipelineRecipe& recipe, bool hasEnvironment, bool hasShadows) {
     return flagDefines(recipe.description.header.flags) + ViewUniforms + FragmentFunctions + asset("Textures.glsl") +
-        lightFunctions(hasEnvironment, hasShadows) + ScreenColors +
+        lightFunctions(hasEnvironment, hasShadows) + asset("LightTiles.glsl") + ScreenColors +
         accessors(recipe.description.parameters, recipe.needs);
 }
 

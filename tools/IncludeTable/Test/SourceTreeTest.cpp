@@ -98,6 +98,15 @@ TEST_F(ProjectTest, anEmbeddedLibraryCountsAsTheLibrary) {
         ElementsAre("module/Utils/A.cpp:3: module/Utils may not include embedded/Magnum/src/Magnum/GL/Mesh.h"));
 }
 
+TEST_F(ProjectTest, anEmbeddedGizmoCountsAsTheLibrary) {
+    write("embedded/ImGuizmo/src/ImGuizmo.h", "#include \"Implementation/Drag.h\"\n");
+    write("embedded/ImGuizmo/src/Implementation/Drag.h", "");
+    write("module/Views/A.cpp", "#include <ImGuizmo.h>\n#include <Implementation/Drag.h>\n");
+    EXPECT_THAT(check("| `module/Views` | `ImGuizmo.h` |\n| `embedded/ImGuizmo` | nothing |"),
+        ElementsAre("module/Views/A.cpp:2: module/Views may not include embedded/ImGuizmo/src/Implementation/Drag.h"));
+    EXPECT_THAT(check("| `module/Views` | nothing |\n| `embedded/ImGuizmo` | nothing |"), testing::SizeIs(2));
+}
+
 TEST_F(ProjectTest, anEmbeddedLibraryIncludesNothingOfOurs) {
     write("module/Utils/A.h", "");
     write("embedded/Corrade/src/Corrade/Tags.h", "#include \"Utils/A.h\"\n");

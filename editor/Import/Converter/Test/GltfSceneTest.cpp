@@ -85,9 +85,10 @@ TEST_F(GltfSceneTest, PlacesAreKeptAndMatricesTakenApart) {
 }
 
 TEST_F(GltfSceneTest, PlacesThatAreNoneAreRepaired) {
-    const ImportResult result = importScene(R"("scenes":[{"nodes":[0,1]}],"nodes":[
+    const ImportResult result = importScene(R"("scenes":[{"nodes":[0,1,2]}],"nodes":[
         {"name":"Turned","translation":[1,1e300,3],"rotation":[0,0,0,0],"scale":["x",2,2]},
-        {"name":"Flat","matrix":[0,0,0,0, 0,0,0,0, 0,0,0,0, 1,2,3,1]}])");
+        {"name":"Flat","matrix":[0,0,0,0, 0,0,0,0, 0,0,0,0, 1,2,3,1]},
+        {"name":"Tiny","matrix":[0,1e-21,0,0, -1e-21,0,0,0, 0,0,1e-21,0, 1,2,3,1]}])");
     ASSERT_TRUE(result.isDone()) << result.text();
     EXPECT_THAT(placeOf(result, "Turned", "translation"), ElementsAre(1, 0, 3));
     EXPECT_THAT(placeOf(result, "Turned", "rotation"), ElementsAre(0, 0, 0, 1));
@@ -95,6 +96,8 @@ TEST_F(GltfSceneTest, PlacesThatAreNoneAreRepaired) {
     EXPECT_TRUE(result.hasWarning("\"Turned\": its place")) << result.text();
     EXPECT_THAT(placeOf(result, "Flat", "translation"), ElementsAre(1, 2, 3));
     EXPECT_THAT(placeOf(result, "Flat", "scaling"), ElementsAre(0, 0, 0));
+    const float half = std::sqrt(0.5f);
+    EXPECT_THAT(placeOf(result, "Tiny", "rotation"), Pointwise(FloatNear(1e-6f), {0.0f, 0.0f, half, half}));
 }
 
 TEST_F(GltfSceneTest, CyclesAndSecondParentsAreCut) {

@@ -15,6 +15,9 @@
 
 namespace GizmoTest {
 
+// Of the current context: a display that nobody sees.
+void prepareContext(const Magnum::Vector2& size);
+
 // A window that fills a display nobody sees, with one gizmo in it. Frames are made one by one; what the mouse does is
 // told before each.
 class GizmoWindow {
@@ -31,6 +34,8 @@ public:
     ~GizmoWindow();
     GizmoWindow(const GizmoWindow&) = delete;
     GizmoWindow& operator=(const GizmoWindow&) = delete;
+
+    ImGuiContext* context() const { return _context; }
 
     // From the upper left corner, to the nearest pixel
     void moveTo(const Magnum::Vector2& position);
@@ -64,8 +69,9 @@ public:
     bool isShown = true;
     // Instead of the window's own list, with no window there
     bool isBehindAllWindows = false;
-    // The picture
+    // The picture, and the window from the upper left corner
     Magnum::Range2D rect;
+    Magnum::Vector2 windowSize;
     // What the gizmo has drawn in the last frame, and clip rectangles that it has left on the list
     int vertices = 0, clipRectangles = 0;
 

@@ -17,19 +17,20 @@ Vector2d mousePosition() {
     return {Double(position.x), Double(position.y)};
 }
 
-// Whether nothing lies between the mouse and what is drawn into a list.
-bool isUnderMouse(const ImDrawList* list) {
-    const ImGuiWindow* const window = ImGui::GetCurrentContext()->HoveredWindow;
-    if(window) return window->DrawList == list;
-    return list == ImGui::GetBackgroundDrawList() || list == ImGui::GetForegroundDrawList();
-}
-
 } // namespace
 
 void Gizmo::beginFrame() {
-    _list = ImGui::GetBackgroundDrawList();
+    setList(ImGui::GetBackgroundDrawList());
     _shown = {};
-    if(_session && _session->lastFrame < ImGui::GetFrameCount() - 1) _session = {};
+    // The frames of another context may be fewer.
+    const int frame = ImGui::GetFrameCount();
+    if(_session && (_session->lastFrame < frame - 1 || _session->lastFrame > frame)) _session = {};
+}
+
+// Asked for now: between frames, some versions of the library cannot tell these lists.
+void Gizmo::setList(ImDrawList* list) {
+    _list = list;
+    _isOfNoWindow = list == ImGui::GetBackgroundDrawList() || list == ImGui::GetForegroundDrawList();
 }
 
 void Gizmo::enable(bool isEnabled) {
@@ -38,8 +39,10 @@ void Gizmo::enable(bool isEnabled) {
 }
 
 bool Gizmo::isReachable() const {
-    return _isEnabled && ImGui::IsMousePosValid() && _rect.contains(mousePosition()) && isUnderMouse(_list) &&
-        !ImGui::IsAnyItemHovered();
+    if(!_isEnabled || !ImGui::IsMousePosValid() || !_rect.contains(mousePosition())) return false;
+    const ImGuiWindow* const window = ImGui::GetCurrentContext()->HoveredWindow;
+    const bool isListUnderMouse = window ? window->DrawList == _list : _isOfNoWindow;
+    return isListUnderMouse && !ImGui::IsAnyItemHovered();
 }
 
 Handle Gizmo::handleUnderMouse() const {

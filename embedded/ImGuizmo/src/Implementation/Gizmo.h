@@ -24,7 +24,7 @@ struct Request {
 class Gizmo {
 public:
     void beginFrame();
-    void setList(ImDrawList* list) { _list = list; }
+    void setList(ImDrawList* list);
     void setRect(const Rect& rect) { _rect = rect; }
     void setSize(double clipSpaceSize) { _clipSpaceSize = clipSpaceSize; }
     void allowFlip(bool isAllowed) { _isFlipAllowed = isAllowed; }
@@ -60,6 +60,7 @@ private:
     void draw(const Request& request, Handle hovered) const;
 
     ImDrawList* _list = nullptr;
+    bool _isOfNoWindow = false;
     Rect _rect;
     double _clipSpaceSize = 0.1;
     bool _isFlipAllowed = true, _isEnabled = true;

@@ -60,7 +60,8 @@ std::optional<Gizmo::Shown> Gizmo::shownAt(const Request& request, const Matrix4
         sides = _session->drag.sides;
     else if(_isFlipAllowed)
         sides = longerSides(request.camera, position, axes, pixels);
-    const std::optional<Layout> layout = layoutOf(request.camera, position, axes, sides, pixels);
+    const std::optional<Layout> layout =
+        layoutOf(request.camera, position, axes, sides, pixels, request.operation & ROTATE);
     return layout ? std::optional{Shown{*layout, request.operation}} : std::nullopt;
 }
 

@@ -208,6 +208,17 @@ TEST_F(BehaviourTest, mouseOutsideOfTheWindowGrabsNothing) {
     EXPECT_TRUE(gizmo.grab(middle()));
 }
 
+TEST_F(BehaviourTest, joinedOperationsHaveTheHandlesOfBoth) {
+    gizmo.operation = ImGuizmo::TRANSLATE | ImGuizmo::ROTATE;
+    gizmo.frame();
+    gizmo.moveTo(onAxis());
+    gizmo.frame();
+    EXPECT_TRUE(ImGuizmo::IsOver(ImGuizmo::TRANSLATE_X));
+    gizmo.moveTo(middle() + Vector2{1.28f * 80.0f, 0.0f});
+    gizmo.frame();
+    EXPECT_TRUE(ImGuizmo::IsOver(ImGuizmo::ROTATE_SCREEN));
+}
+
 TEST_F(BehaviourTest, idsTellGizmosApart) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
@@ -219,6 +230,15 @@ TEST_F(BehaviourTest, idsTellGizmosApart) {
     ImGuizmo::SetID(-1);
     EXPECT_TRUE(ImGuizmo::IsUsing());
 #pragma GCC diagnostic pop
+}
+
+TEST_F(BehaviourTest, frameHasToBegin) {
+    gizmo.frame();
+    ImGui::NewFrame();
+    EXPECT_EXIT(ImGuizmo::Manipulate(gizmo.view.data(), gizmo.projection.data(), ImGuizmo::TRANSLATE, ImGuizmo::LOCAL,
+                    gizmo.matrix.data()),
+        testing::KilledBySignal(SIGABRT), "there was no BeginFrame\\(\\) in this frame");
+    ImGui::EndFrame();
 }
 
 TEST_F(BehaviourTest, boundsAreNotThere) {

@@ -76,7 +76,8 @@ Style& GetStyle();
 // The context of the copy of the UI library that this library was linked with.
 void SetImGuiContext(ImGuiContext* context);
 
-// Once a frame, after ImGui::NewFrame(). A drag ends where a frame has passed without its gizmo.
+// Once a frame, after ImGui::NewFrame(); without, Manipulate() stops the program with a message. A drag ends where a
+// frame has passed without its gizmo.
 void BeginFrame();
 
 // Where the gizmo is drawn until the next BeginFrame(): the list of the current window, or another one. The window that

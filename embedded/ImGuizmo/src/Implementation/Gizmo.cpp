@@ -22,10 +22,12 @@ Vector2d mousePosition() {
 void Gizmo::beginFrame() {
     setList(ImGui::GetBackgroundDrawList());
     _shown = {};
+    _frame = ImGui::GetFrameCount();
     // The frames of another context may be fewer.
-    const int frame = ImGui::GetFrameCount();
-    if(_session && (_session->lastFrame < frame - 1 || _session->lastFrame > frame)) _session = {};
+    if(_session && (_session->lastFrame < _frame - 1 || _session->lastFrame > _frame)) _session = {};
 }
+
+bool Gizmo::hasBegunFrame() const { return _frame == ImGui::GetFrameCount(); }
 
 // Asked for now: between frames, some versions of the library cannot tell these lists.
 void Gizmo::setList(ImDrawList* list) {
@@ -70,11 +72,11 @@ std::optional<Gizmo::Session> Gizmo::begun(const Request& request) const {
     const Handle handle = handleUnderMouse();
     if(!handle) return {};
     const std::optional<Drag> drag = beginDrag(handle, _shown->layout, request.camera, request.matrix, mousePosition());
-    return drag ? std::optional{Session{*drag, {}, {}, _id, ImGui::GetFrameCount()}} : std::nullopt;
+    return drag ? std::optional{Session{*drag, {}, {}, _id, _frame}} : std::nullopt;
 }
 
 std::optional<Edit> Gizmo::continued(const Request& request) {
-    _session->lastFrame = ImGui::GetFrameCount();
+    _session->lastFrame = _frame;
     if(!ImGui::IsMousePosValid()) return {};
     const Drag& drag = _session->drag;
     _session->followed = follow(drag, _session->followed, request.camera, mousePosition());

@@ -32,6 +32,8 @@ public:
     void setId(int id) { _id = id; }
 
     const Rect& rect() const { return _rect; }
+    // Whether beginFrame() was called in the frame that is under way.
+    bool hasBegunFrame() const;
     bool isUsing() const { return _session && _session->id == _id; }
     bool isUsingAny() const { return bool(_session); }
     // The handle that is dragged, or lies under the mouse as it is now.
@@ -65,6 +67,7 @@ private:
     double _clipSpaceSize = 0.1;
     bool _isFlipAllowed = true, _isEnabled = true;
     int _id = -1;
+    int _frame = -1;
     std::optional<Session> _session;
     // Since the beginning of the frame
     std::optional<Shown> _shown;

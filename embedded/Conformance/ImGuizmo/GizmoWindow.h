@@ -53,8 +53,8 @@ public:
     Magnum::Vector2 pixelAt(const Magnum::Vector3& direction, Magnum::Float pixels) const;
     // Three frames: the mouse comes, rests and presses. Returns whether it has grabbed something.
     bool grab(const Magnum::Vector2& position);
-    // Grabs, goes straight on for some frames, and lets go in one that does not move any more. Returns the product of the
-    // deltas. A test fails where nothing was grabbed.
+    // Grabs, goes straight on for some frames, and lets go in one that does not move any more. Returns the product of
+    // the deltas. A test fails where nothing was grabbed.
     Magnum::Matrix4 drag(const Magnum::Vector2& from, const Magnum::Vector2& to, int frames = 4);
 
     Magnum::Matrix4 view, projection, matrix;

@@ -52,7 +52,7 @@ Magnum::Double axisPixels(const Rect& rect, Magnum::Double clipSpaceSize);
 Magnum::Vector3d longerSides(
     const Camera& camera, const Magnum::Vector3d& position, const Axes& axes, Magnum::Double pixels);
 
-// Nothing where no part of it can be seen: behind the camera, or far beside the picture. Most of the work are the rings.
+// Nothing where no part of it can be seen: behind the camera, or far beside the picture. Rings are most of the work.
 std::optional<Layout> layoutOf(const Camera& camera, const Magnum::Vector3d& position, const Axes& axes,
     const Magnum::Vector3d& sides, Magnum::Double pixels, bool hasRings = true);
 

@@ -151,14 +151,6 @@ TEST_F(HostileFileTest, WhatIsNoModelIsRefusedInOneLine) {
         EXPECT_NE(errorOf(name, "nonsense"), "") << name;
 }
 
-TEST_F(HostileFileTest, OtherReadersAreNotAskedForWhatIsInAFile) {
-    // A model of another format under a name of this one.
-    const ImportResult result = import("a.stl",
-        "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n"
-        "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n1 1 0\n3 0 1 2\n");
-    EXPECT_NE(result.error(), "") << result.text();
-}
-
 TEST_F(HostileFileTest, NamesAreNoLinesAndNoText) {
     const ImportResult result = import("a.gltf",
         triangleGltf(

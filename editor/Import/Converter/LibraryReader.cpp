@@ -361,10 +361,17 @@ private:
     std::vector<Source> _sources;
 };
 
+// The reader of PLY would look for the end of the header for ever.
+bool isHeaderCutOff(const std::vector<char>& bytes, const std::string& extension) {
+    constexpr std::string_view End = "end_header";
+    return extension == "ply" && std::search(bytes.begin(), bytes.end(), End.begin(), End.end()) == bytes.end();
+}
+
 } // namespace
 
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages) {
+    if(isHeaderCutOff(bytes, extensionOf(fileName))) throw Unusable{"its header has no end"};
     const LibraryErrors errors{messages};
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));

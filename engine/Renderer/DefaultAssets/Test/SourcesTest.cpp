@@ -88,8 +88,10 @@ TEST_F(DefaultSourcesTest, ofTheWholeScreenCompile) {
         std::string reason;
         EXPECT_TRUE(MeshProgram::make(sources, reason)) << reason;
     }
-    std::string reason;
-    EXPECT_TRUE(MeshProgram::make(skySources(), reason)) << reason;
+    for(const bool isLinear: {false, true}) {
+        std::string reason;
+        EXPECT_TRUE(MeshProgram::make(skySources(isLinear), reason)) << reason;
+    }
 }
 
 } // namespace

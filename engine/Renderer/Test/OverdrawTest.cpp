@@ -201,30 +201,44 @@ TEST_F(OverdrawTest, samplesAreCountedEachForItself) {
     EXPECT_EQ(at(picture, 1.0f, 0.0f), Blue);
 }
 
-// What draws later finds nothing that hinders it, and nothing goes on being counted.
-TEST_F(OverdrawTest, leavesTheStencilTestAsItWas) {
+std::vector<GLint> stateOf(std::initializer_list<GLenum> names) {
+    std::vector<GLint> values;
+    for(const GLenum name: names) {
+        // As many as the longest one has.
+        GLint value[4]{};
+        glGetIntegerv(name, value);
+        values.insert(values.end(), std::begin(value), std::end(value));
+    }
+    return values;
+}
+
+// What draws later finds nothing that hinders it, and is not counted: a sky is drawn in between.
+TEST_F(OverdrawTest, leavesTheSwitches) {
+    const auto switches = [] {
+        return stateOf({GL_STENCIL_TEST, GL_STENCIL_WRITEMASK, GL_COLOR_WRITEMASK, GL_DEPTH_WRITEMASK, GL_DEPTH_TEST,
+            GL_BLEND, GL_CULL_FACE});
+    };
+    const auto stencil = [] {
+        return stateOf(
+            {GL_STENCIL_FUNC, GL_STENCIL_REF, GL_STENCIL_VALUE_MASK, GL_STENCIL_FAIL, GL_STENCIL_PASS_DEPTH_FAIL,
+                GL_STENCIL_PASS_DEPTH_PASS, GL_STENCIL_BACK_FUNC, GL_STENCIL_BACK_PASS_DEPTH_PASS});
+    };
     stack(opaque, 2, 0.0f);
     tell();
-    const auto state = [] {
-        std::vector<GLint> values;
-        for(const GLenum name:
-            {GL_STENCIL_TEST, GL_STENCIL_FUNC, GL_STENCIL_REF, GL_STENCIL_FAIL, GL_STENCIL_PASS_DEPTH_FAIL,
-                GL_STENCIL_PASS_DEPTH_PASS, GL_STENCIL_BACK_FUNC, GL_STENCIL_BACK_PASS_DEPTH_PASS, GL_STENCIL_WRITEMASK,
-                GL_DEPTH_WRITEMASK, GL_DEPTH_TEST, GL_BLEND, GL_CULL_FACE}) {
-            GLint value = -1;
-            glGetIntegerv(name, &value);
-            values.push_back(value);
-        }
-        GLint mask[4]{};
-        glGetIntegerv(GL_COLOR_WRITEMASK, mask);
-        values.insert(values.end(), std::begin(mask), std::end(mask));
-        return values;
-    };
-    frame();
-    const std::vector<GLint> before = state();
-    overdraw();
-    EXPECT_EQ(state(), before);
-    EXPECT_EQ(GL::Renderer::error(), GL::Renderer::Error::NoError);
+    RendererState{}.apply();
+    GL::Renderer::setStencilFunction(GL::Renderer::StencilFunction::Always, 0, ~UnsignedInt{});
+    GL::Renderer::setStencilOperation(GL::Renderer::StencilOperation::Keep, GL::Renderer::StencilOperation::Keep,
+        GL::Renderer::StencilOperation::Keep);
+    const std::vector<GLint> switchesBefore = switches(), stencilBefore = stencil();
+    update();
+    clear();
+    renderer.beginOverdrawTracking();
+    renderer.render(scene.views, scene);
+    EXPECT_EQ(switches(), switchesBefore);
+    renderer.endOverdrawTracking();
+    renderer.renderOverdraw(scene.views);
+    EXPECT_EQ(switches(), switchesBefore);
+    EXPECT_EQ(stencil(), stencilBefore);
 }
 
 TEST_F(OverdrawTest, aTargetWithoutStencilIsSkippedWithALine) {

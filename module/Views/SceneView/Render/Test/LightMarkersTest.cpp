@@ -1,5 +1,8 @@
 #include "Views/SceneView/Render/LightMarkers.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Renderbuffer.h>
 #include <Magnum/GL/RenderbufferFormat.h>
@@ -50,13 +53,17 @@ struct LightMarkersTest: VantrelTest::GlTest {
         scene.resetChanged();
         return bytes;
     }
-    Color4ub middle() {
+    Image2D picture() {
         GL::Renderer::disable(GL::Renderer::Feature::DepthTest);
         framebuffer.clearColor(0, Color4{0.0f, 1.0f}).bind();
         markers.draw();
-        const Image2D image =
-            framebuffer.read(Range2Di::fromSize(Vector2i{Size / 2}, {1, 1}), Image2D{PixelFormat::RGBA8Unorm});
-        return image.pixels<Color4ub>()[0][0];
+        return framebuffer.read(framebuffer.viewport(), Image2D{PixelFormat::RGBA8Unorm});
+    }
+    Color4ub middle() { return picture().pixels<Color4ub>()[Size / 2][Size / 2]; }
+    std::ptrdiff_t count(const Color4ub& color) {
+        const Image2D image = picture();
+        const auto pixels = image.pixels<Color4ub>().asContiguous();
+        return std::count(pixels.begin(), pixels.end(), color);
     }
 
     GL::Renderbuffer color;
@@ -75,9 +82,15 @@ TEST_F(LightMarkersTest, nothingIsUploadedWhereNothingChanged) {
     EXPECT_EQ(update(), Bytes);
     EXPECT_EQ(update(), 0u);
     EXPECT_EQ(middle(), Red);
-    add({1.0f, 0.0f, 0.0f}, RedLight);
+    const std::ptrdiff_t pixelsOfOne = count(Red);
+    const Id second = add({0.5f, 0.0f, 0.0f}, RedLight);
     EXPECT_EQ(update(), 2 * Bytes);
     EXPECT_EQ(update(), 0u);
+    EXPECT_GE(count(Red), pixelsOfOne * 3 / 2);
+    // Nor is a second one drawn that is not there any more.
+    scene.lights.setActive(second, false);
+    EXPECT_EQ(update(), Bytes);
+    EXPECT_EQ(count(Red), pixelsOfOne);
 }
 
 TEST_F(LightMarkersTest, aChangeOfALightIsSeen) {

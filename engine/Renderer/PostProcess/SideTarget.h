@@ -14,15 +14,12 @@ namespace VantrelEngine {
 Magnum::GL::Texture2D pictureTexture(
     Corrade::Containers::StringView label, Magnum::GL::TextureFormat format, const Magnum::Vector2i& size);
 
-// A framebuffer that is drawn to in place of another one: with a colour of its own, and with the depth of the other one,
+// A framebuffer that is drawn to in place of another one: with a colour of its own, of four 16 bit floats, and with the depth of the other one,
 // sample by sample. What the other one had stays in front, and what is drawn here hides what is drawn there later.
 class SideTarget {
 public:
-    // Of four channels of 16 bit floats, or of one.
-    enum class Channels { One, Four };
-
     // The label, of its objects in video memory, has to outlive it.
-    explicit SideTarget(Corrade::Containers::StringView label, Channels channels): _label{label}, _channels{channels} {}
+    explicit SideTarget(Corrade::Containers::StringView label): _label{label} {}
 
     // As large as the other one's viewport reaches, with as many samples. Binds itself, cleared to zero. Makes new
     // buffers only where size or samples are others than before. Expects a framebuffer object, not that of a window.
@@ -39,7 +36,6 @@ private:
     void create(const Magnum::Vector2i& size, Magnum::Int samples);
 
     Corrade::Containers::StringView _label;
-    Channels _channels;
     Magnum::Vector2i _size;
     // Without multisampling the texture itself is drawn to.
     Magnum::Int _samples = 0;

@@ -1,5 +1,6 @@
 #include <Vantrel/Renderer/WebGL2Renderer.h>
 
+#include <algorithm>
 #include <utility>
 
 #include <Vantrel/EngineData/Scene.h>
@@ -16,6 +17,14 @@ namespace {
 // What leaves no depth, or lets something through, throws none.
 bool throwsShadows(const PipelineHeader& header) {
     return (header.flags & PipelineHeader::DepthWrite) && !(header.flags & PipelineHeader::Blend);
+}
+
+// Hidden ones, too, and those that reach nowhere right now: so that programs are not built anew with each that comes and
+// goes.
+bool isAnyMeantToThrowShadows(LightManager& lights) {
+    const auto components = lights.components();
+    return std::any_of(
+        components.begin(), components.end(), [&](Id light) { return isMeantToThrowShadows(lights, light); });
 }
 
 } // namespace
@@ -64,7 +73,7 @@ void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
     if(!views.numActiveComponents()) return;
     scene.lights.setupShadows(scene, views, state.matricesOf(views, views.components()[0]));
     state.shadows.update(scene);
-    if(state.pipelines.setShadows(!state.shadows.isEmpty())) state.areProgramsBuilt = false;
+    if(state.pipelines.setShadows(isAnyMeantToThrowShadows(scene.lights))) state.areProgramsBuilt = false;
     state.buildPrograms();
     if(state.shadows.isEmpty()) return;
     state.sortCasters();

@@ -66,7 +66,8 @@ struct Thumbnails::Drawing {
 Thumbnails::Thumbnails(
     EditorSceneData& scene, const ResourceManager& files, std::string folder, Int edge, std::size_t capacity):
     _scene(scene),
-    _files(files), _folder{std::move(folder)}, _edge{edge}, _slots(capacity) {
+    _files(files), _folder{std::move(folder)}, _edge{edge}, _known{std::make_unique<KnownContents>()},
+    _slots(capacity) {
     CORRADE_ASSERT(edge > 0 && capacity, "Thumbnails: expected an edge and a capacity of at least 1", );
     tidyThumbnails(_folder, MaxFiles);
 }
@@ -127,12 +128,14 @@ bool Thumbnails::work() {
     return false;
 }
 
+std::size_t Thumbnails::hashed() const { return _known->images.hashed() + _known->meshes.hashed(); }
+
 // Whether it has another picture now.
 bool Thumbnails::refresh(Entry& entry) {
     entry.generation = _generation;
     const ResourceNode* const node = _scene.resourceMaps().find(entry.kind, {entry.id.data(), entry.id.size()});
     const std::uint64_t content =
-        node && node->index ? thumbnailContent(_scene.resources(), _files, entry.kind, node->index) : 0;
+        node && node->index ? thumbnailContent(_scene.resources(), _files, entry.kind, node->index, *_known) : 0;
     if(content == entry.content) return false;
     if(!content) {
         leaveSlot(entry);

@@ -51,8 +51,11 @@ unsigned compileImage(ResourceContext& context, ResourceNode& node, const Resour
     SceneImage& image = context.scene.images[node.index];
     const bool isSrgb =
         entry.choice("colorSpace", ColorSpaces, 0) == 0 && image.pixels->format() == PixelFormat::RGBA8Unorm;
-    isChanged |= image.isSrgb != isSrgb;
-    image.isSrgb = isSrgb;
+    if(image.isSrgb != isSrgb) {
+        image.isSrgb = isSrgb;
+        image.revision = ++context.imageRevision;
+        isChanged = true;
+    }
     return isChanged ? ContentsChanged : NothingChanged;
 }
 

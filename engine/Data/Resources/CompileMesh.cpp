@@ -47,6 +47,7 @@ unsigned compileMesh(ResourceContext& context, ResourceNode& node, const Resourc
     mesh.isPlaceholder = !data;
     context.sources.set(node, data ? source : ResourceSource{});
     mesh.data = data ? std::move(data) : placeholderMesh();
+    mesh.revision = ++context.meshRevision;
     context.layout.add(meshLayout(*mesh.data));
     context.scene.meshLayoutFlags = context.layout.flags();
     const MeshBounds bounds = meshBounds(*mesh.data);

@@ -31,8 +31,8 @@ struct ResourceContext {
     ResourceMaps& maps;
     ResourceSources sources;
     MeshLayoutCounts layout;
-    // Of the image whose pixels changed last.
-    std::uint32_t imageRevision = 0;
+    // Of the image whose pixels, and of the mesh whose data changed last.
+    std::uint32_t imageRevision = 0, meshRevision = 0;
 
     // The index of the resource that an entry names; notes the use. 0 for an empty id, and, with a report, for one that
     // is not compiled.

@@ -65,7 +65,7 @@ std::string textOf(const JsonValue& text) { return {text.GetString(), text.GetSt
 ResourceUpdates::ResourceUpdates(const ProjectFile& file, const ResourceManager& files, SceneResources& scene,
     ResourceMaps& maps, SceneRevisions& revisions):
     _file{file},
-    _revisions{revisions}, _context{files, scene, maps, {}, {}, 0} {}
+    _revisions{revisions}, _context{files, scene, maps, {}, {}, 0, 0} {}
 
 void ResourceUpdates::compileAll() {
     beginCompileAll();

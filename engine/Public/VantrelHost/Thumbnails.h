@@ -18,6 +18,7 @@ namespace VantrelEngine {
 
 class EditorSceneData;
 class ResourceManager;
+struct KnownContents;
 
 // Where a picture is: a texture of the GL, and the part of it, from the bottom left, from 0 to 1.
 struct Thumbnail {
@@ -62,6 +63,8 @@ public:
     // Since the construction: pictures that were drawn, and that came from the folder.
     std::size_t drawn() const { return _drawn; }
     std::size_t loaded() const { return _loaded; }
+    // The same of images and meshes that were gone through to find out whether they are others than before.
+    std::size_t hashed() const;
 
 private:
     struct Entry {
@@ -92,6 +95,7 @@ private:
     const std::string _folder;
     const Magnum::Int _edge;
     std::unique_ptr<Drawing> _drawing;
+    const std::unique_ptr<KnownContents> _known;
 
     std::unordered_map<std::string, Entry> _entries;
     // Whose picture is there; null for none.

@@ -191,14 +191,14 @@ void main() {
 #ifdef MASK_ONLY
     if(base.a < material_alphaCutoff()) discard;
 #else
-    // Before anything that ends a fragment: textures need their neighbours.
+    // Before anything that ends a fragment: textures and the surroundings need their neighbours.
     Surface surface = surfaceOf(base.rgb);
     vec3 emissive = material_emissiveColor().rgb*material_emissiveTexture(uv, secondUv).rgb;
-    float occlusion = material_occlusionTexture(uv, secondUv).r;
+    vec3 surrounding = ambient(surface)*material_occlusionTexture(uv, secondUv).r;
 #ifdef ALPHA_MASK
     if(base.a < material_alphaCutoff()) discard;
 #endif
-    vec3 color = lit(surface) + ambient(surface)*occlusion + emissive;
+    vec3 color = lit(surface) + surrounding + emissive;
 #ifdef BLEND
     fragmentColor = vec4(screenColor(toneMapped(color)), base.a);
 #else

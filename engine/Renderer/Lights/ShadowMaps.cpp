@@ -4,6 +4,8 @@
 #include <cstring>
 
 #include <Corrade/Utility/Debug.h>
+#include <Magnum/GL/Context.h>
+#include <Magnum/GL/OpenGL.h>
 #include <Magnum/GL/Renderer.h>
 #include <Magnum/GL/Sampler.h>
 #include <Magnum/GL/TextureFormat.h>
@@ -38,11 +40,19 @@ bool isSame(const std::vector<Vector4>& a, const std::vector<Vector4>& b) {
     return a.size() == b.size() && (a.empty() || !std::memcmp(a.data(), b.data(), a.size() * sizeof(Vector4)));
 }
 
+// Else a framebuffer without colours is not complete before OpenGL 4.1. The library cannot say it.
+void readNothingFrom(GL::Framebuffer& framebuffer) {
+    GL::Context::current().resetState(GL::Context::State::EnterExternal);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer.id());
+    glReadBuffer(GL_NONE);
+    GL::Context::current().resetState(GL::Context::State::Framebuffers);
+}
+
 } // namespace
 
 void ShadowMaps::update(Scene& scene) {
     const Containers::ArrayView<const LightShadow> fits = scene.lights.shadows();
-    if(fits.isEmpty() && _maps.empty()) return;
+    if(fits.isEmpty() && _maps.empty()) return describe(scene);
     place(fits);
     _maps.resize(fits.size());
     for(std::size_t i = 0; i != fits.size(); ++i) {
@@ -88,6 +98,7 @@ void ShadowMaps::allocate(Int edge) {
     _framebuffer.setLabel("Renderer shadow maps")
         .attachTexture(GL::Framebuffer::BufferAttachment::Depth, _texture, 0)
         .mapForDraw(GL::Framebuffer::DrawAttachment::None);
+    readNothingFrom(_framebuffer);
 }
 
 void ShadowMaps::touch(const Spheres& places) {
@@ -153,9 +164,8 @@ void ShadowMaps::endDrawing() {
 }
 
 void ShadowMaps::bind() {
-    if(!_edge) return;
-    _data.bind(TextureUnit::ShadowData);
-    _texture.bind(TextureUnit::ShadowMaps);
+    if(!_texels.empty()) _data.bind(TextureUnit::ShadowData);
+    if(_edge) _texture.bind(TextureUnit::ShadowMaps);
 }
 
 } // namespace VantrelEngine

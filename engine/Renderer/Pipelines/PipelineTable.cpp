@@ -88,27 +88,25 @@ void PipelineTable::addNeeds(Id index, std::size_t parameter, TextureNeeds needs
 }
 
 bool PipelineTable::setEnvironment(bool isThere) {
-    if(isThere == _hasEnvironment) return false;
-    _hasEnvironment = isThere;
+    return set(_hasEnvironment, &PipelineRecipe::hasEnvironment, isThere, dependsOnEnvironment);
+}
+
+bool PipelineTable::setShadows(bool enabled) {
+    return set(_hasShadows, &PipelineRecipe::hasShadows, enabled, dependsOnShadows);
+}
+
+bool PipelineTable::set(
+    bool& known, bool PipelineRecipe::*ofRecipe, bool value, bool (*isUsedBy)(std::string_view fragmentSource)) {
+    if(value == known) return false;
+    known = value;
     bool isAnyDue = false;
     for(Plan& plan: _plans) {
-        plan.recipe.hasEnvironment = isThere;
-        const bool isDue = dependsOnEnvironment(plan.recipe.fragmentSource);
+        plan.recipe.*ofRecipe = value;
+        const bool isDue = isUsedBy(plan.recipe.fragmentSource);
         plan.isDue |= isDue;
         isAnyDue |= isDue;
     }
     return isAnyDue;
-}
-
-bool PipelineTable::setShadows(bool enabled) {
-    if(enabled == _hasShadows) return false;
-    _hasShadows = enabled;
-    for(Plan& plan: _plans) {
-        plan.recipe.hasShadows = enabled;
-        // Indices between those that were added have no sources.
-        plan.isDue |= !plan.recipe.vertexSource.empty();
-    }
-    return true;
 }
 
 void PipelineTable::build() {

@@ -50,7 +50,7 @@ public:
     void addNeeds(Id index, std::size_t parameter, TextureNeeds needs);
     // Whether the scene has surroundings of its own, from now on. True where programs have to be made again.
     bool setEnvironment(bool isThere);
-    // Whether pictures have shadows; true where that is other than before: then all programs that have to are to be built.
+    // Whether pictures have shadows, likewise.
     bool setShadows(bool enabled);
     bool hasShadows() const { return _hasShadows; }
     // Makes the programs of what was added, and those that have to do more than before. Prints one line where the
@@ -77,6 +77,8 @@ private:
 
     std::shared_ptr<MeshProgram> program(const ShaderSources& sources, const std::string& label, std::string& reason);
     static void makeFlat(Plan& plan);
+    bool set(
+        bool& known, bool PipelineRecipe::*ofRecipe, bool value, bool (*isUsedBy)(std::string_view fragmentSource));
     void build(Pipeline& pipeline, Plan& plan);
     bool buildPrograms(Pipeline& pipeline, const PipelineRecipe& recipe, std::string& reason);
 

@@ -1,6 +1,7 @@
 #include "Renderer/Pipelines/ShaderSources.h"
 
 #include <cctype>
+#include <initializer_list>
 #include <set>
 
 #include "Renderer/DefaultAssets/DefaultAssets.h"
@@ -223,6 +224,12 @@ void drawOneThing(ShaderSources& sources, bool hasHoles, const char* declaration
     }
 }
 
+bool holdsAny(std::string_view text, std::initializer_list<std::string_view> names) {
+    for(const std::string_view name: names)
+        if(text.find(name) != std::string_view::npos) return true;
+    return false;
+}
+
 } // namespace
 
 ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParameters, ProgramPurpose purpose) {
@@ -235,7 +242,7 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
     const bool isPicture = purpose == ProgramPurpose::Picture;
     sources.fragmentPrefix =
         fragmentPrefix(recipe, isPicture && recipe.hasEnvironment && dependsOnEnvironment(recipe.fragmentSource),
-            isPicture && recipe.hasShadows);
+            isPicture && recipe.hasShadows && dependsOnShadows(recipe.fragmentSource));
     sources.fragment = recipe.fragmentSource + "\n";
 
     const bool hasHoles = recipe.description.header.flags & PipelineHeader::AlphaMask;
@@ -258,9 +265,11 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
 }
 
 bool dependsOnEnvironment(std::string_view fragmentSource) {
-    for(const char* const function: {"ambientLight", "surroundingLight"})
-        if(fragmentSource.find(function) != std::string_view::npos) return true;
-    return false;
+    return holdsAny(fragmentSource, {"ambientLight", "surroundingLight"});
+}
+
+bool dependsOnShadows(std::string_view fragmentSource) {
+    return holdsAny(fragmentSource, {"lightAt", "shadowAt", "SHADOWS"});
 }
 
 ShaderSources skySources(bool isLinear) {

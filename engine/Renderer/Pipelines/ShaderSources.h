@@ -30,7 +30,7 @@ struct PipelineRecipe {
     std::vector<TextureNeeds> needs;
     // Whether the scene has surroundings of its own.
     bool hasEnvironment = false;
-    // Whether some light throws shadows.
+    // Whether some light is meant to throw shadows.
     bool hasShadows = false;
     // Whether the picture is one of linear colours without a limit, whose tones are mapped later.
     bool isLinear = false;
@@ -45,6 +45,8 @@ ShaderSources pipelineSources(const PipelineRecipe& recipe, bool hasDrawParamete
 
 // Whether the picture of a pipeline with this fragment source looks different with surroundings.
 bool dependsOnEnvironment(std::string_view fragmentSource);
+// The same with shadows.
+bool dependsOnShadows(std::string_view fragmentSource);
 
 // Of the surroundings behind everything.
 ShaderSources skySources(bool isLinear);

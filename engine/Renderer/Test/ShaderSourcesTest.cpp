@@ -34,13 +34,15 @@ TEST(ShaderSourcesTest, flagsAreDefinedForTheFragments) {
 }
 
 TEST(ShaderSourcesTest, onlyPicturesHaveShadowsWhereThereAreAny) {
-    PipelineRecipe recipe{{}, "VERTEX", "FRAGMENT", VertexLayout{}, {}};
+    PipelineRecipe recipe{{}, "VERTEX", "FRAGMENT lightAt(0, place, direction, incoming)", VertexLayout{}, {}};
     recipe.description.header.flags = PipelineHeader::AlphaMask;
     const auto prefix = [&](ProgramPurpose purpose) { return pipelineSources(recipe, false, purpose).fragmentPrefix; };
     EXPECT_THAT(prefix(ProgramPurpose::Picture), Not(HasSubstr("shadowAt(int")));
     recipe.hasShadows = true;
     EXPECT_THAT(prefix(ProgramPurpose::Picture), AllOf(HasSubstr("#define SHADOWS\n"), HasSubstr("shadowAt(int")));
     EXPECT_THAT(prefix(ProgramPurpose::OneColor), Not(HasSubstr("shadowAt(int")));
+    recipe.fragmentSource = "FRAGMENT";
+    EXPECT_THAT(prefix(ProgramPurpose::Picture), Not(HasSubstr("shadowAt(int"))) << "it does not ask for lights";
 }
 
 TEST(ShaderSourcesTest, parametersHaveFunctions) {

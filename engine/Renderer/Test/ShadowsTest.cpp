@@ -1,5 +1,7 @@
 #include <cmath>
 
+#include <Magnum/GL/Context.h>
+#include <Magnum/GL/OpenGL.h>
 #include <Magnum/Math/Constants.h>
 #include <Vantrel/EngineData/LightManager.h>
 #include <Vantrel/EngineData/ViewManager.h>
@@ -116,6 +118,58 @@ TEST_F(ShadowsTest, programsAreBuiltAnewOnce) {
     scene.lights.parameters(sun).z() = 1.0f;
     for(int i = 0; i != 3; ++i) shadowFrame();
     EXPECT_EQ(renderer.builtPrograms(), programs + 1) << "only that of the picture";
+}
+
+TEST_F(ShadowsTest, programsThatDoNotAskForLightsStay) {
+    fragment = "void main() { fragmentColor = material_color(); }\n";
+    tell();
+    shadowFrame();
+    const std::size_t programs = renderer.builtPrograms();
+    addSun();
+    shadowFrame();
+    EXPECT_EQ(renderer.drawnShadowMaps(), 1u);
+    EXPECT_EQ(renderer.builtPrograms(), programs);
+}
+
+TEST_F(ShadowsTest, programsStayWhileTheLightIsHiddenOrFarAway) {
+    const Id sun = addSun(1.0f);
+    add(mesh, material, {0.0f, 0.0f, 2.0f});
+    tell();
+    const std::vector<std::uint32_t> picture = shadowFrame();
+    const std::size_t programs = renderer.builtPrograms();
+    scene.lights.setActive(sun, false);
+    EXPECT_EQ(dark(shadowFrame()), std::size_t(Size) * Size) << "no light at all";
+    scene.lights.setActive(sun, true);
+    EXPECT_EQ(shadowFrame(), picture);
+    // What the camera sees begins behind them.
+    scene.lights.shadowRange(sun) = 0.5f;
+    EXPECT_EQ(dark(shadowFrame()), 0u);
+    EXPECT_EQ(renderer.drawnShadowMaps(), 0u);
+    scene.lights.shadowRange(sun) = 60.0f;
+    EXPECT_EQ(shadowFrame(), picture);
+    EXPECT_EQ(renderer.builtPrograms(), programs);
+}
+
+// Without that, a framebuffer of depths alone is incomplete before OpenGL 4.1.
+TEST_F(ShadowsTest, nothingIsReadFromTheFramebufferOfTheMaps) {
+    addSun();
+    tell();
+    shadowFrame();
+    std::size_t count = 0;
+    for(GLuint name = 1; name != 100; ++name) {
+        if(!glIsFramebuffer(name)) continue;
+        GL::Context::current().resetState(GL::Context::State::EnterExternal);
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, name);
+        GLint color = GL_NONE, read = GL_NONE;
+        glGetFramebufferAttachmentParameteriv(
+            GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE, &color);
+        glGetIntegerv(GL_READ_BUFFER, &read);
+        GL::Context::current().resetState(GL::Context::State::Framebuffers);
+        if(color != GL_NONE) continue;
+        ++count;
+        EXPECT_EQ(read, GL_NONE);
+    }
+    EXPECT_EQ(count, 1u);
 }
 
 TEST_F(ShadowsTest, aShadowIsWhereTheLightDoesNotCome) {

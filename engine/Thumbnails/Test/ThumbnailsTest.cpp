@@ -61,6 +61,7 @@ struct ThumbnailsTest: VantrelTest::GlTest {
     }
     static void setShape(SceneMesh& mesh, MeshShape shape) {
         mesh.data = shapeMesh(shape);
+        ++mesh.revision;
         const MeshBounds bounds = meshBounds(*mesh.data);
         mesh.bounds = bounds.box;
         mesh.radius = bounds.radius;
@@ -69,6 +70,7 @@ struct ThumbnailsTest: VantrelTest::GlTest {
         Corrade::Containers::Array<char> texels{Corrade::NoInit, std::size_t(size.product()) * sizeof(color)};
         std::fill_n(reinterpret_cast<Color4ub*>(texels.data()), size.product(), color);
         image.header.size = size;
+        ++image.revision;
         image.pixels.emplace(PixelFormat::RGBA8Unorm, size, std::move(texels));
     }
 
@@ -122,6 +124,7 @@ TEST_F(ThumbnailsTest, aMeshIsFramedWhereverItLies) {
     const MeshBounds bounds = meshBounds(*mesh.data);
     mesh.bounds = bounds.box;
     mesh.radius = bounds.radius;
+    ++mesh.revision;
     scene.revisions().touch(Aspect::MeshData);
     const std::vector<Color4ub> after = picture(thumbnails, ResourceKind::Mesh, "cube");
     std::size_t different = 0;
@@ -228,6 +231,35 @@ TEST_F(ThumbnailsTest, onlyWhatBecameAnotherIsMadeAgain) {
     EXPECT_EQ(at(picture(thumbnails, ResourceKind::Material, "paint"), Edge / 2, Edge / 2), (Color4ub{0, 255, 0, 255}));
     picture(thumbnails, ResourceKind::Mesh, "cube");
     EXPECT_EQ(thumbnails.drawn(), 3u);
+}
+
+TEST_F(ThumbnailsTest, pixelsAndVerticesThatStayAreGoneThroughOnce) {
+    SceneTexture texture;
+    texture.header = {1, 1};
+    add(resources.textures, ResourceKind::Texture, "banner", std::move(texture));
+    resources.materials[1].textures[1] = 1;
+    const auto showAll = [&] {
+        picture(thumbnails, ResourceKind::Mesh, "cube");
+        picture(thumbnails, ResourceKind::Material, "paint");
+        picture(thumbnails, ResourceKind::Image, "banner");
+    };
+    showAll();
+    EXPECT_EQ(thumbnails.hashed(), 2u) << "the mesh, and the image of both others";
+    for(const Aspect aspect: {Aspect::Materials, Aspect::Images, Aspect::MeshData}) {
+        scene.revisions().touch(aspect);
+        showAll();
+    }
+    EXPECT_EQ(thumbnails.hashed(), 2u);
+    setShape(resources.meshes[1], MeshShape::Sphere);
+    scene.revisions().touch(Aspect::MeshData);
+    showAll();
+    EXPECT_EQ(thumbnails.hashed(), 3u);
+    EXPECT_EQ(thumbnails.drawn(), 4u);
+    setColor(resources.images[1], {40, 10}, {0, 255, 0, 255});
+    scene.revisions().touch(Aspect::Images);
+    showAll();
+    EXPECT_EQ(thumbnails.hashed(), 4u);
+    EXPECT_EQ(thumbnails.drawn(), 6u);
 }
 
 TEST_F(ThumbnailsTest, aChangeThatOthersHaveTakenNoticeOfIsNone) {

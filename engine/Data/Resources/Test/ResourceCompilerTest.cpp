@@ -68,11 +68,15 @@ TEST_F(ResourceCompilerTest, image) {
     EXPECT_TRUE(image.isSrgb);
     EXPECT_THAT(touched().aspects, ElementsAre("Images"));
 
+    const std::uint32_t revision = image.revision;
     compile(Images, "brick", R"({"name": "brick", "file": "a/brick.png", "colorSpace": "linear"})");
     EXPECT_FALSE(scene.resources.images[1].isSrgb);
     EXPECT_THAT(touched().aspects, ElementsAre("Images"));
+    const std::uint32_t linearRevision = scene.resources.images[1].revision;
+    EXPECT_NE(linearRevision, revision) << "the same pixels are other colours";
     compile(Images, "brick", R"({"name": "other name", "file": "a/brick.png", "colorSpace": "linear"})");
     EXPECT_THAT(touched().aspects, IsEmpty());
+    EXPECT_EQ(scene.resources.images[1].revision, linearRevision);
 }
 
 TEST_F(ResourceCompilerTest, imagesOfHighDynamicRangeAreLinear) {
@@ -452,8 +456,12 @@ TEST_F(ResourceCompilerTest, mesh) {
 
     compile(Meshes, "tree", R"({"name": "Oak", "file": "tree.glb"})");
     EXPECT_EQ(touched().count, 0u);
+    const std::uint32_t revision = mesh.revision;
+    compile(Meshes, "tree", R"({"name": "Elm", "file": "tree.glb"})");
+    EXPECT_EQ(mesh.revision, revision);
     compile(Meshes, "tree", R"({"name": "Oak", "primitive": "sphere"})");
     EXPECT_GT(mesh.data->vertexCount(), 100u);
+    EXPECT_GT(mesh.revision, revision);
     EXPECT_THAT(touched().aspects, ElementsAre("MeshData"));
     compile(Meshes, "tree", R"({"name": "Oak", "primitive": "cone"})");
     EXPECT_THAT(touched().aspects, ElementsAre("MeshData"));

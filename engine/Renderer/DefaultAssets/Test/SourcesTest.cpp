@@ -79,6 +79,15 @@ TEST_F(DefaultSourcesTest, compileForEachShaderOfANewProject) {
     }
 }
 
+// What looks at neighbouring fragments is not defined any more where one of them has ended.
+TEST_F(DefaultSourcesTest, surroundingsAreLookedAtBeforeAFragmentEnds) {
+    const std::string lit = source(JsonValue{"Lit.frag"});
+    const std::size_t end = lit.rfind("discard;"), ambient = lit.rfind("ambient(surface)");
+    ASSERT_NE(end, std::string::npos);
+    ASSERT_NE(ambient, std::string::npos);
+    EXPECT_LT(ambient, end);
+}
+
 TEST_F(DefaultSourcesTest, ofTheWholeScreenCompile) {
     for(const char* const define: {"", "#define SKY\n"}) {
         ShaderSources sources;

@@ -36,7 +36,7 @@ struct SceneImage {
     ImageHeader header;
     // RGBA, 8 bits a channel; or, of an image of high dynamic range, RGBA of 32-bit floats. Rows upwards.
     std::optional<Magnum::Image2D> pixels;
-    // Another one whenever the pixels are others.
+    // Another one whenever the pixels, or the colours that they stand for, are others.
     std::uint32_t revision = 0;
     // By tile: where the compressed atlas knows it from. Empty for an image that goes into the plain atlas.
     std::vector<std::uint64_t> tileHashes;
@@ -111,6 +111,8 @@ struct SceneMesh {
     std::string id, name;
     // Triangles, with positions at least. Always there in a slot in use.
     std::optional<Magnum::Trade::MeshData> data;
+    // Another one whenever the data are others.
+    std::uint32_t revision = 0;
     // Around the positions; and the radius of the sphere around its centre.
     Magnum::Range3D bounds;
     Magnum::Float radius = 0.0f;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/GL/Context.h>

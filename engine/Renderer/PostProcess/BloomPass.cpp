@@ -1,3 +1,4 @@
+#include <Corrade/Containers/StringView.h>
 #include <Vantrel/Renderer/BloomPass.h>
 
 namespace VantrelEngine::Shaders {

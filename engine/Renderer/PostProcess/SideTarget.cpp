@@ -1,5 +1,7 @@
 #include "Renderer/PostProcess/SideTarget.h"
 
+#include <utility>
+
 #include <Corrade/Utility/Assert.h>
 #include <Magnum/GL/OpenGL.h>
 #include <Magnum/Math/Color.h>

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/Resource.h>
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Mesh.h>

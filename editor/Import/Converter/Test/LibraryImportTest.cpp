@@ -2,6 +2,7 @@
 
 #include <Magnum/Math/Vector2.h>
 #include <Magnum/Math/Vector3.h>
+#include <Magnum/Math/Vector4.h>
 #include <gmock/gmock.h>
 
 #include "Data/Resources/AnimationFile.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include <Corrade/Containers/StridedArrayView.h>
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Renderbuffer.h>
 #include <Magnum/GL/RenderbufferFormat.h>

@@ -172,6 +172,8 @@ void Editor::showError(const std::string& line) {
 }
 
 void Editor::perform(Command command) {
+    // Whoever leaves does not wait for what takes long.
+    if(command == Command::Quit && _imports.isOpening()) _imports.giveUp();
     if(isBlocked()) return;
     ChangeManager& changes = _session->changes();
     _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());

@@ -44,6 +44,8 @@ public:
     void add(const std::string& path, ImportInto into = ImportInto::OpenProject);
     // Gives up the file that is being imported; the next one begins. Nothing while that is compiled.
     void cancel();
+    // That, and those that wait.
+    void giveUp();
     bool isBusy() const { return _job || !_waiting.empty(); }
     // Whether the open project is going to be replaced: what is changed in it would be lost.
     bool isOpening() const;
@@ -72,7 +74,6 @@ private:
     };
 
     bool isOfOpenProject();
-    void giveUp();
     void start();
     void goOn(double seconds);
     void insertInSteps(double seconds);

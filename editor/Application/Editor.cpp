@@ -32,8 +32,9 @@ constexpr const char* ViewName = "Scene View";
 
 // Seconds. What takes less shows no bar.
 constexpr Double ProgressDelay = 0.5;
-// Between two frames while a project is opened.
+// Between two frames while a project is opened, or an import compiled.
 constexpr Double OpeningStep = 0.015;
+constexpr Double Endless = 1e6;
 
 std::string absolutePath(const std::string& path) {
     std::error_code error;
@@ -42,6 +43,13 @@ std::string absolutePath(const std::string& path) {
 }
 
 bool isProjectPath(const std::string& path) { return fs::path{path}.extension() == ".json"; }
+
+ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled) {
+    std::string text = "Importing " + progress.name;
+    if(progress.waiting) text += ", " + std::to_string(progress.waiting) + " more to come";
+    if(!progress.stage.empty()) text += '\n' + progress.stage;
+    return {text, progress.fraction, canBeCancelled};
+}
 
 bool isView(const ImGuiWindow* window) {
     return window && Containers::StringView{window->RootWindow->Name} == ViewName;
@@ -103,9 +111,8 @@ std::string Editor::reloadView(const std::string& moduleFile) {
 std::string Editor::open(const std::string& path) {
     const std::string absolute = absolutePath(path);
     if(isImportable(absolute)) {
-        startNew();
-        _model = absolute;
-        _imports.add(absolute);
+        _imports.add(absolute, ImportInto::NewProject);
+        requestFrames();
         return {};
     }
     const OpenedProject result = _session->open(absolute);
@@ -152,9 +159,8 @@ bool Editor::finishImports() {
 
 void Editor::showImported(const ImportResult& result) {
     requestFrames();
-    if(result.source != _model) return;
-    _model.clear();
-    if(!result.inserted.error.empty()) return;
+    if(result.into != ImportInto::NewProject) return;
+    if(!result.inserted.error.empty()) return _dialogs.showMessage(result.source + ": " + result.inserted.error);
     fitDepthRange(result.inserted.roots, *_session);
     _session->editor().state().framesSelection = true;
 }
@@ -166,7 +172,9 @@ void Editor::showError(const std::string& line) {
 }
 
 void Editor::perform(Command command) {
-    if(_opening) return;
+    // Whoever leaves does not wait for what takes long.
+    if(command == Command::Quit && _imports.isOpening()) _imports.giveUp();
+    if(isBlocked()) return;
     ChangeManager& changes = _session->changes();
     _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());
     requestFrames();
@@ -257,9 +265,9 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    const bool isCompiling = _opening && _opening->isInPlace();
     if(!_opening)
-        for(const ImportResult& result: _imports.update()) showImported(result);
+        for(const ImportResult& result: _imports.update(_isReplayed ? Endless : OpeningStep)) showImported(result);
+    const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) _session->update();
     _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
@@ -281,13 +289,13 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
     if(_command) perform(*_command);
     _command.reset();
-    if(!_opening) runActions();
+    if(!isBlocked()) runActions();
     makeThumbnail(framebuffer);
 }
 
 // Where one was made, the next frame shows it.
 void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
-    if(!_thumbnails.isWorkWaiting() || isBusy()) return;
+    if(!_thumbnails.isWorkWaiting() || isMoving() || isWaiting()) return;
     if(_thumbnails.work()) _settlingFrames = 1;
     framebuffer.bind();
 }
@@ -305,7 +313,7 @@ void Editor::drawPanels() {
     drawImport();
     if(!_opening) return;
     ++_openingFrames;
-    drawOpening({"Opening " + _opening->path() + '\n' + _opening->doing(), _opening->fraction(), false});
+    drawOpening({"Opening " + _opening->path() + '\n' + _opening->doing(), _opening->fraction(), false}, true);
     requestFrames();
 }
 
@@ -322,11 +330,13 @@ void Editor::drawImport() {
     if(!_imports.isBusy()) return _importsBegan.reset();
     if(!_importsBegan) _importsBegan = _platform.now();
     const std::optional<ImportProgress> progress = _imports.progress();
-    if(!progress || _platform.now() - *_importsBegan < ProgressDelay) return;
-    std::string text = "Importing " + progress->name;
-    if(progress->waiting) text += ", " + std::to_string(progress->waiting) + " more to come";
-    if(!progress->stage.empty()) text += '\n' + progress->stage;
-    if(drawProgress({text, progress->fraction, true})) _imports.cancel();
+    const bool isLong = progress && _platform.now() - *_importsBegan >= ProgressDelay;
+    const bool isSeenAbove = isLong && _imports.isOpening();
+    const ShownProgress shown = isLong ? shownProgress(*progress, !_imports.isCompiling()) : ShownProgress{};
+    bool isCancelled = isLong && !isSeenAbove && drawProgress(shown);
+    // Over what cannot be used meanwhile.
+    if(isBlocked() && drawOpening(shown, isSeenAbove)) isCancelled = true;
+    if(isCancelled) _imports.cancel();
 }
 
 void Editor::drawMenu() {
@@ -375,19 +385,21 @@ void Editor::updateFocus() {
     focus.isViewHovered = isView(context.HoveredWindow);
     focus.isViewFocused = isView(context.NavWindow);
     focus.isTyping = context.IO.WantTextInput;
-    focus.isBlocked = context.OpenPopupStack.Size != 0 || _opening;
+    focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);
     _cursorShape = cursorShapeOf(ImGui::GetMouseCursor());
     // What is behind a dialog is still getting darker.
     if(context.DimBgRatio > 0.0f && context.DimBgRatio < 1.0f) requestFrames();
 }
 
-bool Editor::isBusy() const {
-    return _settlingFrames || _drop.isUnderWay() || _opening || _imports.isBusy() ||
+bool Editor::isBlocked() const { return _opening || _imports.isOpening() || _imports.isCompiling(); }
+
+bool Editor::isMoving() const {
+    return _settlingFrames || _drop.isUnderWay() || _opening || _imports.isCompiling() ||
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isBusy() || _thumbnails.isWorkWaiting(); }
+bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

@@ -50,7 +50,7 @@ public:
 
     // Each returns an empty text, or one line. Nothing is asked: unsaved changes are given up.
     std::string loadView();
-    // A model or an image: begins a new project, into which it is imported.
+    // A model or an image: begins a new project, into which it is imported, when it is read.
     std::string open(const std::string& path);
     std::string save(const std::string& path, bool overwritesRepaired = false);
     void startNew();
@@ -83,6 +83,8 @@ public:
     void drawFrame(Magnum::GL::AbstractFramebuffer& framebuffer, const Magnum::Vector2& windowSize);
     // Whether something moves still, or was asked for and not drawn yet.
     bool wantsFrame() const;
+    // Whether something goes on that is looked at now and then, in a frame: several times a second will do.
+    bool isWaiting() const { return _imports.isBusy(); }
     // Something happened: what it leads to takes a few frames to be seen.
     void requestFrames() { _settlingFrames = SettlingFrames; }
     bool wantsQuit() const { return _wantsQuit; }
@@ -119,7 +121,9 @@ private:
     void drawList();
     void drawLog();
     void updateFocus();
-    bool isBusy() const;
+    bool isMoving() const;
+    // The project is replaced or compiled: the user can only wait.
+    bool isBlocked() const;
     void makeThumbnail(Magnum::GL::AbstractFramebuffer& framebuffer);
 
     Platform& _platform;
@@ -147,8 +151,6 @@ private:
     Magnum::Double _openingBegan = 0.0;
     bool _isReplayed = false;
     int _openingFrames = 0;
-    // What a new project is being made of: shown when it is there. Empty for nothing.
-    std::string _model;
     // When the imports began that are going on. None for none.
     std::optional<Magnum::Double> _importsBegan;
 

@@ -26,6 +26,9 @@ namespace {
 
 using Window = Magnum::Platform::GlfwApplication;
 
+// Seconds from frame to frame while nothing moves but something is waited for.
+constexpr Double WaitTime = 0.1;
+
 std::optional<MouseButton> buttonOf(Window::Pointer pointer) {
     // Bits, and in another order than the buttons' numbers.
     switch(pointer) {
@@ -55,7 +58,7 @@ public:
 
     // False where there is no OpenGL 3.3.
     bool open(const CommandLine& line);
-    int run() { return exec(); }
+    int run();
 
 private:
     // Platform.
@@ -154,6 +157,16 @@ void WindowApplication::openProject(const CommandLine& line) {
     const std::string error = _editor->loadView();
     if(!error.empty()) _editor->showError(error);
     if(!line.project.empty()) _editor->openAsked(line.project);
+}
+
+int WindowApplication::run() {
+    do {
+        if(!_isIdle || !_editor->isWaiting()) continue;
+        // An event ends it early, and asks for a frame by itself.
+        glfwWaitEventsTimeout(WaitTime);
+        redraw();
+    } while(mainLoopIteration());
+    return 0;
 }
 
 Double WindowApplication::now() {

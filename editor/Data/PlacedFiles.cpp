@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -26,8 +27,8 @@ public:
     ~File() {
         if(_file >= 0) ::close(_file);
     }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
+    File(File&& other) noexcept: _file{std::exchange(other._file, -1)} {}
+    File& operator=(File&&) = delete;
 
     int get() const { return _file; }
     bool isOpen() const { return _file >= 0; }
@@ -65,6 +66,16 @@ bool writeBlock(int file, const char* data, std::size_t size) {
     return true;
 }
 
+// A name that nobody has: a process that ended in the middle of a copy leaves its own behind.
+File openFresh(const std::string& path, std::string& fresh) {
+    constexpr int Attempts = 1000;
+    for(int i = 0;; ++i) {
+        fresh = path + '.' + std::to_string(i) + ".new";
+        File file{fresh, O_WRONLY | O_CREAT | O_EXCL};
+        if(file.isOpen() || errno != EEXIST || i == Attempts) return file;
+    }
+}
+
 bool isRegular(int file) {
     struct stat status;
     return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
@@ -85,6 +96,15 @@ bool hasSameBytes(int a, int b) {
 void flushFolder(const std::string& folder) {
     const File file{folder, O_RDONLY | O_DIRECTORY};
     if(file.isOpen()) fsync(file.get());
+}
+
+// One more name for a file whose only name is in a folder that goes, on the disk before it has it. False where that is not
+// possible: on another file system, or one without such names.
+bool link(int source, const std::string& path) {
+    struct stat status;
+    if(fstat(source, &status) != 0 || status.st_nlink != 1 || fsync(source) != 0) return false;
+    const std::string file = "/proc/self/fd/" + std::to_string(source);
+    return linkat(AT_FDCWD, file.data(), AT_FDCWD, path.data(), AT_SYMLINK_FOLLOW) == 0;
 }
 
 } // namespace
@@ -112,26 +132,31 @@ void PlacedFiles::keep() {
     _folders.clear();
 }
 
-std::string PlacedFiles::add(const std::string& source, const std::string& name) {
+void PlacedFiles::flush() {
+    for(const std::string& folder: _toFlush) flushFolder(folder);
+    _toFlush.clear();
+}
+
+std::string PlacedFiles::add(const std::string& source, const std::string& name, Source kind) {
     if(const char* const reason = whyNoFileName({name.data(), name.size()})) return name + ": " + reason;
     const File file{source, O_RDONLY | O_NOFOLLOW | O_NONBLOCK};
     if(!file.isOpen()) return name + ": the file " + systemError("opened");
     if(!isRegular(file.get())) return name + ": this is not a regular file";
-    const std::string error = place(file.get(), name);
+    const std::string error = place(file.get(), name, kind);
     return error.empty() ? error : name + ": " + error;
 }
 
-std::string PlacedFiles::place(int source, const std::string& name) {
+std::string PlacedFiles::place(int source, const std::string& name, Source kind) {
     std::string folder;
     std::string error = makeFolders(name, folder);
     if(!error.empty()) return error;
     const std::string path = folder + '/' + name.substr(name.rfind('/') + 1);
     const File old{path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK};
     if(!old.isOpen() && errno == ENOENT) {
-        error = write(source, path);
+        if(kind == Source::Copied || !link(source, path)) error = write(source, path);
         if(!error.empty()) return error;
         _files.push_back(path);
-        flushFolder(folder);
+        _toFlush.insert(folder);
         return {};
     }
     const bool isSame = old.isOpen() && isRegular(old.get()) && hasSameBytes(source, old.get());
@@ -141,9 +166,10 @@ std::string PlacedFiles::place(int source, const std::string& name) {
 std::string PlacedFiles::makeFolders(const std::string& name, std::string& folder) {
     for(std::size_t slash = name.find('/'); slash != name.npos; slash = name.find('/', slash + 1)) {
         const std::string path = _folder + '/' + name.substr(0, slash);
-        if(mkdir(path.data(), 0777) == 0)
+        if(mkdir(path.data(), 0777) == 0) {
             _folders.push_back(path);
-        else if(errno != EEXIST)
+            _toFlush.insert(path.substr(0, path.rfind('/')));
+        } else if(errno != EEXIST)
             return "the folder " + path + ' ' + systemError("made");
     }
     const std::size_t slash = name.rfind('/');
@@ -152,22 +178,22 @@ std::string PlacedFiles::makeFolders(const std::string& name, std::string& folde
 }
 
 std::string PlacedFiles::write(int source, const std::string& path) {
-    const std::string fresh = path + ".new";
-    File file{fresh, O_WRONLY | O_CREAT | O_EXCL};
+    std::string fresh;
+    File file = openFresh(path, fresh);
     if(!file.isOpen()) return fresh + ' ' + systemError("made");
     const std::unique_ptr<char[]> block{new char[BlockSize]};
     lseek(source, 0, SEEK_SET);
     ssize_t size = 0;
     bool isWritten = true;
-    while(isWritten && (size = readBlock(source, block.get())) > 0)
+    while(isWritten && !_isCancelled && (size = readBlock(source, block.get())) > 0)
         isWritten = writeBlock(file.get(), block.get(), std::size_t(size));
-    isWritten = isWritten && size == 0 && fsync(file.get()) == 0 && file.close();
+    isWritten = isWritten && size == 0 && !_isCancelled && fsync(file.get()) == 0 && file.close();
     // The name is free, and stays so for whoever else looks.
     if(isWritten &&
         (renameat2(AT_FDCWD, fresh.data(), AT_FDCWD, path.data(), RENAME_NOREPLACE) == 0 ||
             (errno == EINVAL && rename(fresh.data(), path.data()) == 0)))
         return {};
-    std::string error = "the file " + systemError("written");
+    std::string error = _isCancelled ? "cancelled" : "the file " + systemError("written");
     unlink(fresh.data());
     return error;
 }

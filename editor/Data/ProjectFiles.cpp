@@ -44,7 +44,9 @@ void addChanged(std::string_view path, const JsonValue& value, std::set<std::str
     if(path.size() == section.size()) return addSection(&value, isShader, files);
     const std::size_t slash = path.find('/', section.size() + 1);
     if(slash == path.npos) return addFiles(value, isShader, files);
-    if(path.substr(slash) == "/file" && value.IsString()) files.insert({value.GetString(), value.GetStringLength()});
+    const std::string_view key = path.substr(slash + 1);
+    const bool isFile = key == "file" || (isShader && (key == "vertex" || key == "fragment"));
+    if(isFile && value.IsString()) files.insert({value.GetString(), value.GetStringLength()});
 }
 
 } // namespace
@@ -68,8 +70,9 @@ std::set<std::string> filesOf(const ChangeManager& changes) {
     return files;
 }
 
-std::string copyProjectFiles(
+CopiedFiles copyProjectFiles(
     const ProjectFile& project, const ChangeManager& changes, const std::string& from, PlacedFiles& to) {
+    CopiedFiles copied;
     const std::set<std::string> files = filesOf(project);
     for(const std::string& file: files) {
         const std::string source = pathInside(from, file);
@@ -77,14 +80,19 @@ std::string copyProjectFiles(
             Utility::Warning{} << file.data() << Utility::Debug::nospace << ": the file is missing and not copied";
             continue;
         }
-        std::string error = to.add(source, file);
-        if(!error.empty()) return error;
+        copied.error = to.add(source, file);
+        if(!copied.error.empty()) return copied;
     }
     for(const std::string& file: filesOf(changes)) {
         const std::string source = files.count(file) ? std::string{} : pathInside(from, file);
-        if(!source.empty()) to.add(source, file);
+        if(source.empty()) continue;
+        const std::string error = to.add(source, file);
+        if(error.empty()) continue;
+        Utility::Warning{} << error.data() << Utility::Debug::nospace << ": undo and redo will miss it";
+        copied.isWhole = false;
     }
-    return {};
+    to.flush();
+    return copied;
 }
 
 } // namespace VantrelEngine

@@ -14,9 +14,16 @@ class ProjectFile;
 std::set<std::string> filesOf(const ProjectFile& project);
 std::set<std::string> filesOf(const ChangeManager& changes);
 
-// Copies the files of a project from its folder to another one. A file that is missing is told and left out; one of the
-// log alone is copied as far as that is possible. Returns an empty text, or one line.
-std::string copyProjectFiles(
+struct CopiedFiles {
+    // Empty, or one line; nothing else counts then.
+    std::string error;
+    // Whether those are there, too, that the log alone names.
+    bool isWhole = true;
+};
+
+// Copies the files of a project from its folder to another one. A file that is missing is told and left out; so is one of
+// the log alone that cannot be copied.
+CopiedFiles copyProjectFiles(
     const ProjectFile& project, const ChangeManager& changes, const std::string& from, PlacedFiles& to);
 
 } // namespace VantrelEngine

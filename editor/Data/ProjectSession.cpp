@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Corrade/Utility/Debug.h>
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 
@@ -138,13 +139,22 @@ std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired
 std::string ProjectSession::write(const std::string& path, ProjectStore::Repaired repaired) {
     const std::string from = folderIfAny(), to = folderOf(path);
     PlacedFiles files{to};
+    bool isWhole = true;
     if(!from.empty() && from != to) {
-        const std::string error = copyProjectFiles(_data.project(), *_changes, from, files);
-        if(!error.empty()) return path + ": " + error;
+        const CopiedFiles copied = copyProjectFiles(_data.project(), *_changes, from, files);
+        if(!copied.error.empty()) return path + ": " + copied.error;
+        isWhole = copied.isWhole;
     }
     std::string error = _store.save(path, repaired);
-    if(error.empty()) files.keep();
-    return error;
+    if(!error.empty()) return error;
+    files.keep();
+    if(!isWhole && _workingFolder) leaveWorkingFolder();
+    return {};
+}
+
+void ProjectSession::leaveWorkingFolder() {
+    _workingFolder->leave();
+    Utility::Warning{} << "The folder" << _workingFolder->path().data() << "is kept for them";
 }
 
 void ProjectSession::setUsersPending() {
@@ -153,10 +163,19 @@ void ProjectSession::setUsersPending() {
 }
 
 void ProjectSession::update() {
-    _resourceCompiler->update();
+    beginUpdate();
+    while(updateNext()) {
+    }
+}
+
+void ProjectSession::beginUpdate() { _resourceCompiler->beginUpdate(); }
+
+bool ProjectSession::updateNext() {
+    if(_resourceCompiler->compileNext()) return true;
     setUsersPending();
     if(_compiler->isPending()) _compiler->compilePending();
     updateEnvironment();
+    return false;
 }
 
 // Its image stays where it is as long as nothing changes.

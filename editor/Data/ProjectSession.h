@@ -66,11 +66,16 @@ public:
 
     // Compiles the resources and the objects that changed since the last call. Call before each frame.
     void update();
+    // The same a resource at a time: false when there is none left, and all is compiled. Nobody edits the project, or
+    // updates the session in another way, meanwhile.
+    void beginUpdate();
+    bool updateNext();
 
 private:
     void startOver();
     std::string folderIfAny() const;
     std::string write(const std::string& path, ProjectStore::Repaired repaired);
+    void leaveWorkingFolder();
     void readEditorSettings();
     void setUsersPending();
     void updateEnvironment();

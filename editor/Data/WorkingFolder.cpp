@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* Prefix = "untitled-";
+constexpr const char* ProjectPrefix = "untitled-";
+constexpr const char* ImportPrefix = "import-";
 constexpr const char* LockName = "lock";
 constexpr std::chrono::hours KeptFor{30 * 24};
 
@@ -45,28 +46,37 @@ bool isRecent(const fs::path& folder) {
     return !error && fs::file_time_type::clock::now() - time < KeptFor;
 }
 
+bool hasRecentFolder(const fs::path& folder) {
+    std::error_code error;
+    for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
+        entry.increment(error)) {
+        std::error_code ignored;
+        if(entry->is_directory(ignored) && isRecent(entry->path())) return true;
+    }
+    return false;
+}
+
+bool startsWith(const fs::path& folder, const std::string& prefix) {
+    return folder.filename().string().compare(0, prefix.size(), prefix) == 0;
+}
+
 void removeIfAbandoned(const fs::path& folder) {
     // Without a lock it is being made just now, or is not ours.
     const int lock = openLocked((folder / LockName).string(), 0);
     if(lock < 0) return;
     std::error_code error;
-    bool isNeeded = false;
-    for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
-        entry.increment(error)) {
-        std::error_code ignored;
-        if(entry->is_directory(ignored) && isRecent(entry->path())) isNeeded = true;
-    }
-    if(!isNeeded) fs::remove_all(folder, error);
+    if(startsWith(folder, ImportPrefix) || !hasRecentFolder(folder)) fs::remove_all(folder, error);
     close(lock);
 }
 
 } // namespace
 
-WorkingFolder::WorkingFolder() {
+WorkingFolder::WorkingFolder(Purpose purpose) {
     std::error_code error;
     fs::create_directories(parentFolder(), error);
     // The last six characters are replaced.
-    std::string name = parentFolder() + '/' + Prefix + std::string(6, 'X');
+    std::string name = parentFolder() + '/' + (purpose == Purpose::Project ? ProjectPrefix : ImportPrefix);
+    name.append(6, 'X');
     if(!mkdtemp(name.data())) return;
     // Locked before it has its name.
     const std::string lock = name + '/' + LockName;
@@ -80,7 +90,7 @@ WorkingFolder::WorkingFolder() {
 
 WorkingFolder::~WorkingFolder() {
     std::error_code error;
-    if(!_path.empty()) fs::remove_all(_path, error);
+    if(!_path.empty() && !_isLeft) fs::remove_all(_path, error);
     if(_lock >= 0) close(_lock);
 }
 
@@ -89,8 +99,8 @@ void WorkingFolder::removeAbandoned() {
     for(fs::directory_iterator entry{parentFolder(), error}; !error && entry != fs::directory_iterator{};
         entry.increment(error)) {
         std::error_code ignored;
-        if(entry->path().filename().string().compare(0, 9, Prefix) == 0 && entry->is_directory(ignored) &&
-            !entry->is_symlink(ignored))
+        if((startsWith(entry->path(), ProjectPrefix) || startsWith(entry->path(), ImportPrefix)) &&
+            entry->is_directory(ignored) && !entry->is_symlink(ignored))
             removeIfAbandoned(entry->path());
     }
 }

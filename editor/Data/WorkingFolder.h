@@ -6,12 +6,14 @@
 
 namespace VantrelEngine {
 
-// Where a project that has no file yet keeps its files: a folder of its own among the user's data
-// ($XDG_DATA_HOME/vantrel, ~/.local/share/vantrel without it, the temporary files without a home). It goes with the
-// object; a process that ends in another way leaves it behind.
+// Where a project that has no file yet keeps its files, or what an import makes stands until it is taken over: a folder of
+// its own among the user's data ($XDG_DATA_HOME/vantrel, ~/.local/share/vantrel without it, the temporary files without a
+// home). It goes with the object; a process that ends in another way leaves it behind.
 class WorkingFolder {
 public:
-    WorkingFolder();
+    enum class Purpose { Project, Import };
+
+    explicit WorkingFolder(Purpose purpose = Purpose::Project);
     ~WorkingFolder();
     WorkingFolder(const WorkingFolder&) = delete;
     WorkingFolder& operator=(const WorkingFolder&) = delete;
@@ -19,14 +21,18 @@ public:
     // Empty where none could be made.
     const std::string& path() const { return _path; }
 
-    // Removes what processes left behind that are gone: at once where nothing was imported, else when nothing was
-    // written there for 30 days.
+    // From now on it stays when the object goes, as if the process had left it behind.
+    void leave() { _isLeft = true; }
+
+    // Removes what processes left behind that are gone: at once where it is of an import or nothing was imported, else
+    // when nothing was written there for 30 days.
     CORRADE_VISIBILITY_EXPORT static void removeAbandoned();
 
 private:
     std::string _path;
     // Locked for as long as the process lives.
     int _lock = -1;
+    bool _isLeft = false;
 };
 
 } // namespace VantrelEngine

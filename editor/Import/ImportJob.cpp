@@ -1,10 +1,7 @@
 #include "Import/ImportJob.h"
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
-
-#include <sys/stat.h>
 
 namespace VantrelEngine {
 
@@ -40,32 +37,20 @@ ImportJob::ImportJob(const std::string& converter, std::string source, const Imp
     _source{std::move(source)}, _limits{limits}, _deadline{std::chrono::steady_clock::now() +
                                                      std::chrono::seconds{limits.seconds}} {
     std::string error = whyNotReadable(_source);
-    if(error.empty()) {
-        makeFolder();
-        if(_folder.empty()) error = "no temporary folder can be made";
-    }
+    if(error.empty()) error = makeFolder();
     if(error.empty())
         _process = std::make_unique<ChildProcess>(
-            std::vector<std::string>{converter, "--source", _source, "--output", _folder, "--seconds",
+            std::vector<std::string>{converter, "--source", _source, "--output", _output, "--seconds",
                 std::to_string(limits.seconds), "--memory", std::to_string(limits.memory)},
             error);
     if(!error.empty()) fail(error);
 }
 
-ImportJob::~ImportJob() {
-    // It must not write any more when its folder goes.
-    _process.reset();
+std::string ImportJob::makeFolder() {
+    _output = _folder.path() + "/output";
     std::error_code error;
-    if(!_folder.empty()) fs::remove_all(_folder, error);
-}
-
-void ImportJob::makeFolder() {
-    std::error_code error;
-    const fs::path temporary = fs::temp_directory_path(error);
-    if(error) return;
-    // The last six characters are replaced.
-    std::string name = (temporary / ("vantrel-import-" + std::string(6, 'X'))).string();
-    if(mkdtemp(name.data())) _folder = name;
+    const bool isMade = !_folder.path().empty() && fs::create_directory(_output, error);
+    return isMade ? std::string{} : "no folder for it can be made";
 }
 
 std::string ImportJob::name() const { return shownText(fs::path{_source}.filename().string()); }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Data/WorkingFolder.h"
 #include "Import/ChildProcess.h"
 #include "Import/ConverterLines.h"
 
@@ -24,7 +25,6 @@ class ImportJob {
 public:
     // Starts. Where that fails the job has failed at once.
     explicit ImportJob(const std::string& converter, std::string source, const ImportLimits& limits = {});
-    ~ImportJob();
     ImportJob(const ImportJob&) = delete;
     ImportJob& operator=(const ImportJob&) = delete;
 
@@ -38,7 +38,7 @@ public:
     const std::string& source() const { return _source; }
     // The file's name, as it can be shown.
     std::string name() const;
-    const std::string& folder() const { return _folder; }
+    const std::string& folder() const { return _output; }
     float fraction() const { return _lines.fraction(); }
     const std::string& stage() const { return _lines.stage(); }
     // One line without the file's name. Of a job that failed.
@@ -47,14 +47,17 @@ public:
     std::vector<std::string> takeWarnings() { return _lines.takeWarnings(); }
 
 private:
-    void makeFolder();
+    std::string makeFolder();
     State fail(std::string error);
     State judge(const ChildProcess::Exit& exit);
     bool isLate() const { return std::chrono::steady_clock::now() > _deadline; }
 
-    std::string _source, _folder, _error;
+    std::string _source, _output, _error;
     ImportLimits _limits;
     std::chrono::steady_clock::time_point _deadline;
+    // Where one of a project without a file would be: its files get there without a copy.
+    WorkingFolder _folder{WorkingFolder::Purpose::Import};
+    // It must not write any more when its folder goes.
     std::unique_ptr<ChildProcess> _process;
     ConverterLines _lines;
     State _state = State::Running;

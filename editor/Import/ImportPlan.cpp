@@ -16,6 +16,11 @@ namespace {
 constexpr std::size_t MaxResources = 65534;
 constexpr const char* EnvironmentSetting = "/settings/rendering/environment";
 
+std::string fileNameOf(const JsonValue& file) {
+    const std::string path = textOf(file);
+    return path.substr(path.rfind('/') + 1);
+}
+
 class Planner {
 public:
     Planner(ImportedScene& scene, const ProjectFile& project, bool usesUuids):
@@ -87,7 +92,7 @@ private:
 
     void addResource(const std::string& section, const Item& item, SectionNames& names) {
         follow(item);
-        const std::string file = placeFile(*item.value);
+        placeFile(*item.value);
         std::string& id = _ids[section][item.id];
         id = names.findSame(*item.value);
         if(!id.empty()) {
@@ -100,8 +105,6 @@ private:
             if(section == "shaders") _shaderNames[item.id] = textMember(*item.value, "name");
             _plan.entries.push_back({section, id, item.value});
         }
-        // Also of one that the project has: its file may be lost.
-        if(!file.empty()) _plan.files.insert(file);
     }
 
     void addObjects() {
@@ -123,14 +126,9 @@ private:
         if(item.valuesName) setText(*item.valuesName, _shaderNames[item.shader]);
     }
 
-    // The name that a file has below the import's folder; empty for none.
-    std::string placeFile(JsonValue& entry) {
+    void placeFile(JsonValue& entry) {
         JsonValue* const file = memberOf(entry, "file");
-        if(!file) return {};
-        const std::string path = textOf(*file);
-        const std::string name = path.substr(path.rfind('/') + 1);
-        setText(*file, ImportedFolder + name);
-        return name;
+        if(file) setText(*file, ImportedFolder + fileNameOf(*file));
     }
 
     void setName(JsonValue& entry, const std::string& name) { setText(*memberOf(entry, "name"), name); }
@@ -156,6 +154,16 @@ private:
 };
 
 } // namespace
+
+std::set<std::string> filesOf(const ImportedScene& scene) {
+    std::set<std::string> files;
+    for(const char* const section: ImportedSections) {
+        const JsonValue& entries = *memberOf(scene.document, section);
+        for(auto entry = entries.MemberBegin(); entry != entries.MemberEnd(); ++entry)
+            if(const JsonValue* const file = memberOf(entry->value, "file")) files.insert(fileNameOf(*file));
+    }
+    return files;
+}
 
 ImportPlan planImport(ImportedScene& scene, const ProjectFile& project, bool usesUuids) {
     return Planner{scene, project, usesUuids}.run();

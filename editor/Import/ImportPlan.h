@@ -22,8 +22,6 @@ struct ImportPlan {
     // Empty, or one line; nothing else counts then.
     std::string error;
     std::vector<Entry> entries;
-    // Names in the import's folder "files/" of the files that the entries name.
-    std::set<std::string> files;
     // Ids of the objects that have no parent.
     std::vector<std::string> roots;
     std::size_t objectCount = 0;
@@ -33,6 +31,10 @@ struct ImportPlan {
 
 // Where the files of imports are, below the project's folder.
 constexpr const char* ImportedFolder = "imported/";
+
+// Names in the import's folder "files/" of the files that its entries name: also of those that the project has, whose
+// files may be lost.
+std::set<std::string> filesOf(const ImportedScene& scene);
 
 // Gives each entry of an import an id of the project, and a name that no other of its section has; references follow.
 // A resource that the project has already, but for its name, stands for the imported one. Of the objects, only those

@@ -1,14 +1,17 @@
 #include "Import/ImportQueue.h"
 
+#include <filesystem>
+#include <utility>
+
 #include <Corrade/Utility/Debug.h>
 
 #include "Data/ProjectSession.h"
 #include "Import/ImportKinds.h"
-#include "Import/ImportedScene.h"
 
 namespace VantrelEngine {
 
 using namespace Corrade;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -22,6 +25,11 @@ void say(const std::string& name, const InsertedImport& inserted) {
     Utility::Debug{} << "Imported" << name.data() << Utility::Debug::nospace << ":" << inserted.objectCount
                      << (inserted.objectCount == 1 ? "object" : "objects");
 }
+
+// Where the insertion begins on the way from 0 to 1.
+constexpr float InsertionBegins = 0.7f;
+constexpr double Endless = 1e6;
+constexpr const char* GroupIsOpen = "nothing can be imported while something else is being changed";
 
 void sayWarnings(ImportJob& job) {
     for(const std::string& warning: job.takeWarnings())
@@ -37,17 +45,22 @@ ImportQueue::ImportQueue(ProjectSession& session, std::string converter, const I
 
 ImportQueue::~ImportQueue() { _session.editor().state().imports = nullptr; }
 
-void ImportQueue::add(const std::string& path) {
+void ImportQueue::add(const std::string& path, ImportInto into) {
     if(!isImportable(path)) {
         Utility::Error{} << shownText(path).data() << Utility::Debug::nospace << ":" << UnknownKind;
         return;
     }
     if(!isOfOpenProject()) giveUp();
-    _waiting.push_back(path);
+    if(into == ImportInto::NewProject)
+        _waiting.push_front({path, into});
+    else
+        _waiting.push_back({path, into});
 }
 
 void ImportQueue::cancel() {
+    if(isCompiling()) return;
     if(_job) Utility::Debug{} << "Cancelled the import of" << _job->name().data();
+    _insertion.reset();
     _job.reset();
 }
 
@@ -59,54 +72,91 @@ void ImportQueue::giveUp() {
 
 bool ImportQueue::isOfOpenProject() { return _project == _session.data().projectNumber; }
 
-std::optional<ImportProgress> ImportQueue::progress() const {
-    if(!_job) return {};
-    return ImportProgress{_job->name(), _job->stage(), _job->fraction(), _waiting.size()};
+bool ImportQueue::isOpening() const {
+    return (_job && _into == ImportInto::NewProject) ||
+        (!_waiting.empty() && _waiting.front().into == ImportInto::NewProject);
 }
 
-std::vector<ImportResult> ImportQueue::update() {
-    if(!isOfOpenProject()) giveUp();
-    if(!_job && !_waiting.empty()) {
-        _job = std::make_unique<ImportJob>(_converter, _waiting.front(), _limits);
-        _waiting.pop_front();
-    }
+std::optional<ImportProgress> ImportQueue::progress() const {
     if(!_job) return {};
+    const float fraction = _insertion ? InsertionBegins + (1.0f - InsertionBegins) * _insertion->fraction()
+                                      : InsertionBegins * _job->fraction();
+    return ImportProgress{
+        _job->name(), _insertion ? std::string{_insertion->doing()} : _job->stage(), fraction, _waiting.size()};
+}
+
+std::vector<ImportResult> ImportQueue::update(double seconds) {
+    if(!isOfOpenProject()) giveUp();
+    if(!_job && !_waiting.empty()) start();
+    if(_job) goOn(seconds);
+    return std::exchange(_ended, {});
+}
+
+void ImportQueue::start() {
+    _into = _waiting.front().into;
+    _job = std::make_unique<ImportJob>(_converter, _waiting.front().path, _limits);
+    _waiting.pop_front();
+}
+
+void ImportQueue::goOn(double seconds) {
+    if(_insertion) return insertInSteps(seconds);
     const ImportJob::State state = _job->update();
     sayWarnings(*_job);
-    if(state == ImportJob::State::Running) return {};
-    // What the user does just now is one step of the log.
-    if(state == ImportJob::State::Done && _session.changes().group() >= 0) return {};
-    ImportResult result = insert(*_job);
+    if(state == ImportJob::State::Failed) return end({_job->error(), {}, 0});
+    if(state == ImportJob::State::Done) _insertion = std::make_unique<InsertImport>(_session, _job->folder(), _into);
+}
+
+void ImportQueue::insertInSteps(double seconds) {
+    const bool goesOn = _insertion->step(seconds);
+    if(!isOfOpenProject()) {
+        // It has begun a new one. The others were for the old one.
+        _project = _session.data().projectNumber;
+        _waiting.clear();
+    }
+    if(!goesOn) end(_insertion->result());
+}
+
+void ImportQueue::end(InsertedImport inserted) {
+    say(_job->name(), inserted);
+    _ended.push_back({_job->source(), _into, std::move(inserted)});
+    _insertion.reset();
     _job.reset();
-    return {std::move(result)};
 }
 
 std::vector<ImportResult> ImportQueue::finish() {
     std::vector<ImportResult> results;
-    while(isBusy()) {
-        std::vector<ImportResult> ended = update();
+    while(isBusy() && !(_insertion && _insertion->waitsForGroup())) {
+        std::vector<ImportResult> ended = update(Endless);
         results.insert(results.end(), ended.begin(), ended.end());
-        if(_job) _job->wait();
+        wait();
     }
     return results;
 }
 
-ImportResult ImportQueue::insert(ImportJob& job) {
-    ImportResult result{job.source(), {job.error(), {}, 0}};
-    if(result.inserted.error.empty()) {
-        ImportedScene scene;
-        result.inserted.error = readImportedScene(job.folder(), scene);
-        if(result.inserted.error.empty()) result.inserted = insertImport(scene, _session);
-    }
-    say(job.name(), result.inserted);
-    return result;
+void ImportQueue::wait() {
+    if(_insertion)
+        _insertion->wait();
+    else if(_job)
+        _job->wait();
 }
 
-InsertedImport ImportQueue::importNow(const std::string& path) {
+InsertedImport ImportQueue::run(const std::string& path) {
     ImportJob job{_converter, path, _limits};
     while(job.update() == ImportJob::State::Running) job.wait();
     sayWarnings(job);
-    return insert(job).inserted;
+    if(!job.error().empty()) return {job.error(), {}, 0};
+    InsertImport insertion{_session, job.folder(), ImportInto::OpenProject};
+    while(insertion.step(Endless)) insertion.wait();
+    return insertion.result();
+}
+
+InsertedImport ImportQueue::importNow(const std::string& path) {
+    if(isCompiling()) insertInSteps(Endless);
+    const std::string name = shownText(fs::path{path}.filename().string());
+    const bool isAllowed = _session.changes().group() < 0;
+    InsertedImport inserted = isAllowed ? run(path) : InsertedImport{GroupIsOpen, {}, 0};
+    say(name, inserted);
+    return inserted;
 }
 
 } // namespace VantrelEngine

@@ -16,6 +16,7 @@ namespace VantrelEngine {
 struct ImportResult {
     // The file.
     std::string source;
+    ImportInto into;
     InsertedImport inserted;
 };
 
@@ -28,7 +29,8 @@ struct ImportProgress {
 };
 
 // Imports files into the open project, one after the other, beside what the user does: each is converted by a process of
-// its own, and inserted into the project as it is then. What is wrong with one gives a line, and so does its end.
+// its own, and inserted into the project as it is then. What is wrong with one gives a line, and so does its end. One
+// that is given up has no result.
 class CORRADE_VISIBILITY_EXPORT ImportQueue {
 public:
     // The session outlives the queue. converter is the path of the program.
@@ -37,35 +39,57 @@ public:
     ImportQueue(const ImportQueue&) = delete;
     ImportQueue& operator=(const ImportQueue&) = delete;
 
-    // A file of a kind that is not known gives a line.
-    void add(const std::string& path);
-    // Gives up the file that is being imported; the next one begins.
+    // A file of a kind that is not known gives a line. One for a new project comes next; what was to come into the old
+    // one is given up when it is read.
+    void add(const std::string& path, ImportInto into = ImportInto::OpenProject);
+    // Gives up the file that is being imported; the next one begins. Nothing while that is compiled.
     void cancel();
+    // That, and those that wait.
+    void giveUp();
     bool isBusy() const { return _job || !_waiting.empty(); }
+    // Whether the open project is going to be replaced: what is changed in it would be lost.
+    bool isOpening() const;
+    // Nobody edits the project or updates the session meanwhile, see InsertImport.
+    bool isCompiling() const { return _insertion && _insertion->isCompiling(); }
     // None while nothing is imported.
     std::optional<ImportProgress> progress() const;
 
-    // Each frame: goes on as far as that takes no waiting, and inserts what is done, but while a group of the undo log is
-    // open. Imports of a project that is not open any more are given up. Returns what came to an end.
-    std::vector<ImportResult> update();
-    // Goes on until nothing is left to be done.
+    // Each frame: goes on as far as that takes no waiting, with compiling for about so many seconds. What is done comes
+    // into the project, but while a group of the undo log is open. Imports of a project that is not open any more are
+    // given up. Returns what came to an end.
+    std::vector<ImportResult> update(double seconds);
+    // Goes on until nothing is left to be done, or only what waits for an open group of the undo log.
     std::vector<ImportResult> finish();
 
-    // Imports one file at once, whatever the queue does. Waits for its end.
+    // Imports one file at once, whatever the queue does. Waits for its end. An error while a group of the undo log is
+    // open.
     InsertedImport importNow(const std::string& path);
 
     ProjectSession& session() { return _session; }
 
 private:
+    struct Waiting {
+        std::string path;
+        ImportInto into;
+    };
+
     bool isOfOpenProject();
-    ImportResult insert(ImportJob& job);
-    void giveUp();
+    void start();
+    void goOn(double seconds);
+    void insertInSteps(double seconds);
+    void end(InsertedImport inserted);
+    void wait();
+    InsertedImport run(const std::string& path);
 
     ProjectSession& _session;
     std::string _converter;
     ImportLimits _limits;
+    // What is imported just now, and where it goes when it is converted.
     std::unique_ptr<ImportJob> _job;
-    std::deque<std::string> _waiting;
+    ImportInto _into = ImportInto::OpenProject;
+    std::unique_ptr<InsertImport> _insertion;
+    std::deque<Waiting> _waiting;
+    std::vector<ImportResult> _ended;
     // The project that all of them are for.
     unsigned _project = 0;
 };

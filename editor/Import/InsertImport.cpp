@@ -1,18 +1,28 @@
 #include "Import/InsertImport.h"
 
+#include <algorithm>
+#include <chrono>
+
 #include <Corrade/Containers/StringStl.h>
-#include <Corrade/Utility/Assert.h>
+#include <VantrelHost/ResourceCompiler.h>
 
 #include "Data/PlacedFiles.h"
 #include "Data/ProjectSession.h"
 #include "Import/ImportPlan.h"
-#include "Import/ImportedScene.h"
 
 namespace VantrelEngine {
 
 namespace {
 
 constexpr const char* EnvironmentSetting = "/settings/rendering/environment";
+constexpr const char* NoFolder = "the project has no folder for files";
+
+// Where each part begins on the way from 0 to 1.
+constexpr float PlacingBegins = 0.2f;
+constexpr float CompilingBegins = 0.4f;
+
+// How long a wait is.
+constexpr std::chrono::milliseconds WaitTime{20};
 
 std::string pointerTo(const ImportPlan::Entry& entry) {
     // Ids that are made here have nothing that a pointer would have to escape.
@@ -29,11 +39,12 @@ std::string whyRefused(const ImportPlan& plan, ProjectFile& project) {
     return {};
 }
 
-std::string placeFiles(const ImportPlan& plan, const std::string& from, PlacedFiles& files) {
-    for(const std::string& file: plan.files) {
-        std::string error = files.add(from + "/files/" + file, ImportedFolder + file);
+std::string placeFiles(const std::set<std::string>& names, const std::string& from, PlacedFiles& files) {
+    for(const std::string& name: names) {
+        std::string error = files.add(from + "/files/" + name, ImportedFolder + name, PlacedFiles::Source::Given);
         if(!error.empty()) return error;
     }
+    files.flush();
     return {};
 }
 
@@ -58,30 +69,116 @@ void record(const ImportPlan& plan, ProjectSession& session) {
 
 void select(const std::vector<std::string>& objects, ProjectSession& session) {
     if(objects.empty()) return;
-    session.update();
     session.data().selection().clear();
     for(const std::string& id: objects) session.data().selectObject(session.compiler().objectOf(id), true);
 }
 
 } // namespace
 
-InsertedImport insertImport(ImportedScene& scene, ProjectSession& session) {
-    CORRADE_ASSERT(
-        session.changes().group() < 0, "insertImport(): a group is open. Forgot commit()?", (InsertedImport{}));
-    ProjectFile& project = session.data().project();
-    ImportPlan plan = planImport(scene, project, session.data().objectIdMode == 1);
-    if(plan.error.empty()) plan.error = whyRefused(plan, project);
-    if(!plan.error.empty()) return {plan.error, {}, 0};
+InsertImport::InsertImport(ProjectSession& session, std::string folder, ImportInto into):
+    _session(session), _into{into}, _work{std::async(std::launch::async,
+                                        [this, folder] { return readImportedScene(folder, _scene); })} {}
 
-    const std::string folder = plan.files.empty() ? std::string{} : session.folder();
-    if(!plan.files.empty() && folder.empty()) return {"the project has no folder for files", {}, 0};
-    PlacedFiles files{folder};
-    const std::string error = placeFiles(plan, scene.folder, files);
-    if(!error.empty()) return {error, {}, 0};
-    files.keep();
-    record(plan, session);
-    select(plan.roots, session);
-    return {{}, plan.roots, plan.objectCount};
+InsertImport::~InsertImport() {
+    if(_files) _files->cancel();
+    if(_work.valid()) _work.wait();
+}
+
+bool InsertImport::isReady() const { return _work.wait_for(std::chrono::seconds{0}) == std::future_status::ready; }
+
+void InsertImport::wait() {
+    if(_work.valid()) _work.wait_for(WaitTime);
+}
+
+bool InsertImport::waitsForGroup() const {
+    return _stage == Stage::Placing && (!_work.valid() || isReady()) && _session.changes().group() >= 0;
+}
+
+bool InsertImport::step(double seconds) {
+    switch(_stage) {
+    case Stage::Reading: return !isReady() || beginFiles();
+    case Stage::Placing:
+        if((_work.valid() && !isReady()) || waitsForGroup()) return true;
+        return insert() && compile(seconds);
+    case Stage::Compiling: return compile(seconds);
+    case Stage::Done: break;
+    }
+    return false;
+}
+
+bool InsertImport::fail(std::string error) {
+    _result.error = std::move(error);
+    _files.reset();
+    _stage = Stage::Done;
+    return false;
+}
+
+bool InsertImport::beginFiles() {
+    std::string error = _work.get();
+    if(!error.empty()) return fail(std::move(error));
+    if(_into == ImportInto::NewProject) _session.startNew();
+    _stage = Stage::Placing;
+    place();
+    return true;
+}
+
+void InsertImport::place() {
+    const std::set<std::string> names = filesOf(_scene);
+    if(names.empty()) return;
+    _folder = _session.folder();
+    _files = std::make_unique<PlacedFiles>(_folder);
+    _work = std::async(std::launch::async,
+        [this, names] { return _folder.empty() ? std::string{NoFolder} : placeFiles(names, _scene.folder, *_files); });
+}
+
+// True where there is something to be compiled, or where it has to go on later.
+bool InsertImport::insert() {
+    std::string error = _work.valid() ? _work.get() : std::string{};
+    if(!error.empty()) return fail(std::move(error));
+    // The project was saved elsewhere meanwhile.
+    if(_files && _session.folder() != _folder) return place(), true;
+    ProjectFile& project = _session.data().project();
+    const ImportPlan plan = planImport(_scene, project, _session.data().objectIdMode == 1);
+    error = plan.error.empty() ? whyRefused(plan, project) : plan.error;
+    if(!error.empty()) return fail(std::move(error));
+    if(_files) _files->keep();
+    record(plan, _session);
+    _result = {{}, plan.roots, plan.objectCount};
+    _session.beginUpdate();
+    _resourceCount = _session.resourceCompiler().remainingCount();
+    _stage = Stage::Compiling;
+    return true;
+}
+
+bool InsertImport::compile(double seconds) {
+    if(_stage != Stage::Compiling) return _stage != Stage::Done;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>{seconds};
+    do {
+        if(_session.updateNext()) continue;
+        select(_result.roots, _session);
+        _stage = Stage::Done;
+        return false;
+    } while(std::chrono::steady_clock::now() < end);
+    return true;
+}
+
+float InsertImport::fraction() const {
+    if(_stage == Stage::Reading) return 0.0f;
+    if(_stage == Stage::Placing) return PlacingBegins;
+    if(_stage == Stage::Done) return 1.0f;
+    const std::size_t remaining = std::min(_session.resourceCompiler().remainingCount(), _resourceCount);
+    const float done = _resourceCount ? 1.0f - float(remaining) / float(_resourceCount) : 1.0f;
+    return CompilingBegins + (1.0f - CompilingBegins) * done;
+}
+
+const char* InsertImport::doing() const {
+    switch(_stage) {
+    case Stage::Reading: return "checking";
+    case Stage::Placing: return "storing files";
+    case Stage::Compiling: return "compiling resources";
+    case Stage::Done: break;
+    }
+    return "done";
 }
 
 } // namespace VantrelEngine

@@ -14,7 +14,8 @@ struct ShownProgress {
 // A bar over the lower right corner of the window, above the status bar. True where it is to be cancelled.
 bool drawProgress(const ShownProgress& progress);
 
-// A bar in the middle, over all else, which gets no mouse meanwhile.
-void drawOpening(const ShownProgress& progress);
+// A bar in the middle, over all else, which gets no mouse meanwhile. It may not be seen yet. True where it is to be
+// cancelled.
+bool drawOpening(const ShownProgress& progress, bool isSeen);
 
 } // namespace VantrelEngine

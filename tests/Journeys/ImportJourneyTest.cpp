@@ -95,6 +95,61 @@ TEST_F(ImportJourneyTest, AModelThatCannotBeReadEndsARunWithoutAWindow) {
     EXPECT_FALSE(std::filesystem::exists(folder.path("model.png")));
 }
 
+TEST_F(ImportJourneyTest, AModelThatCannotBeOpenedLeavesTheOldProjectAndIsTold) {
+    playImport(R"(
+new
+record /objects/mine {"parent": "", "name": "Mine"}
+dump document {}/before
+wait 3
+screenshot {}/without.png
+open {}/bad.glb
+wait import
+wait 30
+screenshot {}/told.png
+dump document {}/after
+key Enter
+keyup Enter
+wait 3
+open {}/crate.glb
+wait import
+dump document {}/crate
+)");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_THAT(read("before"), HasSubstr("Mine"));
+    EXPECT_THAT(read("crate"), AllOf(HasSubstr("\"crate\""), Not(HasSubstr("Mine"))));
+    // Where the message is, over the view.
+    const auto at = [this](const char* name) { return picture(name).pixel(500, 350); };
+    EXPECT_NE(at("told.png"), at("without.png"));
+}
+
+TEST_F(ImportJourneyTest, WhileAModelIsOpenedTheUserWaitsOrCancels) {
+    playImport(R"(
+new
+record /objects/mine {"parent": "", "name": "Mine"}
+dump document {}/before
+open {}/slow.glb
+wait 40
+screenshot {}/opening.png
+key LeftCtrl
+key Z
+keyup Z
+keyup LeftCtrl
+dump document {}/meanwhile
+mouse 732 366
+press left
+release left
+wait import
+wait 3
+dump document {}/after
+dump log {}/log
+)");
+    EXPECT_EQ(read("meanwhile"), read("before"));
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_THAT(read("log"), AllOf(HasSubstr("Cancelled the import of slow.glb"), Not(HasSubstr("Imported"))));
+    // The middle is darker, but for the bar.
+    EXPECT_NE(picture("opening.png").pixel(500, 300), 0x3c5a82u);
+}
+
 TEST_F(ImportJourneyTest, DroppedFilesAreImportedUnlessTheViewTakesThem) {
     folder.write("text.txt", "");
     const std::string output = playImport(R"(

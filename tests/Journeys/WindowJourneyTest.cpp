@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <future>
 #include <thread>
@@ -20,6 +22,8 @@ namespace {
 using testing::HasSubstr;
 
 constexpr unsigned long View = 0x3c5a82;
+// Where a view is before it has drawn.
+constexpr unsigned long Empty = 0x222224;
 // As an X server numbers them.
 constexpr unsigned LeftButton = 1, RightButton = 3, KeyW = 25, KeyP = 33;
 
@@ -40,14 +44,19 @@ protected:
 
     // Starts the editor with the courtyard and waits until it is opened, and shown by the recorder if that is the view.
     void start(const std::string& arguments, bool isRecorder = true) {
-        ASSERT_TRUE(display);
-        const std::string all = arguments + " --size 900x600 " + Courtyard;
-        editor = std::async(std::launch::async, [this, all] { return runEditor(all); });
-        ASSERT_TRUE(waitFor([this] { return (window = find("project.json - Vantrel Editor")) != 0; }));
-        ASSERT_TRUE(waitFor([&] { return !isRecorder || middle() == View; }));
+        startWith(arguments + ' ' + Courtyard, "project.json - Vantrel Editor");
+        ASSERT_TRUE(waitFor([&] { return isRecorder ? middle() == View : middle() && middle() != Empty; }));
         // There is no window manager that would.
         XSetInputFocus(display, window, RevertToNone, CurrentTime);
         wait();
+    }
+
+    // Until there is a window of that title.
+    void startWith(const std::string& arguments, const std::string& title) {
+        ASSERT_TRUE(display);
+        const std::string all = "--size 900x600 " + arguments;
+        editor = std::async(std::launch::async, [this, all] { return runEditor(all); });
+        ASSERT_TRUE(waitFor([&] { return (window = find(title)) != 0; }));
     }
 
     // Closes the window as a window manager does.
@@ -243,6 +252,25 @@ TEST_F(WindowJourneyTest, ClosingWhileFlyingEndsWell) {
     const JourneyResult result = close();
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_THAT(read("config/vantrel-editor/settings.json"), HasSubstr("Courtyard/project.json"));
+}
+
+TEST_F(WindowJourneyTest, WaitingForAnImportDrawsNowAndThenAndCanBeLeft) {
+    setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+    setenv("RECORDER_COUNTS_FRAMES", "1", 1);
+    folder.write("model.glb", "hang");
+    startWith("--module " + Recorder + " --converter " FAKE_CONVERTER " " + folder.path("model.glb"),
+        "New project - Vantrel Editor");
+    std::this_thread::sleep_for(std::chrono::seconds{3});
+    const JourneyResult result = close();
+    unsetenv("XDG_DATA_HOME");
+    unsetenv("RECORDER_COUNTS_FRAMES");
+    EXPECT_EQ(result.status, 0) << result.output;
+    const std::size_t drew = result.output.find("recorder: drew ");
+    ASSERT_NE(drew, std::string::npos) << result.output;
+    const int frames = std::atoi(result.output.data() + drew + 15);
+    EXPECT_GT(frames, 10);
+    EXPECT_LT(frames, 60);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path("data/vantrel")));
 }
 
 TEST_F(WindowJourneyTest, FlyingWithoutTheFocusDoesNotTurn) {

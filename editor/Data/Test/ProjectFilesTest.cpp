@@ -35,9 +35,13 @@ TEST_F(ProjectFilesTest, FilesOfResourcesAndOfTheLog) {
     record("/meshes/m", "{'name': 'm', 'file': 'm.glb', 'asset': 'default'}");
     record("/shaders/s", "{'name': 's', 'vertex': 's.vert', 'fragment': 's.frag', 'asset': ''}");
     record("/shaders/t", "{'name': 't', 'vertex': 't.vert', 'fragment': 't.frag'}");
+    record("/shaders/s/vertex", "'new.vert'");
+    record("/shaders/s/fragment", "'new.frag'");
+    record("/images/b/vertex", "'no.file'");
     remove("/images/a");
-    EXPECT_THAT(filesOf(session.data().project()), ElementsAre("s.frag", "s.vert", "sub/c.png"));
-    EXPECT_THAT(filesOf(changes()), ElementsAre("a.png", "s.frag", "s.vert", "sub/b.png", "sub/c.png"));
+    EXPECT_THAT(filesOf(session.data().project()), ElementsAre("new.frag", "new.vert", "no.file", "sub/c.png"));
+    EXPECT_THAT(
+        filesOf(changes()), ElementsAre("a.png", "new.frag", "new.vert", "s.frag", "s.vert", "sub/b.png", "sub/c.png"));
 }
 
 TEST_F(ProjectFilesTest, SavingElsewhereTakesTheFilesAlong) {
@@ -121,6 +125,41 @@ TEST_F(ProjectFilesTest, WhatIsNotKeptGoesAgain) {
     EXPECT_TRUE(fs::is_empty(other.path()));
 }
 
+TEST_F(ProjectFilesTest, WhatACopyLeftBehindIsNoObstacle) {
+    folder.write("file", "whole");
+    other.write("a.png.new", "cut");
+    other.write("a.png.0.new", "cut");
+    PlacedFiles files{other.path().string()};
+    EXPECT_EQ(files.add(folder.path("file"), "a.png"), "");
+    EXPECT_EQ(readFile(other.path("a.png")), "whole");
+    EXPECT_EQ(readFile(other.path("a.png.0.new")), "cut");
+}
+
+TEST_F(ProjectFilesTest, AFileThatIsGivenGetsAnotherName) {
+    folder.write("given", "1");
+    folder.write("shared", "2");
+    fs::create_hard_link(folder.path("shared"), folder.path("of-others"));
+    PlacedFiles files{other.path().string()};
+    EXPECT_EQ(files.add(folder.path("given"), "copy"), "");
+    EXPECT_FALSE(fs::equivalent(folder.path("given"), other.path("copy")));
+    EXPECT_EQ(files.add(folder.path("given"), "in/given", PlacedFiles::Source::Given), "");
+    EXPECT_TRUE(fs::equivalent(folder.path("given"), other.path("in/given")));
+    // Whoever has the other name may change it.
+    EXPECT_EQ(files.add(folder.path("shared"), "in/shared", PlacedFiles::Source::Given), "");
+    EXPECT_FALSE(fs::equivalent(folder.path("shared"), other.path("in/shared")));
+    EXPECT_EQ(readFile(other.path("in/shared")), "2");
+    files.flush();
+    files.keep();
+}
+
+TEST_F(ProjectFilesTest, CopyingIsCancelledFromAnotherThread) {
+    folder.write("file", std::string(200000, 'x'));
+    PlacedFiles files{other.path().string()};
+    files.cancel();
+    EXPECT_EQ(files.add(folder.path("file"), "file"), "file: cancelled");
+    EXPECT_TRUE(fs::is_empty(other.path()));
+}
+
 class WorkingFolderTest: public ProjectFilesTest {
 protected:
     WorkingFolderTest() {
@@ -167,6 +206,28 @@ TEST_F(WorkingFolderTest, AFailedSaveKeepsIt) {
     EXPECT_EQ(session.folder(), working);
 }
 
+TEST_F(WorkingFolderTest, WhereUndoWouldMissAFileItIsKept) {
+    const std::string working = session.folder();
+    fs::create_directory(working + "/imported");
+    VantrelTest::writeFile(working + "/imported/a.png", "AAA");
+    addImage("a", "imported/a.png");
+    changes().undoLast();
+    folder.write("imported/a.png", "mine");
+    std::string error;
+    EXPECT_EQ(printed([&] { error = session.save(folder.path("project.json")); }),
+        "imported/a.png: another file is there already in " + folder.path("imported") +
+            ": undo and redo will miss it\nThe folder " + working + " is kept for them\n");
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(readFile(folder.path("imported/a.png")), "mine");
+    EXPECT_EQ(readFile(working + "/imported/a.png"), "AAA");
+    // Until it is old.
+    WorkingFolder::removeAbandoned();
+    EXPECT_EQ(folders(), 1u);
+    fs::last_write_time(working + "/imported", fs::file_time_type::clock::now() - std::chrono::hours{31 * 24});
+    WorkingFolder::removeAbandoned();
+    EXPECT_EQ(folders(), 0u);
+}
+
 TEST_F(WorkingFolderTest, AnotherProjectHasAnotherOne) {
     const std::string working = session.folder();
     session.startNew();
@@ -175,7 +236,7 @@ TEST_F(WorkingFolderTest, AnotherProjectHasAnotherOne) {
 }
 
 TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
-    const WorkingFolder mine;
+    const WorkingFolder mine, import{WorkingFolder::Purpose::Import};
     const auto leave = [&](const std::string& name, bool hasFiles, bool isOld) {
         other.write("vantrel/" + name + "/lock", "");
         if(hasFiles) other.write("vantrel/" + name + "/imported/a.png", "AAA");
@@ -186,10 +247,14 @@ TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
     leave("untitled-empty", false, false);
     leave("untitled-files", true, false);
     leave("untitled-old", true, true);
+    leave("import-dead", true, false);
     leave("other", false, false);
     other.write("vantrel/untitled-unknown/file", "");
     WorkingFolder::removeAbandoned();
     EXPECT_TRUE(fs::exists(mine.path()));
+    EXPECT_TRUE(fs::exists(import.path()));
+    EXPECT_THAT(import.path(), testing::StartsWith(other.path("vantrel/import-")));
+    EXPECT_FALSE(fs::exists(other.path("vantrel/import-dead")));
     EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-empty")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-files/imported/a.png")));
     EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-old")));

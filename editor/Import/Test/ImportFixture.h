@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "../../Data/Test/SessionFixture.h"
@@ -11,7 +13,11 @@ namespace VantrelTest {
 // A project in a folder, and files whose converter does what they say, see FakeConverter.cpp.
 class ImportFixture: public SessionFixture {
 protected:
-    ImportFixture() { EXPECT_EQ(session.save(folder.path("project.json")), ""); }
+    ImportFixture() {
+        setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+        EXPECT_EQ(session.save(folder.path("project.json")), "");
+    }
+    ~ImportFixture() override { unsetenv("XDG_DATA_HOME"); }
 
     std::string source(const std::string& name, const std::string& contents) {
         folder.write("sources/" + name, contents);
@@ -38,6 +44,15 @@ protected:
         std::size_t count = 0;
         for(std::filesystem::recursive_directory_iterator entry{path, error}; entry != decltype(entry){}; ++entry)
             count += entry->is_regular_file();
+        return count;
+    }
+    // Of imports that are under way.
+    std::size_t importFolders() const {
+        std::size_t count = 0;
+        std::error_code error;
+        for(std::filesystem::directory_iterator entry{folder.path("data/vantrel"), error}; entry != decltype(entry){};
+            ++entry)
+            count += entry->path().filename().string().compare(0, 7, "import-") == 0;
         return count;
     }
     std::size_t importedFiles() const { return filesIn(folder.path("imported")); }

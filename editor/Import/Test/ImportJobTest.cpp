@@ -23,6 +23,9 @@ using VantrelTest::TestFolder;
 
 class ImportJobTest: public testing::Test {
 protected:
+    ImportJobTest() { setenv("XDG_DATA_HOME", folder.path("data").data(), 1); }
+    ~ImportJobTest() override { unsetenv("XDG_DATA_HOME"); }
+
     std::string source(const std::string& contents) {
         folder.write("a.glb", contents);
         return folder.path("a.glb");
@@ -86,6 +89,16 @@ TEST_F(ImportJobTest, WhatCannotBeStartedFailsAtOnce) {
     ImportJob noConverter{folder.path("converter"), source("scene box 1")};
     EXPECT_EQ(noConverter.update(), ImportJob::State::Failed);
     EXPECT_THAT(noConverter.error(), HasSubstr("cannot be started: No such file or directory"));
+}
+
+TEST_F(ImportJobTest, ItsFolderIsAmongTheUsersDataAndSweptWhenTheProcessIsGone) {
+    const auto job = start("hang");
+    EXPECT_THAT(job->folder(), testing::StartsWith(folder.path("data/vantrel/import-")));
+    folder.write("data/vantrel/import-abandoned/lock", "");
+    folder.write("data/vantrel/import-abandoned/output/files/a.bmp", "AAA");
+    WorkingFolder::removeAbandoned();
+    EXPECT_TRUE(std::filesystem::exists(job->folder()));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("data/vantrel/import-abandoned")));
 }
 
 TEST_F(ImportJobTest, CancellingEndsAProcessThatHangs) {

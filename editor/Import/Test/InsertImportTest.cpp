@@ -69,6 +69,16 @@ TEST_F(InsertImportTest, FilesAreBelowTheProjectsFolderAndUndoLeavesThem) {
     EXPECT_EQ(importedFiles(), 1u);
 }
 
+TEST_F(InsertImportTest, WhatACopyLeftBehindIsNoObstacle) {
+    import("scene box 1");
+    const std::string file = textAt("/images/box-bmp/file");
+    changes().undoLast();
+    std::filesystem::remove(folder.path(file));
+    folder.write(file + ".new", "cut");
+    EXPECT_EQ(import("scene box 1").error, "");
+    EXPECT_TRUE(std::filesystem::exists(folder.path(file)));
+}
+
 TEST_F(InsertImportTest, TheSameFileOnceMoreAddsObjectsAlone) {
     import("scene box 1");
     struct stat first, second;

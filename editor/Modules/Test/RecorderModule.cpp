@@ -1,6 +1,7 @@
-// A view of nothing, that tells on the debug output what it hears. With RECORDER_VERSION another version of the plugin
-// interface.
+// A view of nothing, that tells on the debug output what it hears, and with RECORDER_COUNTS_FRAMES in the environment how
+// often it was drawn. With RECORDER_VERSION another version of the plugin interface.
 
+#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -32,7 +33,10 @@ struct Pointers {
 class Recorder final: public AbstractModule {
 public:
     using AbstractModule::AbstractModule;
-    ~Recorder() override { Utility::Debug{} << "recorder: deleted"; }
+    ~Recorder() override {
+        if(std::getenv("RECORDER_COUNTS_FRAMES")) Utility::Debug{} << "recorder: drew" << _frameCount;
+        Utility::Debug{} << "recorder: deleted";
+    }
 
     void load() override { Utility::Debug{} << "recorder: load"; }
 
@@ -67,6 +71,7 @@ public:
     void stateSaved() override { Utility::Debug{} << "recorder: saved"; }
 
     void draw() override {
+        ++_frameCount;
         EditorState& views = _pointers.editor->state().views;
         if(!views.isViewOpen(_view)) return;
         if(const std::optional<Range2D>& pane = views.pane(_view)) {
@@ -116,6 +121,7 @@ private:
         Utility::Debug{} << "recorder:" << what << event.key << event.modifiers << event.isRepeated;
     }
 
+    unsigned _frameCount = 0;
     Pointers _pointers{};
     unsigned _view = 0;
 };

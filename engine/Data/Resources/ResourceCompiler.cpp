@@ -24,6 +24,8 @@ void ResourceCompiler::compile(ResourceKind kind, Containers::StringView id) { _
 
 void ResourceCompiler::update() { _updates->update(); }
 
+void ResourceCompiler::beginUpdate() { _updates->beginUpdate(); }
+
 const std::vector<ResourceUser*>& ResourceCompiler::objectsToCompile() const { return _updates->objectsToCompile(); }
 
 std::vector<ResourceProblem> ResourceCompiler::problems() const { return _updates->problems(); }

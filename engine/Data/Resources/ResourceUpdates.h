@@ -27,6 +27,7 @@ public:
     std::size_t remaining() const;
     void compile(ResourceKind kind, Corrade::Containers::StringView id);
     void update();
+    void beginUpdate() { begin(); }
     const std::vector<ResourceUser*>& objectsToCompile() const { return _objects; }
     std::vector<ResourceProblem> problems() const { return _problems.all(); }
 

@@ -55,6 +55,8 @@ public:
     void compile(ResourceKind kind, Corrade::Containers::StringView id);
     // Compiles what was noted, each once, and what has to follow. Counts up the aspects that changed, each once.
     void update();
+    // The same with compileNext(), under its conditions.
+    void beginUpdate();
 
     // The objects that have to be compiled again after the last update, each once: of their resources one came or went, a
     // material got another pipeline, a mesh gained or lost joints or became or was a placeholder, or a skin or an

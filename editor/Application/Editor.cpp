@@ -244,8 +244,9 @@ void Editor::openInSteps(const std::string& path) {
 void Editor::goOnOpening() {
     if(!_opening || (_isReplayed && _openingFrames < ReplayedOpening)) return;
     bool goesOn = true;
+    // What takes no longer is not worth a frame in which the scene is away.
     do goesOn = _opening->step(OpeningStep);
-    while(goesOn && _isReplayed);
+    while(goesOn && (_isReplayed || _platform.now() - _openingBegan < ProgressDelay));
     if(goesOn) return;
     opened(_opening->opened(), _opening->path());
     const std::string error = _opening->opened().error;
@@ -303,9 +304,8 @@ void Editor::drawPanels() {
     _dialogs.draw();
     drawImport();
     if(!_opening) return;
-    const bool isLong = _platform.now() - _openingBegan >= ProgressDelay || _isReplayed;
     ++_openingFrames;
-    drawOpening({"Opening " + _opening->path() + '\n' + _opening->doing(), _opening->fraction(), false}, isLong);
+    drawOpening({"Opening " + _opening->path() + '\n' + _opening->doing(), _opening->fraction(), false});
     requestFrames();
 }
 
@@ -390,6 +390,7 @@ bool Editor::isBusy() const {
 bool Editor::wantsFrame() const { return isBusy() || _thumbnails.isWorkWaiting(); }
 
 std::string Editor::title() const {
+    if(_opening) return "Opening ...";
     const std::string& path = _session->path();
     const std::string name = path.empty() ? "New project" : fs::path{path}.filename().string();
     return _session->changes().hasUnsavedChanges() ? name + "*" : name;

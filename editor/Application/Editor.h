@@ -93,7 +93,7 @@ public:
     Settings& settings() { return _settings; }
     // Panels ask them while a frame is drawn; they are made in frames in which nothing else happens.
     Thumbnails& thumbnails() { return _thumbnails; }
-    // "scene.json*"; the star stands for unsaved changes.
+    // "scene.json*"; the star stands for unsaved changes. Not while a project is opened.
     std::string title() const;
 
 private:

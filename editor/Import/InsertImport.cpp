@@ -1,6 +1,7 @@
 #include "Import/InsertImport.h"
 
 #include <Corrade/Containers/StringStl.h>
+#include <Corrade/Utility/Assert.h>
 
 #include "Data/PlacedFiles.h"
 #include "Data/ProjectSession.h"
@@ -65,6 +66,8 @@ void select(const std::vector<std::string>& objects, ProjectSession& session) {
 } // namespace
 
 InsertedImport insertImport(ImportedScene& scene, ProjectSession& session) {
+    CORRADE_ASSERT(
+        session.changes().group() < 0, "insertImport(): a group is open. Forgot commit()?", (InsertedImport{}));
     ProjectFile& project = session.data().project();
     ImportPlan plan = planImport(scene, project, session.data().objectIdMode == 1);
     if(plan.error.empty()) plan.error = whyRefused(plan, project);

@@ -13,26 +13,24 @@ constexpr ImGuiWindowFlags PanelFlags = ImGuiWindowFlags_AlwaysAutoResize | ImGu
 
 } // namespace
 
-void drawOpening(const ShownProgress& progress, bool isSeen) {
+void drawOpening(const ShownProgress& progress) {
     const ImVec2 size = ImGui::GetIO().DisplaySize;
     const float em = ImGui::GetFontSize();
+    const float width = std::min(em * 36.0f, size.x * 0.8f);
     ImGui::SetNextWindowPos({0.0f, 0.0f});
     ImGui::SetNextWindowSize(size);
     ImGui::SetNextWindowFocus();
-    ImGui::SetNextWindowBgAlpha(isSeen ? 0.6f : 0.0f);
+    ImGui::SetNextWindowBgAlpha(0.6f);
     ImGui::Begin("##opening", nullptr,
         ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoSavedSettings |
             ImGuiWindowFlags_NoNav);
-    if(isSeen) {
-        const float width = std::min(em * 36.0f, size.x * 0.8f);
-        ImGui::SetCursorPos({(size.x - width) * 0.5f, size.y * 0.5f - em * 2.0f});
-        ImGui::BeginGroup();
-        ImGui::PushTextWrapPos(ImGui::GetCursorPosX() + width);
-        ImGui::TextUnformatted(progress.text.data(), progress.text.data() + progress.text.size());
-        ImGui::PopTextWrapPos();
-        ImGui::ProgressBar(progress.fraction, {width, 0.0f});
-        ImGui::EndGroup();
-    }
+    ImGui::SetCursorPos({(size.x - width) * 0.5f, size.y * 0.5f - em * 2.0f});
+    ImGui::BeginGroup();
+    ImGui::PushTextWrapPos(ImGui::GetCursorPosX() + width);
+    ImGui::TextUnformatted(progress.text.data(), progress.text.data() + progress.text.size());
+    ImGui::PopTextWrapPos();
+    ImGui::ProgressBar(progress.fraction, {width, 0.0f});
+    ImGui::EndGroup();
     ImGui::End();
 }
 

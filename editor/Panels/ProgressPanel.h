@@ -14,7 +14,7 @@ struct ShownProgress {
 // A bar over the lower right corner of the window, above the status bar. True where it is to be cancelled.
 bool drawProgress(const ShownProgress& progress);
 
-// A bar in the middle, over all else, which gets no mouse meanwhile. It may not be seen yet.
-void drawOpening(const ShownProgress& progress, bool isSeen);
+// A bar in the middle, over all else, which gets no mouse meanwhile.
+void drawOpening(const ShownProgress& progress);
 
 } // namespace VantrelEngine

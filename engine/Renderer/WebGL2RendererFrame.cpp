@@ -120,18 +120,20 @@ void WebGL2Renderer::State::drawPicture(const ViewUniforms& view) {
     state.end();
 }
 
-// The same meshes with the same holes, each of which adds one.
+// The same meshes with the same holes. They are counted in the stencil alone.
 void WebGL2Renderer::State::drawCounts(const ViewUniforms& view) {
+    GL::Renderer::setColorMask(false, false, false, false);
+    GL::Renderer::enable(GL::Renderer::Feature::StencilTest);
     PassState state;
     for(const DrawRun& run: list.runs()) {
         const Pipeline& pipeline = pipelines[run.pipeline];
         if(!pipeline.isThere()) continue;
-        PipelineHeader header = pipeline.header;
-        header.flags |= PipelineHeader::Blend;
-        state.apply(header, run.isMirrored);
+        state.apply(pipeline.header, run.isMirrored);
         drawing.draw(pipeline.oneColor->setView(view).setColor(Color4{1.0f}), list, run, objects, meshes);
     }
     state.end();
+    GL::Renderer::disable(GL::Renderer::Feature::StencilTest);
+    GL::Renderer::setColorMask(true, true, true, true);
 }
 
 void WebGL2Renderer::State::sortFor(const ViewManager& views, Id view) {
@@ -187,14 +189,11 @@ void WebGL2Renderer::State::giveUpGlow(GL::AbstractFramebuffer& target) {
 
 void WebGL2Renderer::State::countView(ViewManager& views, Id view) {
     GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
-    if(!target) return;
+    if(!target || !overdraw->begin(*target)) return;
     const ViewUniforms uniforms = viewUniforms(views, view);
     sortFor(views, view);
-    overdraw->begin(view, *target);
     if(isDepthPassEnabled) drawDepth(uniforms);
     drawCounts(uniforms);
-    target->bind();
-    RendererState{}.apply();
     if(environment.isBackground()) sky.draw(uniforms, false);
 }
 
@@ -289,7 +288,7 @@ void WebGL2Renderer::renderOverdraw(ViewManager& views) {
     for(const Id view: views.components().prefix(views.numActiveComponents())) {
         GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
         if(!target) continue;
-        _state->overdraw->show(view, *target);
+        _state->overdraw->show(*target);
         _state->drawColliders(_state->viewUniforms(views, view));
     }
 }

@@ -5,6 +5,7 @@
 #include "Import/Converter/AssetFolder.h"
 #include "Import/Converter/GltfReader.h"
 #include "Import/Converter/Images.h"
+#include "Import/Converter/LibraryFormats.h"
 #include "Import/Converter/LibraryReader.h"
 #include "Import/Converter/ModelWriter.h"
 #include "Import/Converter/Text.h"

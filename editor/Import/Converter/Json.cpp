@@ -17,7 +17,10 @@ const Json* elementOf(const Json* list, std::uint64_t index) {
     return index < sizeOf(list) ? &(*list)[rapidjson::SizeType(index)] : nullptr;
 }
 
-int asIndex(const Json* value) { return value && value->IsInt() && value->GetInt() >= 0 ? value->GetInt() : Nothing; }
+int asIndex(const Json* value) {
+    if(!value || !value->IsInt() || value->GetInt() == std::numeric_limits<int>::max()) return Nothing;
+    return value->GetInt() >= 0 ? value->GetInt() : Nothing;
+}
 
 bool asBool(const Json* value, bool otherwise) { return value && value->IsBool() ? value->GetBool() : otherwise; }
 

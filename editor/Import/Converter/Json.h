@@ -21,7 +21,7 @@ std::size_t sizeOf(const Json* list);
 // Null where there is none.
 const Json* elementOf(const Json* list, std::uint64_t index);
 
-// A whole number from 0 on that fits, or Nothing.
+// A whole number from 0 on that fits with one more, or Nothing.
 int asIndex(const Json* value);
 bool asBool(const Json* value, bool otherwise);
 // Finite.

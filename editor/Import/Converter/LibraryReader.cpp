@@ -7,7 +7,6 @@
 #include <set>
 #include <string_view>
 
-#include <assimp/BaseImporter.h>
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
 #include <assimp/LogStream.hpp>
@@ -18,6 +17,7 @@
 
 #include "Import/Converter/AnimationRepair.h"
 #include "Import/Converter/LibraryFiles.h"
+#include "Import/Converter/LibraryFormats.h"
 #include "Import/Converter/LibraryMeshes.h"
 #include "Import/Converter/Text.h"
 #include "Import/Converter/Transformation.h"
@@ -28,21 +28,8 @@ using namespace Magnum;
 
 namespace {
 
-constexpr std::string_view Extensions[]{"obj", "fbx", "ply", "stl", "dae"};
 // Edges that are sharper than this, in degrees, stay edges where normals have to be made up.
 constexpr float SmoothAngle = 45.0f;
-
-// The only reader that is kept is the one for the extension; others would be tried by what is in the file.
-void keepOneReader(Assimp::Importer& importer, const std::string& extension) {
-    for(std::size_t i = importer.GetImporterCount(); i-- != 0;) {
-        Assimp::BaseImporter* const reader = importer.GetImporter(i);
-        std::set<std::string> known;
-        reader->GetExtensionList(known);
-        if(known.count(extension)) continue;
-        importer.UnregisterLoader(reader);
-        delete reader;
-    }
-}
 
 Matrix4 matrixOf(const aiMatrix4x4& from) {
     Matrix4 matrix;
@@ -374,14 +361,17 @@ private:
     std::vector<Source> _sources;
 };
 
-} // namespace
-
-bool isLibraryExtension(const std::string& extension) {
-    return std::find(std::begin(Extensions), std::end(Extensions), extension) != std::end(Extensions);
+// The reader of PLY would look for the end of the header for ever.
+bool isHeaderCutOff(const std::vector<char>& bytes, const std::string& extension) {
+    constexpr std::string_view End = "end_header";
+    return extension == "ply" && std::search(bytes.begin(), bytes.end(), End.begin(), End.end()) == bytes.end();
 }
+
+} // namespace
 
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages) {
+    if(isHeaderCutOff(bytes, extensionOf(fileName))) throw Unusable{"its header has no end"};
     const LibraryErrors errors{messages};
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));

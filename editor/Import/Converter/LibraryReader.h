@@ -9,11 +9,7 @@
 
 namespace VantrelImport {
 
-// Whether files with this extension, in lower case and without the point, are read by Assimp: Wavefront OBJ, FBX, PLY,
-// STL and Collada. It knows many more; what is not asked for is not switched on.
-bool isLibraryExtension(const std::string& extension);
-
-// The scene of such a file, upright and in metres where the file says what its axes and units are. Throws Unusable where
+// The scene of a file of one of the formats of LibraryFormats.h, upright and in metres where the file says what its axes and units are. Throws Unusable where
 // nothing of it can be used.
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages);

@@ -68,7 +68,7 @@ TEST_F(ImportJobTest, SaysHowFarItIsAndLeavesAFolderThatGoesWithIt) {
 }
 
 TEST_F(ImportJobTest, WhatGoesWrongIsOneLine) {
-    EXPECT_EQ(errorOf("crash"), "the converter crashed (signal 11)");
+    EXPECT_EQ(errorOf("crash"), "the converter crashed (signal 6)");
     EXPECT_EQ(errorOf("status 7"), "the converter failed with status 7");
     EXPECT_EQ(errorOf("say progress 0.5 half\n"), "the converter ended before it was done");
     EXPECT_EQ(errorOf("say error no\tmesh\x01in it\nerror another\ndone\n"), "no mesh in it");

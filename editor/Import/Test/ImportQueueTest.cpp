@@ -46,7 +46,7 @@ TEST_F(ImportQueueTest, FilesComeOneAfterTheOther) {
     ASSERT_EQ(results.size(), 3u);
     EXPECT_EQ(results[0].source, folder.path("sources/a.glb"));
     EXPECT_THAT(results[0].inserted.roots, ElementsAre("a"));
-    EXPECT_EQ(errors, "b.OBJ: the converter crashed (signal 11)\n");
+    EXPECT_EQ(errors, "b.OBJ: the converter crashed (signal 6)\n");
     EXPECT_THAT(results[2].inserted.roots, ElementsAre("c"));
     changes().undoLast();
     EXPECT_TRUE(at("/objects/a"));

@@ -25,6 +25,12 @@ TEST(FolderListingTest, FoldersAndFilesOfTheSuffixInOrder) {
     EXPECT_THAT(listing.files, ElementsAre("a.json", "b.json"));
 }
 
+TEST(FolderListingTest, SeveralSuffixesInAnyCase) {
+    const TestFolder folder;
+    for(const char* const file: {"a.GLB", "b.glb.txt", "c.Obj", "glb", ".glb", "d.png"}) folder.write(file, "");
+    EXPECT_THAT(listFolder(folder.path().string(), {".glb", ".obj"}).files, ElementsAre("a.GLB", "c.Obj"));
+}
+
 TEST(FolderListingTest, AFolderThatIsNotThereGivesTheReason) {
     const FolderListing listing = listFolder(TestFolder{}.path("missing"), {".json"});
     EXPECT_EQ(listing.error, "No such file or directory");

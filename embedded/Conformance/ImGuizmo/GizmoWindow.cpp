@@ -11,12 +11,7 @@ namespace GizmoTest {
 using namespace Magnum;
 using namespace Math::Literals;
 
-GizmoWindow::GizmoWindow(const Vector2& size):
-    view{Matrix4::lookAt({3.0f, 4.0f, 5.0f}, {}, Vector3::yAxis()).inverted()},
-    projection{Matrix4::perspectiveProjection(60.0_degf, size.x() / size.y(), 0.1f, 100.0f)}, rect{{}, size},
-    _context{ImGui::CreateContext()}, _size{size} {
-    ImGui::SetCurrentContext(_context);
-    ImGuizmo::SetImGuiContext(_context);
+void prepareContext(const Vector2& size) {
     ImGuiIO& io = ImGui::GetIO();
     io.IniFilename = nullptr;
     io.DisplaySize = {size.x(), size.y()};
@@ -29,6 +24,15 @@ GizmoWindow::GizmoWindow(const Vector2& size):
     int width, height;
     io.Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
 #endif
+}
+
+GizmoWindow::GizmoWindow(const Vector2& size):
+    view{Matrix4::lookAt({3.0f, 4.0f, 5.0f}, {}, Vector3::yAxis()).inverted()},
+    projection{Matrix4::perspectiveProjection(60.0_degf, size.x() / size.y(), 0.1f, 100.0f)}, rect{{}, size},
+    windowSize{size}, _context{ImGui::CreateContext()}, _size{size} {
+    ImGui::SetCurrentContext(_context);
+    ImGuizmo::SetImGuiContext(_context);
+    prepareContext(size);
     moveTo({1.0f, 1.0f});
     // A gizmo that an earlier test left in use is used no more.
     ImGuizmo::Enable(false);
@@ -70,7 +74,7 @@ GizmoWindow::Frame GizmoWindow::frame() {
 
 void GizmoWindow::showWindow(Frame& frame) {
     ImGui::SetNextWindowPos({0.0f, 0.0f});
-    ImGui::SetNextWindowSize({_size.x(), _size.y()});
+    ImGui::SetNextWindowSize({windowSize.x(), windowSize.y()});
     ImGui::Begin("view", nullptr, ImGuiWindowFlags_NoDecoration | ImGuiWindowFlags_NoBringToFrontOnFocus);
     if(content) content();
     manipulate(frame);

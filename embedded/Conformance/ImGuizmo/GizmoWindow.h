@@ -15,6 +15,9 @@
 
 namespace GizmoTest {
 
+// Of the current context: a display that nobody sees.
+void prepareContext(const Magnum::Vector2& size);
+
 // A window that fills a display nobody sees, with one gizmo in it. Frames are made one by one; what the mouse does is
 // told before each.
 class GizmoWindow {
@@ -32,6 +35,8 @@ public:
     GizmoWindow(const GizmoWindow&) = delete;
     GizmoWindow& operator=(const GizmoWindow&) = delete;
 
+    ImGuiContext* context() const { return _context; }
+
     // From the upper left corner, to the nearest pixel
     void moveTo(const Magnum::Vector2& position);
     void press(int button = 0) { setButton(button, true); }
@@ -48,8 +53,8 @@ public:
     Magnum::Vector2 pixelAt(const Magnum::Vector3& direction, Magnum::Float pixels) const;
     // Three frames: the mouse comes, rests and presses. Returns whether it has grabbed something.
     bool grab(const Magnum::Vector2& position);
-    // Grabs, goes straight on for some frames, and lets go in one that does not move any more. Returns the product of the
-    // deltas. A test fails where nothing was grabbed.
+    // Grabs, goes straight on for some frames, and lets go in one that does not move any more. Returns the product of
+    // the deltas. A test fails where nothing was grabbed.
     Magnum::Matrix4 drag(const Magnum::Vector2& from, const Magnum::Vector2& to, int frames = 4);
 
     Magnum::Matrix4 view, projection, matrix;
@@ -64,8 +69,9 @@ public:
     bool isShown = true;
     // Instead of the window's own list, with no window there
     bool isBehindAllWindows = false;
-    // The picture
+    // The picture, and the window from the upper left corner
     Magnum::Range2D rect;
+    Magnum::Vector2 windowSize;
     // What the gizmo has drawn in the last frame, and clip rectangles that it has left on the list
     int vertices = 0, clipRectangles = 0;
 

@@ -1,3 +1,6 @@
+#include <imgui.h>
+#include <imgui_internal.h>
+
 #include "Expect.h"
 #include "GizmoWindow.h"
 
@@ -90,6 +93,15 @@ TEST_F(ReactionTest, itemBeforeItKeepsTheMouse) {
     gizmo.content = [] {
         ImGui::SetCursorPos({0.0f, 0.0f});
         ImGui::InvisibleButton("item", {1600.0f, 900.0f});
+    };
+    EXPECT_FALSE(gizmo.grab(onAxis()));
+}
+
+TEST_F(ReactionTest, itemInUseKeepsTheMouse) {
+    gizmo.content = [] {
+        const ImGuiID item = ImGui::GetID("item");
+        ImGui::SetActiveID(item, ImGui::GetCurrentWindow());
+        ImGui::KeepAliveID(item);
     };
     EXPECT_FALSE(gizmo.grab(onAxis()));
 }

@@ -85,6 +85,20 @@ TEST_F(BehaviourTest, dragEndsWithItsGizmo) {
     EXPECT_FALSE(gizmo.frame().isUsing);
 }
 
+TEST_F(BehaviourTest, dragEndsWithItsContext) {
+    for(int i = 0; i != 10; ++i) gizmo.frame();
+    ASSERT_TRUE(gizmo.grab(onAxis()));
+    ImGuiContext* const other = ImGui::CreateContext();
+    ImGuizmo::SetImGuiContext(other);
+    GizmoTest::prepareContext({100.0f, 100.0f});
+    ImGui::NewFrame();
+    ImGuizmo::BeginFrame();
+    EXPECT_FALSE(ImGuizmo::IsUsingAny());
+    ImGui::EndFrame();
+    ImGui::DestroyContext(other);
+    ImGuizmo::SetImGuiContext(gizmo.context());
+}
+
 TEST_F(BehaviourTest, dragEndsWithItsOperation) {
     ASSERT_TRUE(gizmo.grab(onAxis()));
     gizmo.operation = ImGuizmo::ROTATE;
@@ -177,11 +191,32 @@ TEST_F(BehaviourTest, listBehindAllWindowsReactsWhereThereIsNone) {
 
 TEST_F(BehaviourTest, mouseOutsideOfThePictureGrabsNothing) {
     gizmo.rect = {{0.0f, 0.0f}, {800.0f, 900.0f}};
-    // The middle is at the right edge of the left half.
-    gizmo.matrix = Matrix4::translation(gizmo.view.inverted().transformVector({1.0f, 0.0f, 0.0f}) * 0.98f);
-    EXPECT_FALSE(gizmo.grab({805.0f, 450.0f}));
+    // The middle is just inside of the right edge.
+    gizmo.matrix = Matrix4::translation(gizmo.view.inverted().transformVector(Vector3::xAxis(4.05f)));
+    EXPECT_FALSE(gizmo.grab({803.0f, 450.0f}));
     gizmo.release();
     gizmo.frame();
+    EXPECT_TRUE(gizmo.grab({797.0f, 450.0f}));
+}
+
+TEST_F(BehaviourTest, mouseOutsideOfTheWindowGrabsNothing) {
+    gizmo.windowSize = {700.0f, 900.0f};
+    EXPECT_FALSE(gizmo.grab(middle()));
+    gizmo.release();
+    gizmo.frame();
+    gizmo.windowSize = {1000.0f, 900.0f};
+    EXPECT_TRUE(gizmo.grab(middle()));
+}
+
+TEST_F(BehaviourTest, joinedOperationsHaveTheHandlesOfBoth) {
+    gizmo.operation = ImGuizmo::TRANSLATE | ImGuizmo::ROTATE;
+    gizmo.frame();
+    gizmo.moveTo(onAxis());
+    gizmo.frame();
+    EXPECT_TRUE(ImGuizmo::IsOver(ImGuizmo::TRANSLATE_X));
+    gizmo.moveTo(middle() + Vector2{1.28f * 80.0f, 0.0f});
+    gizmo.frame();
+    EXPECT_TRUE(ImGuizmo::IsOver(ImGuizmo::ROTATE_SCREEN));
 }
 
 TEST_F(BehaviourTest, idsTellGizmosApart) {
@@ -195,6 +230,15 @@ TEST_F(BehaviourTest, idsTellGizmosApart) {
     ImGuizmo::SetID(-1);
     EXPECT_TRUE(ImGuizmo::IsUsing());
 #pragma GCC diagnostic pop
+}
+
+TEST_F(BehaviourTest, frameHasToBegin) {
+    gizmo.frame();
+    ImGui::NewFrame();
+    EXPECT_EXIT(ImGuizmo::Manipulate(gizmo.view.data(), gizmo.projection.data(), ImGuizmo::TRANSLATE, ImGuizmo::LOCAL,
+                    gizmo.matrix.data()),
+        testing::KilledBySignal(SIGABRT), "there was no BeginFrame\\(\\) in this frame");
+    ImGui::EndFrame();
 }
 
 TEST_F(BehaviourTest, boundsAreNotThere) {

@@ -22,7 +22,7 @@ inline Magnum::Matrix4 perspective(float degrees = 60.0f) {
 }
 inline Magnum::Matrix4 orthographic() { return Magnum::Matrix4::orthographicProjection({16.0f, 9.0f}, 0.1f, 100.0f); }
 inline Magnum::Matrix4 lookingAt(const Magnum::Vector3& from, const Magnum::Vector3& to = {}) {
-    return Magnum::Matrix4::lookAt(from, to, Magnum::Vector3::yAxis()).inverted();
+    return Magnum::Matrix4::lookAt(from, to, Magnum::Vector3::yAxis()).invertedRigid();
 }
 inline Camera camera(const Magnum::Matrix4& view, const Magnum::Matrix4& projection, const Rect& rect = Screen) {
     return Camera::create(view.data(), projection.data(), rect).value();

@@ -47,6 +47,7 @@ void AllowAxisFlip(bool isAllowed) { gizmo().allowFlip(isAllowed); }
 bool Manipulate(const float* view, const float* projection, OPERATION operation, MODE mode, float* matrix,
     float* deltaMatrix, const float* snap, const float* localBounds, const float* boundsSnap) {
     CORRADE_ASSERT(!localBounds && !boundsSnap, "ImGuizmo::Manipulate(): there are no bounds to edit", false);
+    CORRADE_ASSERT(gizmo().hasBegunFrame(), "ImGuizmo::Manipulate(): there was no BeginFrame() in this frame", false);
     if(deltaMatrix) copy(Matrix4d{}, deltaMatrix);
     const std::optional<Camera> camera = Camera::create(view, projection, gizmo().rect());
     if(!camera || !isFinite(matrix)) return false;

@@ -76,7 +76,8 @@ Style& GetStyle();
 // The context of the copy of the UI library that this library was linked with.
 void SetImGuiContext(ImGuiContext* context);
 
-// Once a frame, after ImGui::NewFrame(). A drag ends where a frame has passed without its gizmo.
+// Once a frame, after ImGui::NewFrame(); without, Manipulate() stops the program with a message. A drag ends where a
+// frame has passed without its gizmo.
 void BeginFrame();
 
 // Where the gizmo is drawn until the next BeginFrame(): the list of the current window, or another one. The window that
@@ -90,8 +91,8 @@ void SetRect(float x, float y, float width, float height);
 // Kept for callers: whether the camera has a perspective is seen in its projection.
 void SetOrthographic(bool isOrthographic);
 
-// Length of an axis across the line of sight, as a part of the longer side of the picture, whose whole length is 2; it is
-// 0.1 at first. An axis is never shorter than 64 pixels, or three tenths of the shorter side where that is less.
+// Length of an axis across the line of sight, as a part of the longer side of the picture, whose whole length is 2; at
+// first 0.1. An axis is never shorter than 64 pixels, or three tenths of the shorter side where that is less.
 void SetGizmoSizeClipSpace(float size);
 
 // Whether an axis is drawn to its negative side where that one comes toward the eye in perspective. It is at first; the
@@ -113,7 +114,7 @@ bool Manipulate(const float* view, const float* projection, OPERATION operation,
     float* deltaMatrix = nullptr, const float* snap = nullptr, const float* localBounds = nullptr,
     const float* boundsSnap = nullptr);
 
-// Whether a handle of the gizmo that was drawn since BeginFrame() lies under the mouse as it is now, or is being dragged;
+// Whether a handle of the gizmo that was drawn since BeginFrame() lies under the mouse as it is now, or is dragged;
 // with an operation: a handle of that one.
 bool IsOver();
 bool IsOver(OPERATION operation);

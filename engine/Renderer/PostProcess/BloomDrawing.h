@@ -39,7 +39,7 @@ private:
         Magnum::GL::Framebuffer mappedFb;
     };
     struct View {
-        SideTarget scene{"Bloom scene", SideTarget::Channels::Four};
+        SideTarget scene{"Bloom scene"};
         std::unique_ptr<Pictures> pictures;
     };
 

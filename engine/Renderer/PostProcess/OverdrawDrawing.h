@@ -1,30 +1,27 @@
 #pragma once
 
-#include <memory>
-#include <vector>
+#include "Renderer/PostProcess/OverdrawProgram.h"
 
-#include <Vantrel/EngineData/Types.h>
-
-#include "Renderer/PostProcess/FullScreenProgram.h"
-#include "Renderer/PostProcess/SideTarget.h"
+namespace Magnum::GL {
+class AbstractFramebuffer;
+}
 
 namespace VantrelEngine {
 
-// Counts how often each pixel of a view is drawn, and shows the counts as colours. Uses the texture unit 0.
+// Counts how often each pixel of a framebuffer is drawn, and shows the counts as colours. The counts, of up to 255, are in
+// the stencil of the framebuffer itself.
 class OverdrawDrawing {
 public:
-    explicit OverdrawDrawing();
-
-    // Binds what is counted in: everything that is drawn adds its red, with the depth of the view's target. Leaves the
-    // factors of blending so that it does, for who switches it on.
-    void begin(Id view, Magnum::GL::AbstractFramebuffer& target);
-    // Draws the colours over the target wherever something was drawn; binds the target. Without effect on a view that was
-    // not begun. Leaves the switches of RendererState{}.
-    void show(Id view, Magnum::GL::AbstractFramebuffer& target);
+    // Starts again from zero; binds the target. Everything that is drawn adds one where it passes the test of depth, for
+    // who switches the stencil test on. False with a line, the first time, where the target has no stencil.
+    bool begin(Magnum::GL::AbstractFramebuffer& target);
+    // Draws the colours over the target wherever something was drawn; binds the target. Without effect where it has no
+    // stencil. Leaves the switches of RendererState{}, and a stencil test that would change nothing.
+    void show(Magnum::GL::AbstractFramebuffer& target);
 
 private:
-    FullScreenProgram _colors;
-    std::vector<std::unique_ptr<SideTarget>> _counts;
+    OverdrawProgram _program;
+    bool _isWarned = false;
 };
 
 } // namespace VantrelEngine

@@ -90,14 +90,12 @@ void SideTarget::copyTo(GL::Framebuffer& other) {
 }
 
 void SideTarget::create(const Vector2i& size, Int samples) {
-    const bool isOne = _channels == Channels::One;
-    _texture = pictureTexture(_label, isOne ? GL::TextureFormat::R16F : GL::TextureFormat::RGBA16F, size);
+    _texture = pictureTexture(_label, GL::TextureFormat::RGBA16F, size);
     GL::Framebuffer drawn{{{}, size}};
     drawn.setLabel(_label);
     if(samples) {
         _color = GL::Renderbuffer{};
-        _color.setStorageMultisample(
-            samples, isOne ? GL::RenderbufferFormat::R16F : GL::RenderbufferFormat::RGBA16F, size);
+        _color.setStorageMultisample(samples, GL::RenderbufferFormat::RGBA16F, size);
         _color.setLabel(_label);
         drawn.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, _color);
         _resolved = GL::Framebuffer{{{}, size}};

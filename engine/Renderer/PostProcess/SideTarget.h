@@ -17,15 +17,13 @@ Magnum::GL::Texture2D pictureTexture(
 // Whether it can be drawn to; not where there was no memory for what is attached.
 bool isComplete(Magnum::GL::Framebuffer& framebuffer);
 
-// A framebuffer that is drawn to in place of another one: with a colour of its own, and with the depth of the other one,
-// sample by sample. What the other one had stays in front, and what is drawn here hides what is drawn there later.
+// A framebuffer that is drawn to in place of another one: with a colour of its own, of four floats of 16 bits, and with
+// the depth of the other one, sample by sample. What the other one had stays in front, and what is drawn here hides what
+// is drawn there later.
 class SideTarget {
 public:
-    // Of four channels of 16 bit floats, or of one.
-    enum class Channels { One, Four };
-
     // The label, of its objects in video memory, has to outlive it.
-    explicit SideTarget(Corrade::Containers::StringView label, Channels channels): _label{label}, _channels{channels} {}
+    explicit SideTarget(Corrade::Containers::StringView label): _label{label} {}
 
     // As large as the other one's viewport reaches, with as many samples. Binds itself, cleared to zero. Makes new
     // buffers only where size or samples are others than before. False where the GL has no such buffers, for want of
@@ -45,7 +43,6 @@ private:
     void create(const Magnum::Vector2i& size, Magnum::Int samples);
 
     Corrade::Containers::StringView _label;
-    Channels _channels;
     // The name of the one whose depth this has; 0 for none.
     Magnum::Int _other = 0;
     Magnum::Vector2i _size;

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <Magnum/GL/OpenGL.h>
+
 #include "Renderer/Test/RendererFixture.h"
 #include "Support/LiveObjects.h"
 
@@ -138,12 +140,149 @@ TEST_F(OverdrawTest, takesNothingOnceItIsOff) {
     const std::vector<std::uint32_t> picture = frame();
     const LiveObjects before = LiveObjects::count();
     overdraw();
-    EXPECT_GT(LiveObjects::count().textures, before.textures);
+    // Nothing but the program that fills with a colour.
+    const LiveObjects during = LiveObjects::count();
+    EXPECT_EQ(during.programs, before.programs + 1);
+    EXPECT_EQ(during.textures, before.textures);
+    EXPECT_EQ(during.renderbuffers, before.renderbuffers);
+    EXPECT_EQ(during.framebuffers, before.framebuffers);
     EXPECT_EQ(frame(), picture);
     EXPECT_EQ(LiveObjects::count(), before);
     // Nothing was counted.
     renderer.renderOverdraw(scene.views);
     EXPECT_EQ(pixels(), picture);
+}
+
+// 256 would be none again.
+TEST_F(OverdrawTest, moreThanCanBeCountedAreMany) {
+    stack(opaque, 256, 0.0f);
+    scene.localTransformation(cameraObject) = DualQuaternion::translation({0.0f, 0.0f, 40.0f});
+    scene.setDirty(cameraObject);
+    tell();
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(10));
+}
+
+TEST_F(OverdrawTest, countsAgainFromZero) {
+    stack(opaque, 4, 0.0f);
+    tell();
+    const std::vector<std::uint32_t> picture = overdraw();
+    update();
+    clear(BlueColor);
+    framebuffer.clearDepthStencil(1.0f, 200).bind();
+    renderer.beginOverdrawTracking();
+    renderer.render(scene.views, scene);
+    renderer.endOverdrawTracking();
+    renderer.renderOverdraw(scene.views);
+    EXPECT_EQ(pixels(), picture);
+}
+
+TEST_F(OverdrawTest, samplesAreCountedEachForItself) {
+    GL::Renderbuffer samples, sampleDepths;
+    samples.setStorageMultisample(4, GL::RenderbufferFormat::RGBA8, Vector2i{Size});
+    sampleDepths.setStorageMultisample(4, GL::RenderbufferFormat::Depth24Stencil8, Vector2i{Size});
+    GL::Framebuffer multisampled{framebuffer.viewport()};
+    multisampled.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, samples)
+        .attachRenderbuffer(GL::Framebuffer::BufferAttachment::DepthStencil, sampleDepths);
+    // Two of the four columns of samples of the pixels at the right edge.
+    stack(opaque, 10, 1.0f / 16.0f);
+    scene.views.targetFramebuffer(camera) = &multisampled;
+    tell();
+    update();
+    RendererState{}.apply();
+    multisampled.clearColor(0, BlueColor).clearDepthStencil(1.0f, 0);
+    renderer.beginOverdrawTracking();
+    renderer.render(scene.views, scene);
+    renderer.endOverdrawTracking();
+    renderer.renderOverdraw(scene.views);
+    GL::AbstractFramebuffer::blit(multisampled, framebuffer, framebuffer.viewport(), GL::FramebufferBlit::Color);
+    const std::vector<std::uint32_t> picture = pixels();
+    expectColor(at(picture, 0.0f, 0.0f), colorOf(10));
+    expectColor(at(picture, 0.5f, 0.0f), 0x800080ffu);
+    EXPECT_EQ(at(picture, 1.0f, 0.0f), Blue);
+}
+
+std::vector<GLint> stateOf(std::initializer_list<GLenum> names) {
+    std::vector<GLint> values;
+    for(const GLenum name: names) {
+        // As many as the longest one has.
+        GLint value[4]{};
+        glGetIntegerv(name, value);
+        values.insert(values.end(), std::begin(value), std::end(value));
+    }
+    return values;
+}
+
+// What draws later finds nothing that hinders it, and is not counted: a sky is drawn in between.
+TEST_F(OverdrawTest, leavesTheSwitches) {
+    const auto switches = [] {
+        return stateOf({GL_STENCIL_TEST, GL_STENCIL_WRITEMASK, GL_COLOR_WRITEMASK, GL_DEPTH_WRITEMASK, GL_DEPTH_TEST,
+            GL_BLEND, GL_CULL_FACE});
+    };
+    const auto stencil = [] {
+        return stateOf(
+            {GL_STENCIL_FUNC, GL_STENCIL_REF, GL_STENCIL_VALUE_MASK, GL_STENCIL_FAIL, GL_STENCIL_PASS_DEPTH_FAIL,
+                GL_STENCIL_PASS_DEPTH_PASS, GL_STENCIL_BACK_FUNC, GL_STENCIL_BACK_PASS_DEPTH_PASS});
+    };
+    stack(opaque, 2, 0.0f);
+    tell();
+    RendererState{}.apply();
+    GL::Renderer::setStencilFunction(GL::Renderer::StencilFunction::Always, 0, ~UnsignedInt{});
+    GL::Renderer::setStencilOperation(GL::Renderer::StencilOperation::Keep, GL::Renderer::StencilOperation::Keep,
+        GL::Renderer::StencilOperation::Keep);
+    const std::vector<GLint> switchesBefore = switches(), stencilBefore = stencil();
+    update();
+    clear();
+    renderer.beginOverdrawTracking();
+    renderer.render(scene.views, scene);
+    EXPECT_EQ(switches(), switchesBefore);
+    renderer.endOverdrawTracking();
+    renderer.renderOverdraw(scene.views);
+    EXPECT_EQ(switches(), switchesBefore);
+    EXPECT_EQ(stencil(), stencilBefore);
+}
+
+TEST_F(OverdrawTest, aTargetWithoutStencilIsSkippedWithALine) {
+    GL::Renderbuffer depthOnly;
+    depthOnly.setStorage(GL::RenderbufferFormat::DepthComponent24, Vector2i{Size});
+    GL::Framebuffer plain{framebuffer.viewport()};
+    plain.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, color)
+        .attachRenderbuffer(GL::Framebuffer::BufferAttachment::Depth, depthOnly);
+    stack(opaque, 2, 0.0f);
+    tell();
+    scene.views.targetFramebuffer(camera) = &plain;
+    const std::string lines = linesOf([&] {
+        EXPECT_THAT(overdraw(), testing::Each(Blue));
+        EXPECT_THAT(overdraw(), testing::Each(Blue));
+    });
+    EXPECT_EQ(lines, "WebGL2Renderer: no overdraw in a framebuffer without stencil\n");
+    EXPECT_EQ(GL::Renderer::error(), GL::Renderer::Error::NoError);
+}
+
+// Each in the stencil of its own target.
+TEST_F(OverdrawTest, viewsAreCountedEachForItself) {
+    RendererState{}.apply();
+    GL::Renderbuffer otherColor, otherDepth;
+    otherColor.setStorage(GL::RenderbufferFormat::RGBA8, {8, 8});
+    otherDepth.setStorage(GL::RenderbufferFormat::Depth24Stencil8, {8, 8});
+    GL::Framebuffer other{{{}, {8, 8}}};
+    other.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, otherColor)
+        .attachRenderbuffer(GL::Framebuffer::BufferAttachment::DepthStencil, otherDepth)
+        .clearColor(0, BlueColor)
+        .clearDepthStencil(1.0f, 0);
+    const Id second = scene.views.addComponent(cameraObject);
+    // A quarter of a unit around the origin.
+    scene.views.projectionMatrix(second) = Matrix4::orthographicProjection(Vector2{0.25f}, 0.1f, 100.0f);
+    scene.views.targetFramebuffer(second) = &other;
+    scene.views.activate(second);
+    renderer.setViewportSize(second, {8, 8});
+    stack(opaque, 7, 0.0f);
+    tell();
+    expectColor(at(overdraw(), 0.0f, 0.0f), colorOf(7));
+    const Image2D image = other.read({{}, {8, 8}}, Image2D{PixelFormat::RGBA8Unorm});
+    for(const Color4ub& pixel: image.pixels<Color4ub>().asContiguous())
+        expectColor(
+            UnsignedInt(pixel.r()) << 24 | UnsignedInt(pixel.g()) << 16 | UnsignedInt(pixel.b()) << 8 | pixel.a(),
+            colorOf(7));
 }
 
 } // namespace

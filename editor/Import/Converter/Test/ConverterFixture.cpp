@@ -20,20 +20,25 @@ const JsonValue& nothing() {
     return null;
 }
 
-// Expects that nothing but execv() follows in the child.
+// Expects that nothing but execve() follows in the child.
 int start(std::vector<std::string> arguments, int& output) {
     int ends[2];
     EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
     std::vector<char*> pointers;
     for(std::string& argument: arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
+    // Where the address sanitizer is in the program, a crash is to be one all the same.
+    std::string sanitizer = "ASAN_OPTIONS=handle_segv=0:handle_abort=0:handle_sigbus=0:handle_sigfpe=0";
+    std::vector<char*> variables{sanitizer.data()};
+    for(char** variable = environ; *variable; ++variable) variables.push_back(*variable);
+    variables.push_back(nullptr);
     const int child = fork();
     if(child == 0) {
         const int null = open("/dev/null", O_RDWR);
         dup2(null, 0);
         dup2(ends[1], 1);
         dup2(null, 2);
-        execv(pointers[0], pointers.data());
+        execve(pointers[0], pointers.data(), variables.data());
         _exit(127);
     }
     close(ends[1]);

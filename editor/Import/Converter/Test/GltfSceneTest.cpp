@@ -101,7 +101,8 @@ TEST_F(GltfSceneTest, PlacesThatAreNoneAreRepaired) {
 }
 
 TEST_F(GltfSceneTest, CyclesAndSecondParentsAreCut) {
-    const ImportResult result = importScene(R"("scenes":[{"nodes":[0,3]}],"nodes":[{"name":"A","children":[1,7]},
+    const ImportResult result =
+        importScene(R"("scenes":[{"nodes":[0,3]}],"nodes":[{"name":"A","children":[1,7,2147483647,-1]},
         {"name":"B","children":[0,2]},{"name":"C"},{"name":"D","children":[2,3]}])");
     ASSERT_TRUE(result.isDone()) << result.text();
     EXPECT_EQ(result.count("objects"), 5u);

@@ -1,6 +1,8 @@
+#include <assimp/Importer.hpp>
 #include <gtest/gtest.h>
 
 #include "Import/Converter/AssetFolder.h"
+#include "Import/Converter/LibraryFormats.h"
 #include "Import/Converter/Sha256.h"
 #include "Import/Converter/SpecularGlossiness.h"
 #include "Import/Converter/Text.h"
@@ -65,6 +67,18 @@ TEST(UriTest, Data) {
     for(const char* const uri:
         {"data:;base64,a", "data:;base64,a b=", "data:text/plain,hello", "data:base64", "file:a", "data:,"})
         EXPECT_EQ(text(uri), "none") << uri;
+}
+
+TEST(LibraryFormatsTest, OneReaderAFormat) {
+    for(const std::string extension: {"obj", "fbx", "ply", "stl", "dae"}) {
+        EXPECT_TRUE(isLibraryExtension(extension));
+        Assimp::Importer importer;
+        keepOneReader(importer, extension);
+        EXPECT_EQ(importer.GetImporterCount(), 1u) << extension;
+        EXPECT_TRUE(importer.IsExtensionSupported(extension)) << extension;
+    }
+    for(const char* const extension: {"3mf", "zae", "gltf", "blend", "x", "", "OBJ"})
+        EXPECT_FALSE(isLibraryExtension(extension)) << extension;
 }
 
 TEST(RoughnessTest, OfExponents) {

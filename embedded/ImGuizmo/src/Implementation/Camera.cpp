@@ -41,15 +41,14 @@ std::optional<Camera> Camera::create(const float* view, const float* projection,
 }
 
 Camera::Camera(const Matrix4d& view, const Matrix4d& projection, const Rect& rect):
-    _view{view}, _projection{projection}, _world{view.inverted()}, _rect{rect}, _isPerspective{projection[2][3] != 0.0},
+    _projection{projection}, _toClip{projection * view}, _world{view.inverted()}, _rect{rect},
+    _isPerspective{projection[2][3] != 0.0},
     _forward{_world.transformVector(Vector3d::zAxis(projection[2][3] > 0.0 ? 1.0 : -1.0)).normalized()} {}
 
-Double Camera::clipW(const Vector3d& point) const {
-    return (_projection * (_view * Math::Vector4<Double>{point, 1.0})).w();
-}
+Double Camera::clipW(const Vector3d& point) const { return (_toClip * Math::Vector4<Double>{point, 1.0}).w(); }
 
 std::optional<Vector2d> Camera::project(const Vector3d& point) const {
-    const Math::Vector4<Double> clip = _projection * (_view * Math::Vector4<Double>{point, 1.0});
+    const Math::Vector4<Double> clip = _toClip * Math::Vector4<Double>{point, 1.0};
     if(!(clip.w() > LeastW)) return {};
     const Vector2d device{clip.x() / clip.w(), -clip.y() / clip.w()};
     return _rect.position + (device * 0.5 + Vector2d{0.5}) * _rect.size;

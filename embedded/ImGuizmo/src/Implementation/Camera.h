@@ -49,7 +49,7 @@ private:
     };
     Ray ray(const Magnum::Vector2d& pixel) const;
 
-    Matrix4d _view, _projection, _world;
+    Matrix4d _projection, _toClip, _world;
     Rect _rect;
     bool _isPerspective;
     Magnum::Vector3d _forward;

@@ -17,19 +17,22 @@ Vector2d mousePosition() {
     return {Double(position.x), Double(position.y)};
 }
 
-// Whether nothing lies between the mouse and what is drawn into a list.
-bool isUnderMouse(const ImDrawList* list) {
-    const ImGuiWindow* const window = ImGui::GetCurrentContext()->HoveredWindow;
-    if(window) return window->DrawList == list;
-    return list == ImGui::GetBackgroundDrawList() || list == ImGui::GetForegroundDrawList();
-}
-
 } // namespace
 
 void Gizmo::beginFrame() {
-    _list = ImGui::GetBackgroundDrawList();
+    setList(ImGui::GetBackgroundDrawList());
     _shown = {};
-    if(_session && _session->lastFrame < ImGui::GetFrameCount() - 1) _session = {};
+    _frame = ImGui::GetFrameCount();
+    // The frames of another context may be fewer.
+    if(_session && (_session->lastFrame < _frame - 1 || _session->lastFrame > _frame)) _session = {};
+}
+
+bool Gizmo::hasBegunFrame() const { return _frame == ImGui::GetFrameCount(); }
+
+// Asked for now: between frames, some versions of the library cannot tell these lists.
+void Gizmo::setList(ImDrawList* list) {
+    _list = list;
+    _isOfNoWindow = list == ImGui::GetBackgroundDrawList() || list == ImGui::GetForegroundDrawList();
 }
 
 void Gizmo::enable(bool isEnabled) {
@@ -38,8 +41,10 @@ void Gizmo::enable(bool isEnabled) {
 }
 
 bool Gizmo::isReachable() const {
-    return _isEnabled && ImGui::IsMousePosValid() && _rect.contains(mousePosition()) && isUnderMouse(_list) &&
-        !ImGui::IsAnyItemHovered();
+    if(!_isEnabled || !ImGui::IsMousePosValid() || !_rect.contains(mousePosition())) return false;
+    const ImGuiWindow* const window = ImGui::GetCurrentContext()->HoveredWindow;
+    const bool isListUnderMouse = window ? window->DrawList == _list : _isOfNoWindow;
+    return isListUnderMouse && !ImGui::IsAnyItemHovered();
 }
 
 Handle Gizmo::handleUnderMouse() const {
@@ -57,7 +62,8 @@ std::optional<Gizmo::Shown> Gizmo::shownAt(const Request& request, const Matrix4
         sides = _session->drag.sides;
     else if(_isFlipAllowed)
         sides = longerSides(request.camera, position, axes, pixels);
-    const std::optional<Layout> layout = layoutOf(request.camera, position, axes, sides, pixels);
+    const std::optional<Layout> layout =
+        layoutOf(request.camera, position, axes, sides, pixels, request.operation & ROTATE);
     return layout ? std::optional{Shown{*layout, request.operation}} : std::nullopt;
 }
 
@@ -66,11 +72,11 @@ std::optional<Gizmo::Session> Gizmo::begun(const Request& request) const {
     const Handle handle = handleUnderMouse();
     if(!handle) return {};
     const std::optional<Drag> drag = beginDrag(handle, _shown->layout, request.camera, request.matrix, mousePosition());
-    return drag ? std::optional{Session{*drag, {}, {}, _id, ImGui::GetFrameCount()}} : std::nullopt;
+    return drag ? std::optional{Session{*drag, {}, {}, _id, _frame}} : std::nullopt;
 }
 
 std::optional<Edit> Gizmo::continued(const Request& request) {
-    _session->lastFrame = ImGui::GetFrameCount();
+    _session->lastFrame = _frame;
     if(!ImGui::IsMousePosValid()) return {};
     const Drag& drag = _session->drag;
     _session->followed = follow(drag, _session->followed, request.camera, mousePosition());

@@ -24,7 +24,7 @@ struct Request {
 class Gizmo {
 public:
     void beginFrame();
-    void setList(ImDrawList* list) { _list = list; }
+    void setList(ImDrawList* list);
     void setRect(const Rect& rect) { _rect = rect; }
     void setSize(double clipSpaceSize) { _clipSpaceSize = clipSpaceSize; }
     void allowFlip(bool isAllowed) { _isFlipAllowed = isAllowed; }
@@ -32,6 +32,8 @@ public:
     void setId(int id) { _id = id; }
 
     const Rect& rect() const { return _rect; }
+    // Whether beginFrame() was called in the frame that is under way.
+    bool hasBegunFrame() const;
     bool isUsing() const { return _session && _session->id == _id; }
     bool isUsingAny() const { return bool(_session); }
     // The handle that is dragged, or lies under the mouse as it is now.
@@ -60,10 +62,12 @@ private:
     void draw(const Request& request, Handle hovered) const;
 
     ImDrawList* _list = nullptr;
+    bool _isOfNoWindow = false;
     Rect _rect;
     double _clipSpaceSize = 0.1;
     bool _isFlipAllowed = true, _isEnabled = true;
     int _id = -1;
+    int _frame = -1;
     std::optional<Session> _session;
     // Since the beginning of the frame
     std::optional<Shown> _shown;

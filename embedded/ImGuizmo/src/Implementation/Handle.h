@@ -14,7 +14,6 @@ struct Handle {
 
     explicit operator bool() const { return kind != Kind::None; }
     friend bool operator==(Handle a, Handle b) { return a.kind == b.kind && a.axis == b.axis; }
-    friend bool operator!=(Handle a, Handle b) { return !(a == b); }
 
     bool isMove() const { return kind == Kind::MoveAxis || kind == Kind::MovePlane || kind == Kind::MoveScreen; }
     bool isTurn() const { return kind == Kind::TurnAxis || kind == Kind::TurnScreen; }

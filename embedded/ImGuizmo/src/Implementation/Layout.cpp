@@ -100,11 +100,11 @@ Vector3d longerSides(const Camera& camera, const Vector3d& position, const Axes&
     return out;
 }
 
-std::optional<Layout> layoutOf(
-    const Camera& camera, const Vector3d& position, const Axes& axes, const Vector3d& sides, Double pixels) {
+std::optional<Layout> layoutOf(const Camera& camera, const Vector3d& position, const Axes& axes, const Vector3d& sides,
+    Double pixels, bool hasRings) {
     const std::optional<Vector2d> centre = camera.project(position);
     if(!centre || !isNear(camera.rect(), *centre, 2.0 * pixels)) return {};
-    Layout out;
+    Layout out{};
     out.position = position;
     out.axes = axes;
     out.sides = sides;
@@ -115,7 +115,7 @@ std::optional<Layout> layoutOf(
     for(std::size_t axis = 0; axis != 3; ++axis) {
         out.lines[axis] = build.line(axis);
         out.quads[axis] = build.quad(axis);
-        out.rings[axis] = build.ring(axis);
+        if(hasRings) out.rings[axis] = build.ring(axis);
     }
     return out;
 }

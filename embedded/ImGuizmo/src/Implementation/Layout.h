@@ -40,6 +40,7 @@ struct Layout {
     Magnum::Vector2d centre;
     std::array<Line, 3> lines;
     std::array<Quad, 3> quads;
+    // Empty without any
     std::array<Ring, 3> rings;
 };
 
@@ -51,8 +52,8 @@ Magnum::Double axisPixels(const Rect& rect, Magnum::Double clipSpaceSize);
 Magnum::Vector3d longerSides(
     const Camera& camera, const Magnum::Vector3d& position, const Axes& axes, Magnum::Double pixels);
 
-// Nothing where no part of it can be seen: behind the camera, or far beside the picture.
+// Nothing where no part of it can be seen: behind the camera, or far beside the picture. Rings are most of the work.
 std::optional<Layout> layoutOf(const Camera& camera, const Magnum::Vector3d& position, const Axes& axes,
-    const Magnum::Vector3d& sides, Magnum::Double pixels);
+    const Magnum::Vector3d& sides, Magnum::Double pixels, bool hasRings = true);
 
 }

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include <Magnum/Math/Angle.h>
+#include <Magnum/Math/Constants.h>
+#include <Magnum/Math/Functions.h>
+
 namespace ImGuizmo::Implementation {
 
 using namespace Magnum;

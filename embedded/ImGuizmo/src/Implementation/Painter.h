@@ -18,7 +18,7 @@ struct Look {
     Motion motion;
 };
 
-// All handles of the operation: the one that matters in the colour of the selection, the others dim while it is dragged.
+// All handles of the operation: the one that matters in the colour of the selection, the others dim during a drag.
 void paintHandles(Brush& brush, const Camera& camera, const Layout& layout, const Look& look, const Style& style);
 
 // What lies below the handles during a drag: the way from where it began, or the angle that was turned.

@@ -74,7 +74,8 @@ Handle handleAt(const Layout& layout, OPERATION operation, const Vector2d& pixel
         }
         if(layout.quads[i].alpha >= LeastAlpha && isInside(layout.quads[i].corners, pixel))
             choice.offer(operation, {Kind::MovePlane, axis}, DistanceInsideOfPlane, AxisTolerance);
-        choice.offer(operation, {Kind::TurnAxis, axis}, distanceToRing(layout.rings[i], pixel), RingTolerance);
+        if(operation & ROTATE)
+            choice.offer(operation, {Kind::TurnAxis, axis}, distanceToRing(layout.rings[i], pixel), RingTolerance);
     }
     choice.offer(
         operation, {Kind::TurnScreen, 0}, std::abs(away.length() - OuterRingRadius * layout.pixels), RingTolerance);

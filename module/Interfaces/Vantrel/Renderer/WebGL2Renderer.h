@@ -147,8 +147,9 @@ public:
     // went in them since, by updateMeshVisibility(), or resources or draws changed. Lights with shadows where there were
     // none before build programs anew. Leaves another framebuffer bound.
     void updateShadows(Scene& scene, ViewManager& views);
-    // Until the end, render() counts how often each pixel is drawn instead of drawing it: but for depth there is nothing of
-    // it in the target.
+    // Until the end, render() counts in the stencil of the target how often each pixel is drawn, up to 255, instead of
+    // drawing it: but for that, depth and the sky there is nothing of it in the target. One without stencil is not drawn,
+    // with a line.
     void beginOverdrawTracking();
     // Draws the scene over what is in the target framebuffer of each active view; where that is null, in the bound one. With
     // bloom or the overdraw it is expected to be a framebuffer object, and a view without one is not drawn.

@@ -1,5 +1,6 @@
 #include "Views/SceneView/Render/LightMarkers.h"
 
+#include <cstring>
 #include <utility>
 
 #include <Magnum/GL/Renderer.h>
@@ -33,6 +34,7 @@ void LightMarkers::create() {
 }
 
 void LightMarkers::Shape::create(GL::Mesh&& shape) {
+    uploaded.clear();
     places = GL::Buffer{};
     places.setLabel("SceneView light markers");
     mesh = std::move(shape);
@@ -41,12 +43,21 @@ void LightMarkers::Shape::create(GL::Mesh&& shape) {
             places, 1, 0, MarkerProgram::Transformation{}, MarkerProgram::Color{}, MarkerProgram::IdColor{});
 }
 
-void LightMarkers::Shape::upload() {
-    mesh.setInstanceCount(Int(markers.size()));
-    if(!markers.empty()) places.setData({markers.data(), markers.size()}, GL::BufferUsage::StreamDraw);
+// Bit for bit: numbers that are nearly equal are others, too.
+bool LightMarkers::Shape::isUploaded() const {
+    return markers.size() == uploaded.size() &&
+        std::memcmp(markers.data(), uploaded.data(), markers.size() * sizeof(Marker)) == 0;
 }
 
-void LightMarkers::update(Scene& scene, const ViewCamera& camera) {
+std::size_t LightMarkers::Shape::upload() {
+    mesh.setInstanceCount(Int(markers.size()));
+    if(markers.empty() || isUploaded()) return 0;
+    places.setData({markers.data(), markers.size()}, GL::BufferUsage::StreamDraw);
+    uploaded = markers;
+    return markers.size() * sizeof(Marker);
+}
+
+std::size_t LightMarkers::update(Scene& scene, const ViewCamera& camera) {
     _spheres.markers.clear();
     _arrows.markers.clear();
     const Matrix4 toClip = camera.views().cullingMatrix(camera.view());
@@ -56,8 +67,7 @@ void LightMarkers::update(Scene& scene, const ViewCamera& camera) {
         Shape& shape = scene.lights.lightType(light) == LightType::Point ? _spheres : _arrows;
         shape.markers.push_back({toClip * place, markerColor(scene.lights.color(light)), idColor(object)});
     }
-    _spheres.upload();
-    _arrows.upload();
+    return _spheres.upload() + _arrows.upload();
 }
 
 void LightMarkers::draw(bool showsIds) {

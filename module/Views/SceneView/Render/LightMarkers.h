@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <Magnum/GL/Buffer.h>
@@ -27,8 +28,9 @@ public:
     // Needs the GL context.
     void create();
 
-    // Takes over the lights as they are now, and where the camera sees them.
-    void update(Scene& scene, const ViewCamera& camera);
+    // Takes over the lights as they are now, and where the camera sees them. Returns how many bytes were uploaded: those
+    // of the shapes of which one looks different from the last time.
+    std::size_t update(Scene& scene, const ViewCamera& camera);
     // Into the bound framebuffer. Leaves face culling on.
     void draw() { draw(false); }
     void drawIds() { draw(true); }
@@ -41,10 +43,12 @@ private:
     struct Shape {
         Magnum::GL::Buffer places{Magnum::NoCreate};
         Magnum::GL::Mesh mesh{Magnum::NoCreate};
-        std::vector<Marker> markers;
+        // As they are now, and as they are in video memory.
+        std::vector<Marker> markers, uploaded;
 
         void create(Magnum::GL::Mesh&& shape);
-        void upload();
+        bool isUploaded() const;
+        std::size_t upload();
     };
 
     void draw(bool showsIds);

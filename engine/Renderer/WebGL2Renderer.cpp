@@ -63,10 +63,9 @@ void WebGL2Renderer::setClearColor(const Color4& color) { _state->clearColor = c
 Color4 WebGL2Renderer::clearColor() const { return _state->clearColor; }
 
 void WebGL2Renderer::setBloomEnabled(bool enabled) {
-    if(enabled == bool(_state->bloomDrawing)) return;
-    _state->bloomDrawing = enabled ? std::make_unique<BloomDrawing>() : nullptr;
-    _state->pipelines.setLinear(enabled);
-    _state->areProgramsBuilt = false;
+    if(enabled == _state->isBloomEnabled) return;
+    _state->isBloomEnabled = enabled;
+    _state->setGlowing(enabled);
 }
 
 Shaders::BloomPass& WebGL2Renderer::bloomPass() { return _state->bloom; }
@@ -81,7 +80,11 @@ void WebGL2Renderer::setMultiDrawEnabled(bool enabled) {
 void WebGL2Renderer::setFrustumCullingEnabled(bool enabled) { _state->isCullingEnabled = enabled; }
 
 void WebGL2Renderer::setViewportSize(Id view, const Vector2i& size) {
-    entry(_state->viewportSizes, view, Vector2i{1}) = Math::max(size, Vector2i{1});
+    Vector2i& known = entry(_state->viewportSizes, view, Vector2i{1});
+    if(known == Math::max(size, Vector2i{1})) return;
+    known = Math::max(size, Vector2i{1});
+    // There may be memory for this one.
+    if(_state->isBloomEnabled && !_state->bloomDrawing) _state->setGlowing(true);
 }
 
 void WebGL2Renderer::setViewBufferForView(Id view, Id buffer) {

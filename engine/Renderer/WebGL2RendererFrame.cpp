@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <Corrade/Utility/Debug.h>
 #include <Magnum/GL/AbstractFramebuffer.h>
 #include <Magnum/GL/Renderer.h>
 #include <Vantrel/EngineData/Scene.h>
@@ -14,6 +15,13 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 using namespace Magnum;
+
+namespace {
+
+// That a GL keeps.
+constexpr int MaximumErrors = 16;
+
+} // namespace
 
 void WebGL2Renderer::State::buildPrograms() {
     if(areProgramsBuilt) return;
@@ -139,23 +147,44 @@ void WebGL2Renderer::State::drawView(ViewManager& views, Id view) {
     const ViewUniforms uniforms = viewUniforms(views, view);
     sortFor(views, view);
     updateLightTiles(uniforms);
-    if(bloomDrawing) return drawGlowing(views, view, uniforms);
+    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
+    if(bloomDrawing && !target) return;
+    if(bloomDrawing && !bloomDrawing->begin(view, *target)) giveUpGlow(*target);
+    if(bloomDrawing) return drawGlowing(view, *target, uniforms);
     if(isDepthPassEnabled) drawDepth(uniforms);
     drawPicture(uniforms);
     drawColliders(uniforms);
 }
 
 // Colliders are no part of the scene: their colours are those of the screen.
-void WebGL2Renderer::State::drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms) {
-    GL::AbstractFramebuffer* const target = views.targetFramebuffer(view);
-    if(!target) return;
-    bloomDrawing->begin(view, *target);
+void WebGL2Renderer::State::drawGlowing(Id view, GL::AbstractFramebuffer& target, const ViewUniforms& uniforms) {
     if(isDepthPassEnabled) drawDepth(uniforms);
     drawPicture(uniforms);
-    bloomDrawing->end(view, bloom, *target);
+    bloomDrawing->end(view, bloom, target);
     drawColliders(uniforms);
     // For the next view.
     bindBuffers();
+}
+
+void WebGL2Renderer::State::setGlowing(bool isGlowing) {
+    bloomDrawing = isGlowing ? std::make_unique<BloomDrawing>() : nullptr;
+    pipelines.setLinear(isGlowing);
+    areProgramsBuilt = false;
+}
+
+void WebGL2Renderer::State::giveUpGlow(GL::AbstractFramebuffer& target) {
+    // What the GL has to say of it is said here.
+    for(int i = 0; i != MaximumErrors && GL::Renderer::error() != GL::Renderer::Error::NoError; ++i) {
+    }
+    const Vector2i size = target.viewport().max();
+    if(!isBloomFailureSaid)
+        Utility::Warning{} << "WebGL2Renderer: no memory for the bloom of" << size.x() << "x" << size.y()
+                           << "pixels: drawn without";
+    isBloomFailureSaid = true;
+    setGlowing(false);
+    buildPrograms();
+    bindBuffers();
+    target.bind();
 }
 
 void WebGL2Renderer::State::countView(ViewManager& views, Id view) {

@@ -56,7 +56,11 @@ struct WebGL2Renderer::State {
     void bindBuffers();
     // Into the bound framebuffer, or with a glow into the view's target.
     void drawView(ViewManager& views, Id view);
-    void drawGlowing(ViewManager& views, Id view, const ViewUniforms& uniforms);
+    void drawGlowing(Id view, Magnum::GL::AbstractFramebuffer& target, const ViewUniforms& uniforms);
+    // From now on with a glow, or without.
+    void setGlowing(bool isGlowing);
+    // Without one, as there is no memory for it. Binds the target.
+    void giveUpGlow(Magnum::GL::AbstractFramebuffer& target);
     // Counts what drawView() would draw, and draws nothing but depth and what is behind everything.
     void countView(ViewManager& views, Id view);
     // Puts the visible meshes in the order for the view, for shaders, too.
@@ -83,6 +87,8 @@ struct WebGL2Renderer::State {
     bool isDepthPassEnabled = false;
     bool isCullingEnabled = true;
     Shaders::BloomPass bloom;
+    // Whether it is asked for: after it failed, too.
+    bool isBloomEnabled = false, isBloomFailureSaid = false;
     // Only while bloom is enabled, and while the overdraw is asked for.
     std::unique_ptr<BloomDrawing> bloomDrawing;
     std::unique_ptr<OverdrawDrawing> overdraw;

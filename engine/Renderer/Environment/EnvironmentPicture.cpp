@@ -91,15 +91,22 @@ Int columnsAround(Int width, Float cosineOfLatitude) {
     return std::min(Int(std::asin(sine) / (2.0f * Constants::pi()) * width) + 2, width / 2);
 }
 
-// Calls with each texel whose direction is close to that of another one: its index, its share of the sphere, and how much
-// it gets of what is spread.
-template<class Function> void forEachAround(const Vector2i& size, const Vector2i& middle, const Function& function) {
-    const Rad middleLatitude = latitudeOf(size, middle.y());
+// What a texel gets of the light of one of a row: so many columns away, in which row, and which part of it.
+struct Share {
+    Int away, row;
+    Float part;
+};
+
+// Of all texels whose directions are close to one in the row; the same for all of them. The light stays as much.
+std::vector<Share> sharesAround(const Vector2i& size, Int middle) {
+    const Rad middleLatitude = latitudeOf(size, middle);
     const Float middleSine = Math::sin(middleLatitude), middleCosine = Math::cos(middleLatitude);
     const Float closest = Math::cos(SunSpread);
     const Int columns = columnsAround(size.x(), middleCosine);
     const Int rows = Int(Float(SunSpread) / Constants::pi() * size.y()) + 1;
-    for(Int y = std::max(middle.y() - rows, 0); y <= std::min(middle.y() + rows, size.y() - 1); ++y) {
+    std::vector<Share> shares;
+    Float sum = 0.0f;
+    for(Int y = std::max(middle - rows, 0); y <= std::min(middle + rows, size.y() - 1); ++y) {
         const Rad latitude = latitudeOf(size, y);
         const Float sine = Math::sin(latitude), cosine = Math::cos(latitude);
         for(Int away = -columns; away != columns; ++away) {
@@ -107,19 +114,20 @@ template<class Function> void forEachAround(const Vector2i& size, const Vector2i
             const Float aligned = sine * middleSine + cosine * middleCosine * Math::cos(longitude);
             if(aligned <= closest) continue;
             const Float weight = (aligned - closest) / (1.0f - closest);
-            const Int x = (middle.x() + away + size.x()) % size.x();
-            function(std::size_t(y) * size.x() + x, cosine, weight * weight);
+            shares.push_back({away, y, weight * weight});
+            sum += cosine * weight * weight;
         }
     }
+    for(Share& share: shares) share.part *= middleCosine / sum;
+    return shares;
 }
 
-void spread(EnvironmentPicture& picture, const Vector2i& middle, const Color3& light) {
-    Float sum = 0.0f;
-    forEachAround(picture.size, middle, [&](std::size_t, Float area, Float weight) { sum += area * weight; });
-    const Color3 each = light * (Math::cos(latitudeOf(picture.size, middle.y())) / sum);
-    forEachAround(picture.size, middle, [&](std::size_t i, Float, Float weight) {
-        picture.texels[i] += Color4{each * weight, 0.0f};
-    });
+void spread(EnvironmentPicture& picture, Int column, const std::vector<Share>& shares, const Color3& light) {
+    const Int width = picture.size.x();
+    for(const Share& share: shares) {
+        const Int x = (column + share.away + width) & (width - 1);
+        picture.texels[std::size_t(share.row) * width + x] += Color4{light * share.part, 0.0f};
+    }
 }
 
 // The largest power of two that is not above.
@@ -160,15 +168,19 @@ EnvironmentPicture resized(const EnvironmentPicture& picture, const Vector2i& si
 EnvironmentPicture withSpreadSuns(const EnvironmentPicture& picture) {
     EnvironmentPicture result = picture;
     const Float limit = SunFactor * averageLight(picture);
-    for(Int y = 0; y != picture.size.y(); ++y)
+    std::vector<Share> shares;
+    for(Int y = 0; y != picture.size.y(); ++y) {
+        shares.clear();
         for(Int x = 0; x != picture.size.x(); ++x) {
             const std::size_t i = std::size_t(y) * picture.size.x() + x;
             const Float brightest = picture.texels[i].rgb().max();
             if(brightest <= limit) continue;
             const Color3 excess = picture.texels[i].rgb() * (1.0f - limit / brightest);
             result.texels[i] -= Color4{excess, 0.0f};
-            spread(result, {x, y}, excess);
+            if(shares.empty()) shares = sharesAround(picture.size, y);
+            spread(result, x, shares, excess);
         }
+    }
     return result;
 }
 

@@ -49,18 +49,23 @@ BloomDrawing::BloomDrawing(): _screen{"Screen.frag"} {
     _triangle.setCount(3);
 }
 
-void BloomDrawing::begin(Id view, GL::AbstractFramebuffer& target) {
+bool BloomDrawing::begin(Id view, GL::AbstractFramebuffer& target) {
     if(view >= _views.size()) _views.resize(std::size_t{view} + 1);
     if(!_views[view]) _views[view] = std::make_unique<View>();
-    _views[view]->scene.begin(target);
+    View& drawn = *_views[view];
+    const Vector2i size = target.viewport().max();
+    if(!drawn.pictures || drawn.pictures->size != size) {
+        drawn.pictures = std::make_unique<Pictures>(size);
+        for(GL::Framebuffer* const one:
+            {&drawn.pictures->blurredFb[0], &drawn.pictures->blurredFb[1], &drawn.pictures->mappedFb})
+            if(!isComplete(*one)) return false;
+    }
+    return drawn.scene.begin(target);
 }
 
 void BloomDrawing::end(Id view, Shaders::BloomPass& pass, GL::AbstractFramebuffer& target) {
     View& drawn = *_views[view];
     GL::Texture2D& scene = drawn.scene.resolve();
-    if(!drawn.pictures || drawn.pictures->size != drawn.scene.size())
-        drawn.pictures = std::make_unique<Pictures>(drawn.scene.size());
-
     RendererState state;
     state.depthTest = state.depthWrite = state.faceCulling = false;
     state.apply();
@@ -100,6 +105,8 @@ void BloomDrawing::blurOnce(
 // Nothing is above the largest number: a bloom of nothing is added.
 void BloomDrawing::mapTones(Shaders::Bloom& program, Pictures& pictures, GL::Texture2D& scene) {
     scene.bind(SceneUnit);
+    // Not what is drawn into, which is there since the last frame.
+    pictures.blurred[0].bind(BloomUnit);
     pictures.mappedFb.bind();
     program.setThreshold(std::numeric_limits<Float>::max()).setBloomIntensity(0.0f);
     program.setMask(true).setVertical(false).setBlend(true).draw(_triangle);

@@ -21,8 +21,9 @@ class BloomDrawing {
 public:
     explicit BloomDrawing();
 
-    // Binds what the scene is drawn to in place of the view's target. Depth goes to that of the target.
-    void begin(Id view, Magnum::GL::AbstractFramebuffer& target);
+    // Binds what the scene is drawn to in place of the view's target. Depth goes to that of the target. False where the GL
+    // has no pictures of that size, for want of memory say: then nothing can be drawn with it any more.
+    bool begin(Id view, Magnum::GL::AbstractFramebuffer& target);
     // Draws what came of it over what is in the target, which is bound then. Leaves the switches of RendererState{}.
     void end(Id view, Shaders::BloomPass& pass, Magnum::GL::AbstractFramebuffer& target);
 

@@ -39,11 +39,11 @@ struct DepthAttachment {
     }
 };
 
+} // namespace
+
 bool isComplete(GL::Framebuffer& framebuffer) {
     return framebuffer.checkStatus(GL::FramebufferTarget::Draw) == GL::Framebuffer::Status::Complete;
 }
-
-} // namespace
 
 GL::Texture2D pictureTexture(Containers::StringView label, GL::TextureFormat format, const Vector2i& size) {
     GL::Texture2D texture;
@@ -55,22 +55,30 @@ GL::Texture2D pictureTexture(Containers::StringView label, GL::TextureFormat for
     return texture;
 }
 
-void SideTarget::begin(GL::AbstractFramebuffer& other) {
+bool SideTarget::begin(GL::AbstractFramebuffer& other) {
     other.bind();
-    GLint samples = 0, id = 0;
-    glGetIntegerv(GL_SAMPLES, &samples);
+    GLint id = 0;
     glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &id);
-    CORRADE_ASSERT(id, "SideTarget::begin(): the framebuffer of a window shares no depth", );
-    // Asked for each time: another buffer may have the name of one that is gone.
-    const DepthAttachment depth = DepthAttachment::ofBound();
-
-    const Vector2i size = other.viewport().max();
-    if(size != _size || samples != _samples) create(size, samples);
+    CORRADE_ASSERT(id, "SideTarget::begin(): the framebuffer of a window shares no depth", false);
+    if((id != _other || other.viewport().max() != _size) && !replace(other, id)) return false;
     _drawn.setViewport(other.viewport());
     _drawn.bind();
-    depth.attachToBound();
-    CORRADE_INTERNAL_ASSERT(isComplete(_drawn));
     _drawn.clearColor(0, Color4{0.0f, 0.0f});
+    return true;
+}
+
+// Of the other one, which is bound, all that takes long to ask for.
+bool SideTarget::replace(GL::AbstractFramebuffer& other, Int id) {
+    GLint samples = 0;
+    glGetIntegerv(GL_SAMPLES, &samples);
+    const DepthAttachment depth = DepthAttachment::ofBound();
+    const Vector2i size = other.viewport().max();
+    if(size != _size || samples != _samples) create(size, samples);
+    _drawn.bind();
+    depth.attachToBound();
+    const bool isUsable = isComplete(_drawn) && (!_samples || isComplete(_resolved));
+    _other = isUsable ? id : 0;
+    return isUsable;
 }
 
 GL::Texture2D& SideTarget::resolve() {

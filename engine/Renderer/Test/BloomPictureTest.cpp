@@ -381,6 +381,54 @@ TEST_F(BloomPictureTest, picturesAreMadeAnewOnlyForAnotherSize) {
     EXPECT_EQ(textures().size(), first.size());
 }
 
+// Of a target that says it is larger than a texture can be.
+TEST_F(BloomPictureTest, withoutMemoryNothingGlows) {
+    addSquare({0.5f, 0.5f, 0.5f, 1.0f}, {}, 4.0f);
+    tell();
+    frame();
+    renderer.bloomPass().setKernelSize(5);
+    const LiveObjects without = LiveObjects::count();
+    set(plain());
+    const std::vector<std::uint32_t> glowing = frame();
+    framebuffer.setViewport({{}, {100000, 100000}});
+    const std::string lines = linesOf([&] {
+        for(int i = 0; i != 3; ++i) {
+            update();
+            clear();
+            renderer.render(scene.views, scene);
+        }
+    });
+    EXPECT_EQ(lines, "WebGL2Renderer: no memory for the bloom of 100000 x 100000 pixels: drawn without\n");
+    EXPECT_EQ(LiveObjects::count(), without);
+    framebuffer.setViewport({{}, {Size, Size}});
+    EXPECT_EQ(at(frame(), 0.0f, 0.0f) >> 24, unsigned(screenValue(0.5) + 0.5f)) << "in the colours of the screen";
+
+    renderer.setViewportSize(camera, Vector2i{Size + 1});
+    EXPECT_EQ(frame(), glowing) << "it is tried again for another size";
+}
+
+TEST_F(BloomPictureTest, anotherTargetHasADepthOfItsOwn) {
+    addSquare({0.5f, 0.5f, 0.5f, 1.0f});
+    tell();
+    set(plain());
+    const std::uint32_t color = at(frame(), 0.0f, 0.0f);
+    // Another target of the same size.
+    GL::Renderbuffer otherColor, otherDepth;
+    otherColor.setStorage(GL::RenderbufferFormat::RGBA8, Vector2i{Size});
+    otherDepth.setStorage(GL::RenderbufferFormat::Depth24Stencil8, Vector2i{Size});
+    GL::Framebuffer other{{{}, Vector2i{Size}}};
+    other.attachRenderbuffer(GL::Framebuffer::ColorAttachment{0}, otherColor)
+        .attachRenderbuffer(GL::Framebuffer::BufferAttachment::DepthStencil, otherDepth)
+        .clearColor(0, Color4{0.0f, 1.0f})
+        .clearDepthStencil(0.1f, 0);
+    std::swap(framebuffer, other);
+    renderer.render(scene.views, scene);
+    EXPECT_EQ(at(pixels(), 0.0f, 0.0f), Nothing) << "its depth hides what is drawn";
+    EXPECT_EQ(at(frame(), 0.0f, 0.0f), color);
+    std::swap(framebuffer, other);
+    EXPECT_EQ(at(frame(), 0.0f, 0.0f), color);
+}
+
 TEST_F(BloomPictureTest, aViewWithoutATargetIsNotDrawn) {
     addSquare(RedColor);
     tell();

@@ -1,5 +1,7 @@
 #include "Renderer/Environment/EnvironmentPicture.h"
 
+#include <algorithm>
+#include <chrono>
 #include <limits>
 
 #include <gmock/gmock.h>
@@ -106,6 +108,28 @@ TEST(EnvironmentPictureTest, spreadSunsKeepTheirLightAndTheirPlace) {
             Math::dot(directionAt((Vector2{at} + half) / size), directionAt((Vector2{sun} + half) / size)), 0.999f)
             << sun.y();
     }
+}
+
+// At the poles a sun is close to thousands of texels, and all texels may be suns: which get how much is found out once a row.
+TEST(EnvironmentPictureTest, aRowOfSunsCostsAsManyTimesLessThanItHas) {
+    constexpr Int Row = 124;
+    const EnvironmentPicture dark = environmentPicture(evenImage(Color3{0.01f}));
+    const auto secondsFor = [&](Int suns) {
+        EnvironmentPicture picture = dark;
+        for(Int x = 0; x != suns; ++x) picture.texels[std::size_t(Row * 256 + x)] = Color4{1000.0f};
+        double least = 1.0e9;
+        for(int i = 0; i != 5; ++i) {
+            const auto start = std::chrono::steady_clock::now();
+            const EnvironmentPicture spread = withSpreadSuns(picture);
+            const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+            least = std::min(least, took.count());
+            EXPECT_LT(texelAt(spread, {0, Row}).r(), 900.0f) << "it was a sun";
+        }
+        return least;
+    };
+    const double one = secondsFor(1), all = secondsFor(256);
+    RecordProperty("timesOfOne", int(all / one));
+    EXPECT_LT(all, one * 30.0);
 }
 
 TEST(EnvironmentPictureTest, withoutASunNothingIsSpread) {

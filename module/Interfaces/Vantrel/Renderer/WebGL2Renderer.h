@@ -64,7 +64,8 @@ public:
     void setClearColor(const Magnum::Color4& color);
     Magnum::Color4 clearColor() const;
     // Whether what is bright glows, as the pass says. The pictures that this takes are there only while it is enabled; the
-    // parameters of the pass stay.
+    // parameters of the pass stay. Where there is no memory for them, nothing glows, with a line the first time, until a
+    // view gets another size.
     void setBloomEnabled(bool enabled);
     Shaders::BloomPass& bloomPass();
     // Whether depth is drawn before colour.

@@ -46,7 +46,8 @@ void importFile(const std::string& source, const std::string& output, Messages& 
     OutputFolder result{output};
     Model model;
     if(isImageExtension(extension)) {
-        auto image = usableImage(name, std::move(*bytes), reason);
+        // By what it is called in a folder it is found again, so that it is not imported once more.
+        auto image = usableImage(nameOr(file, name), std::move(*bytes), reason);
         if(!image) throw Unusable{reason};
         model.images.push_back(std::move(*image));
         writeImage(model, name, result);

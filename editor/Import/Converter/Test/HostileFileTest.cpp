@@ -229,15 +229,15 @@ TEST_F(HostileFileTest, LittleMemoryEndsInALine) {
 TEST_F(HostileFileTest, ImagesByThemselves) {
     const ImportResult image = import("My pic.PNG", pngPixel());
     ASSERT_TRUE(image.isDone()) << image.text();
-    EXPECT_STREQ(image.only("images")["name"].GetString(), "My pic");
-    EXPECT_STREQ(image.only("textures")["name"].GetString(), "My pic");
-    EXPECT_EQ(image.only("textures")["image"].GetString(), image.idOf("images", "My pic"));
+    EXPECT_STREQ(image.only("images")["name"].GetString(), "My pic.PNG");
+    EXPECT_STREQ(image.only("textures")["name"].GetString(), "My pic.PNG");
+    EXPECT_EQ(image.only("textures")["image"].GetString(), image.idOf("images", "My pic.PNG"));
     EXPECT_EQ(image.file(image.only("images")), pngPixel());
     EXPECT_FALSE(image.json.HasMember("environment"));
 
     const ImportResult sky = import("sky.hdr", "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 1\n\x80\x80\x80\x80");
     ASSERT_TRUE(sky.isDone()) << sky.text();
-    EXPECT_EQ(sky.json["environment"].GetString(), sky.idOf("images", "sky"));
+    EXPECT_EQ(sky.json["environment"].GetString(), sky.idOf("images", "sky.hdr"));
     EXPECT_STREQ(sky.only("images")["colorSpace"].GetString(), "linear");
 }
 

@@ -19,6 +19,7 @@
 #include "Import/Converter/AnimationRepair.h"
 #include "Import/Converter/LibraryFiles.h"
 #include "Import/Converter/LibraryMeshes.h"
+#include "Import/Converter/PlyCheck.h"
 #include "Import/Converter/Text.h"
 #include "Import/Converter/Transformation.h"
 
@@ -31,6 +32,7 @@ namespace {
 constexpr std::string_view Extensions[]{"obj", "fbx", "ply", "stl", "dae"};
 // Edges that are sharper than this, in degrees, stay edges where normals have to be made up.
 constexpr float SmoothAngle = 45.0f;
+constexpr float Pi = 3.14159265f;
 
 // The only reader that is kept is the one for the extension; others would be tried by what is in the file.
 void keepOneReader(Assimp::Importer& importer, const std::string& extension) {
@@ -298,14 +300,13 @@ private:
         for(unsigned i = 0; i != _scene.mNumCameras; ++i) {
             const aiCamera& source = *_scene.mCameras[i];
             const int place = placeOf(source.mName);
-            const float horizontal = std::tan(source.mHorizontalFOV * 0.5f);
-            if(place == Nothing || source.mOrthographicWidth > 0.0f || !(horizontal > 0.0f)) {
+            const bool hasAngle = source.mHorizontalFOV > 0.0f && source.mHorizontalFOV < Pi;
+            if(place == Nothing || source.mOrthographicWidth > 0.0f || !hasAngle) {
                 _messages.warn("camera " + quoted(source.mName.C_Str()) + " is left out: its kind is not supported");
                 continue;
             }
             Camera camera;
-            const float aspect = source.mAspect > 0.0f && std::isfinite(source.mAspect) ? source.mAspect : 1.0f;
-            camera.verticalAngle = 2.0f * std::atan(horizontal / aspect);
+            camera.horizontalAngle = source.mHorizontalFOV;
             camera.near = source.mClipPlaneNear;
             camera.far = source.mClipPlaneFar;
             const std::string name = nameOr(source.mName.C_Str(), "Camera " + std::to_string(i + 1));
@@ -382,6 +383,8 @@ bool isLibraryExtension(const std::string& extension) {
 
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages) {
+    if(extensionOf(fileName) == "ply")
+        if(const std::string problem = whyNotComplete(bytes); !problem.empty()) throw Unusable{problem};
     const LibraryErrors errors{messages};
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));

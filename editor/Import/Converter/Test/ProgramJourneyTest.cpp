@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "../../engine/Data/Resources/Test/GlbBuilder.h"
-#include "../../engine/Data/Resources/Test/ImageBuilder.h"
+#include "../../../../engine/Data/Resources/Test/GlbBuilder.h"
+#include "../../../../engine/Data/Resources/Test/ImageBuilder.h"
 #include "Journeys/Journey.h"
 
 namespace VantrelTest {
@@ -28,9 +28,9 @@ std::string texturedGlb() {
 }
 
 // The editor with the program that converts in earnest.
-class RealImportJourneyTest: public JourneyTest {
+class ProgramJourneyTest: public JourneyTest {
 protected:
-    RealImportJourneyTest() {
+    ProgramJourneyTest() {
         setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
         folder.write("sign.glb", texturedGlb());
         folder.write("motif.png", png());
@@ -41,7 +41,7 @@ protected:
     }
 };
 
-TEST_F(RealImportJourneyTest, FilesOfFourKindsAreUndoneRedoneSavedAndReopened) {
+TEST_F(ProgramJourneyTest, FilesOfFourKindsAreUndoneRedoneSavedAndReopened) {
     std::string script = "new\n";
     for(const char* const file: {"sign.glb", "roof.obj", "checker.png", "sky.hdr"}) {
         const std::string name = file;

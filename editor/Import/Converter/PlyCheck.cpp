@@ -80,7 +80,6 @@ private:
         _isBigEndian = name == "binary_big_endian";
     }
 
-    // Each of them takes a byte at least.
     bool readElement(std::string_view line) {
         takeWord(line);
         Element element;

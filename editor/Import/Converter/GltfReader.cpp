@@ -14,6 +14,8 @@ using namespace Magnum;
 
 namespace {
 
+constexpr float Pi = 3.14159265f;
+
 const Json* extension(const Json* json, const char* name) { return member(member(json, "extensions"), name); }
 
 class SceneReader {
@@ -140,6 +142,7 @@ private:
         if(type == "spot") light.type = LightType::Spot;
         light.color = Vector3{asVector<3>(member(json, "color"), Vector3{1.0f})};
         light.intensity = asFloat(member(json, "intensity"), 1.0f);
+        if(const float range = asFloat(member(json, "range"), 0.0f); range > 0.0f) light.range = range;
         const Json* const spot = member(json, "spot");
         light.innerAngle = asFloat(member(spot, "innerConeAngle"), 0.0f);
         light.outerAngle = asFloat(member(spot, "outerConeAngle"), light.outerAngle);
@@ -155,10 +158,20 @@ private:
             return {};
         }
         Camera camera;
-        camera.verticalAngle = asFloat(member(perspective, "yfov"), camera.verticalAngle);
+        camera.horizontalAngle = horizontalAngle(*perspective);
         camera.near = asFloat(member(perspective, "znear"), camera.near);
         if(const Json* const far = member(perspective, "zfar")) camera.far = asFloat(far, 1000.0f);
         return camera;
+    }
+
+    // The file has the angle from the lower to the upper edge. Where it does not say how wide the picture is, most screens
+    // decide.
+    static float horizontalAngle(const Json& perspective) {
+        constexpr float UsualAspect = 16.0f / 9.0f, UsualAngle = 1.0f;
+        const float given = asFloat(member(&perspective, "yfov"), UsualAngle);
+        const float aspect = asFloat(member(&perspective, "aspectRatio"), UsualAspect);
+        const float half = std::tan((given > 0.0f && given < Pi ? given : UsualAngle) * 0.5f);
+        return 2.0f * std::atan(half * (aspect > 0.0f ? aspect : UsualAspect));
     }
 
     void readSkins() {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Data/Resources/ImageFileHeader.h"
+#include "Data/Resources/ImageFile.h"
 #include "Import/Converter/Text.h"
 
 namespace VantrelImport {
@@ -28,8 +28,10 @@ bool isImageExtension(const std::string& extension) {
 }
 
 std::optional<ImageData> usableImage(std::string name, std::vector<char> bytes, std::string& reason) {
-    const auto header = VantrelEngine::readImageFileHeader({bytes.data(), bytes.size()}, reason);
-    if(!header) return {};
+    const Corrade::Containers::ArrayView<const char> view{bytes.data(), bytes.size()};
+    const auto header = VantrelEngine::readImageFileHeader(view, reason);
+    // What lies behind a header can only be told by decoding it.
+    if(!header || !VantrelEngine::readImage(view, reason)) return {};
     return ImageData{std::move(name), extensionFor(header->format), std::move(bytes)};
 }
 

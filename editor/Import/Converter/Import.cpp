@@ -31,7 +31,7 @@ void checkExtension(const std::string& extension) {
 
 } // namespace
 
-void importFile(const std::string& source, const std::string& output, Messages& messages) {
+void importFile(const std::string& source, const std::string& output, std::uint64_t maximumOutput, Messages& messages) {
     const AssetFolder folder{folderOf(source)};
     const std::string file = baseName(source), extension = extensionOf(file);
     const std::string name = nameOr(stemOf(file), "Imported");
@@ -44,10 +44,11 @@ void importFile(const std::string& source, const std::string& output, Messages& 
     if(isArchive(*bytes)) throw Unusable{"archives are not read"};
     messages.progress(0.1, "reading");
 
-    OutputFolder result{output};
+    OutputFolder result{output, maximumOutput};
     Model model;
     if(isImageExtension(extension)) {
-        auto image = usableImage(name, std::move(*bytes), reason);
+        // By what it is called in a folder it is found again, so that it is not imported once more.
+        auto image = usableImage(nameOr(file, name), std::move(*bytes), reason);
         if(!image) throw Unusable{reason};
         model.images.push_back(std::move(*image));
         writeImage(model, name, result);

@@ -19,6 +19,7 @@
 #include "Import/Converter/LibraryFiles.h"
 #include "Import/Converter/LibraryFormats.h"
 #include "Import/Converter/LibraryMeshes.h"
+#include "Import/Converter/PlyCheck.h"
 #include "Import/Converter/Text.h"
 #include "Import/Converter/Transformation.h"
 
@@ -30,6 +31,7 @@ namespace {
 
 // Edges that are sharper than this, in degrees, stay edges where normals have to be made up.
 constexpr float SmoothAngle = 45.0f;
+constexpr float Pi = 3.14159265f;
 
 Matrix4 matrixOf(const aiMatrix4x4& from) {
     Matrix4 matrix;
@@ -285,14 +287,13 @@ private:
         for(unsigned i = 0; i != _scene.mNumCameras; ++i) {
             const aiCamera& source = *_scene.mCameras[i];
             const int place = placeOf(source.mName);
-            const float horizontal = std::tan(source.mHorizontalFOV * 0.5f);
-            if(place == Nothing || source.mOrthographicWidth > 0.0f || !(horizontal > 0.0f)) {
+            const bool hasAngle = source.mHorizontalFOV > 0.0f && source.mHorizontalFOV < Pi;
+            if(place == Nothing || source.mOrthographicWidth > 0.0f || !hasAngle) {
                 _messages.warn("camera " + quoted(source.mName.C_Str()) + " is left out: its kind is not supported");
                 continue;
             }
             Camera camera;
-            const float aspect = source.mAspect > 0.0f && std::isfinite(source.mAspect) ? source.mAspect : 1.0f;
-            camera.verticalAngle = 2.0f * std::atan(horizontal / aspect);
+            camera.horizontalAngle = source.mHorizontalFOV;
             camera.near = source.mClipPlaneNear;
             camera.far = source.mClipPlaneFar;
             const std::string name = nameOr(source.mName.C_Str(), "Camera " + std::to_string(i + 1));
@@ -361,17 +362,12 @@ private:
     std::vector<Source> _sources;
 };
 
-// The reader of PLY would look for the end of the header for ever.
-bool isHeaderCutOff(const std::vector<char>& bytes, const std::string& extension) {
-    constexpr std::string_view End = "end_header";
-    return extension == "ply" && std::search(bytes.begin(), bytes.end(), End.begin(), End.end()) == bytes.end();
-}
-
 } // namespace
 
 void readWithLibrary(
     std::vector<char> bytes, const std::string& fileName, const AssetFolder& folder, Model& model, Messages& messages) {
-    if(isHeaderCutOff(bytes, extensionOf(fileName))) throw Unusable{"its header has no end"};
+    if(extensionOf(fileName) == "ply")
+        if(const std::string problem = whyNotComplete(bytes); !problem.empty()) throw Unusable{problem};
     const LibraryErrors errors{messages};
     Assimp::Importer importer;
     keepOneReader(importer, extensionOf(fileName));

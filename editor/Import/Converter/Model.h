@@ -97,12 +97,14 @@ struct Light {
     float intensity = 1.0f;
     // Radians from the axis.
     float innerAngle = 0.0f, outerAngle = 0.785398f;
+    // How far it reaches, if the file says so. Above 0.
+    std::optional<float> range;
 };
 
 // Looks along -Z of its node.
 struct Camera {
-    // Radians from the lower to the upper edge.
-    float verticalAngle = 1.0f;
+    // Radians from the left to the right edge.
+    float horizontalAngle = 1.5f;
     float near = 0.1f;
     // None: infinitely far.
     std::optional<float> far;

@@ -8,6 +8,7 @@
 
 #include "Import/Converter/GlbWriter.h"
 #include "Import/Converter/MaterialWriter.h"
+#include "Import/Converter/Shadows.h"
 #include "Import/Converter/Text.h"
 
 namespace VantrelImport {
@@ -48,7 +49,7 @@ std::size_t counted(std::size_t count, std::size_t maximum, const char* what, Me
 class Writer {
 public:
     explicit Writer(const Model& model, const std::string& name, OutputFolder& output, Messages& messages):
-        _model{model}, _name{name}, _output{output}, _messages{messages}, _materials{_json, output} {}
+        _model{model}, _name{name}, _output{output}, _messages{messages}, _materials{_json, output}, _shadows{model} {}
 
     void write() {
         begin(_json, _name);
@@ -240,9 +241,12 @@ private:
         _json.set(values, "intensity", _json.number(light.intensity));
         _json.set(values, "outerAngle", degrees(light.type == LightType::Spot ? light.outerAngle : 0.0f));
         _json.set(values, "innerAngle", degrees(light.type == LightType::Spot ? light.innerAngle : 0.0f));
-        _json.set(values, "shadows", JsonValue{false});
-        for(const char* const key: {"shadowRange", "shadowBias", "shadowNormalBias", "shadowTexelSize"})
+        _json.set(values, "shadows", JsonValue{_shadows.has(light)});
+        _json.set(values, "shadowRange", _json.number(_shadows.range(light)));
+        for(const char* const key: {"shadowBias", "shadowNormalBias", "shadowTexelSize"})
             _json.set(values, key, _json.number(0.0f));
+        constexpr int SunCascades = 3;
+        if(light.type == LightType::Sun) _json.set(values, "cascadeCount", JsonValue{SunCascades});
         return component("light", std::move(values));
     }
 
@@ -250,7 +254,7 @@ private:
         // Beyond what a float holds is infinitely far.
         constexpr double Infinitely = 1.0e39;
         JsonValue values = _json.object();
-        _json.set(values, "fov", _json.number(camera.verticalAngle * 180.0f / Pi));
+        _json.set(values, "fov", _json.number(camera.horizontalAngle * 180.0f / Pi));
         _json.set(values, "near", _json.number(camera.near));
         _json.set(values, "far", camera.far ? _json.number(*camera.far) : JsonValue{Infinitely});
         return component("view", std::move(values));
@@ -274,6 +278,7 @@ private:
     Messages& _messages;
     JsonBuilder _json;
     MaterialWriter _materials;
+    const Shadows _shadows;
     std::size_t _nodeCount = 0;
     std::vector<std::string> _materialIds, _animationIds;
     // By mesh of the model.

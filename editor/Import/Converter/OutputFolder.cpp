@@ -40,21 +40,27 @@ bool writeFile(const std::string& path, const char* data, std::size_t size) {
 
 } // namespace
 
-OutputFolder::OutputFolder(std::string path): _path{std::move(path)} {
+OutputFolder::OutputFolder(std::string path, std::uint64_t maximum):
+    _path{std::move(path)}, _maximum{maximum}, _space{maximum} {
     if(mkdir((_path + "/files").data(), 0755) != 0) fail("files");
 }
 
 std::string OutputFolder::add(const char* data, std::size_t size, const std::string& extension) {
     const std::string name = "files/" + sha256(data, size) + '.' + extension;
-    const std::string path = _path + '/' + name;
-    if(access(path.data(), F_OK) != 0 && !writeFile(path, data, size)) fail(name);
+    if(access((_path + '/' + name).data(), F_OK) != 0) write(name, data, size);
     return name;
 }
 
+void OutputFolder::write(const std::string& name, const char* data, std::size_t size) {
+    if(size > _space) throw Unusable{"it becomes larger than " + std::to_string(_maximum) + " bytes"};
+    if(!writeFile(_path + '/' + name, data, size)) fail(name);
+    _space -= size;
+}
+
 void OutputFolder::finish(std::string_view json) {
-    const std::string path = _path + "/import.json", unfinished = path + ".part";
-    if(!writeFile(unfinished, json.data(), json.size()) || std::rename(unfinished.data(), path.data()) != 0)
-        fail("import.json");
+    const std::string name = "import.json", unfinished = name + ".part";
+    write(unfinished, json.data(), json.size());
+    if(std::rename((_path + '/' + unfinished).data(), (_path + '/' + name).data()) != 0) fail(name);
 }
 
 } // namespace VantrelImport

@@ -7,7 +7,9 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
+#include "Import/Converter/CallFilter.h"
 #include "Import/Converter/Confinement.h"
 #include "Import/Converter/Import.h"
 #include "Import/Converter/Messages.h"
@@ -22,13 +24,23 @@ std::string realPath(const std::string& path) {
     return real.get();
 }
 
-int run(const std::string& chosen, const std::string& output, const VantrelImport::ResourceLimits& limits) {
+// What a kernel cannot do is only told to whoever reads the error output: the user could not help it.
+void require(VantrelImport::Confined confined, const char* what) {
+    if(confined == VantrelImport::Confined::Failed)
+        throw VantrelImport::Unusable{std::string{"the system refuses to confine its "} + what};
+    if(confined == VantrelImport::Confined::NotKnown)
+        std::fprintf(stderr, "vantrel-import: this system cannot confine its %s\n", what);
+}
+
+int run(const std::string& chosen, const std::string& output, const VantrelImport::ResourceLimits& limits,
+    std::uint64_t maximumOutput) {
     VantrelImport::Messages messages{stdout};
     try {
         const std::string source = realPath(chosen);
         if(!VantrelImport::limitResources(limits)) throw VantrelImport::Unusable{"the system grants no limits"};
-        VantrelImport::confineFiles(VantrelImport::folderOf(source), output);
-        VantrelImport::importFile(source, output, messages);
+        require(VantrelImport::confineFiles(VantrelImport::folderOf(source), output), "files");
+        require(VantrelImport::confineCalls(), "calls");
+        VantrelImport::importFile(source, output, maximumOutput, messages);
         messages.done();
         return 0;
     } catch(const std::bad_alloc&) {
@@ -52,6 +64,9 @@ int main(int argc, char** argv) {
         ->check(CLI::Range(1, 86400))
         ->capture_default_str();
     app.add_option("--memory", limits.memory, "Bytes that it may use")->capture_default_str();
+    std::uint64_t maximumOutput = std::uint64_t{2} << 30;
+    app.add_option("--output-bytes", maximumOutput, "Bytes that all that it writes may have")->capture_default_str();
     CLI11_PARSE(app, argc, argv);
-    return run(source, output, limits);
+    if(!VantrelImport::endWithParent(STDOUT_FILENO)) return 1;
+    return run(source, output, limits, maximumOutput);
 }

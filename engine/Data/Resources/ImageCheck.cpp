@@ -119,16 +119,54 @@ private:
     bool _isProgressive = false;
 };
 
-constexpr std::size_t TgaHeaderSize = 18;
+// Little-endian.
+std::size_t word(Bytes bytes, std::size_t offset) {
+    return std::size_t{bytes[offset]} | std::size_t{bytes[offset + 1]} << 8;
+}
+std::size_t doubleWord(Bytes bytes, std::size_t offset) { return word(bytes, offset) | word(bytes, offset + 2) << 16; }
 
-// A TGA file of colours or grey values that are not compressed and that are not all there.
+constexpr std::size_t TgaHeaderSize = 18;
+// The kinds of TGA: palettes, colours and grey values, and 8 more for each of them packed.
+constexpr unsigned TgaKinds = 3, PackedTga = 8;
+
+// Whether packets for so many pixels are there. The highest bit of a packet's first byte says that one pixel is repeated;
+// the others are one less than how many pixels it is for.
+bool holdsPackets(Bytes bytes, std::size_t position, std::size_t pixels, std::size_t pixelSize) {
+    for(std::size_t done = 0; done < pixels;) {
+        if(position >= bytes.size()) return false;
+        const std::size_t count = (bytes[position] & 127u) + 1;
+        position += 1 + (bytes[position] & 128u ? 1 : count) * pixelSize;
+        done += count;
+    }
+    return position <= bytes.size();
+}
+
 bool isTruncatedTga(Bytes bytes) {
-    if(bytes.size() < TgaHeaderSize || bytes[1] > 1 || (bytes[2] != 2 && bytes[2] != 3)) return false;
-    const auto word = [&](std::size_t offset) {
-        return std::size_t{bytes[offset]} | std::size_t{bytes[offset + 1]} << 8;
-    };
-    const std::size_t palette = bytes[1] ? word(5) * ((bytes[7] + 7u) / 8u) : 0;
-    return TgaHeaderSize + bytes[0] + palette + word(12) * word(14) * ((bytes[16] + 7u) / 8u) > bytes.size();
+    if(bytes.size() < TgaHeaderSize || bytes[1] > 1) return false;
+    const bool isPacked = bytes[2] > PackedTga;
+    const unsigned kind = bytes[2] - (isPacked ? PackedTga : 0u);
+    if(kind == 0 || kind > TgaKinds) return false;
+    const std::size_t palette = bytes[1] ? word(bytes, 5) * ((bytes[7] + 7u) / 8u) : 0;
+    const std::size_t begin = TgaHeaderSize + bytes[0] + palette, pixels = word(bytes, 12) * word(bytes, 14);
+    const std::size_t pixelSize = (bytes[16] + 7u) / 8u;
+    return isPacked ? !holdsPackets(bytes, begin, pixels, pixelSize) : begin + pixels * pixelSize > bytes.size();
+}
+
+// Negative heights are of files whose rows go downwards.
+std::size_t magnitude(std::size_t number) { return number >> 31 ? (std::size_t{1} << 32) - number : number; }
+
+// Where it is compressed, the decoder refuses it. Rows are padded to four bytes; what pads the last one may be missing.
+bool isTruncatedBmp(Bytes bytes) {
+    constexpr std::size_t HeaderSize = 26, LargeHeaderSize = 34;
+    if(bytes.size() < 2 || bytes[0] != 'B' || bytes[1] != 'M') return false;
+    if(bytes.size() < HeaderSize) return true;
+    const bool isOld = doubleWord(bytes, 14) == 12;
+    if(!isOld && bytes.size() < LargeHeaderSize) return true;
+    const std::size_t width = isOld ? word(bytes, 18) : magnitude(doubleWord(bytes, 18));
+    const std::size_t height = isOld ? word(bytes, 20) : magnitude(doubleWord(bytes, 22));
+    const std::size_t rowBits = width * word(bytes, isOld ? 24 : 28);
+    if(height == 0) return false;
+    return doubleWord(bytes, 10) + (rowBits + 31) / 32 * 4 * (height - 1) + (rowBits + 7) / 8 > bytes.size();
 }
 
 // Walks over the pixels of an HDR file as the decoder does.
@@ -196,7 +234,8 @@ bool isTruncatedHdr(Bytes bytes, const Magnum::Vector2i& size) { return HdrCheck
 const char* whyNotDecodable(Bytes bytes) {
     JpegCheck jpeg{bytes};
     if(!bytes.isEmpty() && bytes[0] == 0xff && jpeg.isJpeg()) return jpeg.problem();
-    return isTruncatedTga(bytes) ? "the TGA file is truncated" : nullptr;
+    if(isTruncatedTga(bytes)) return "the TGA file is truncated";
+    return isTruncatedBmp(bytes) ? "the BMP file is truncated" : nullptr;
 }
 
 } // namespace VantrelEngine

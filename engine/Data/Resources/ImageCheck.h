@@ -7,9 +7,9 @@
 namespace VantrelEngine {
 
 // Why an image must not be given to the decoder, which believes some of what a file says and reads or writes beyond its
-// memory otherwise: the sizes of the Huffman tables of a JPEG file and that the tables are there before they are used,
-// and that a TGA file without compression has all of its pixels. Null for an image that may, whether it is one or not.
-// Linear.
+// memory otherwise, or makes pixels up: the sizes of the Huffman tables of a JPEG file and that the tables are there
+// before they are used, and that TGA and BMP files have all of their pixels. Null for an image that may, whether it is
+// one or not. Linear.
 const char* whyNotDecodable(Corrade::Containers::ArrayView<const unsigned char> bytes);
 
 // Whether an HDR file of this size in pixels ends before its last pixel: the decoder would wait for it for ever. Linear.

@@ -1,5 +1,6 @@
 #include "Data/Resources/ImageFileHeader.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 
@@ -33,6 +34,8 @@ bool findSize(Bytes bytes, ImageFileHeader& header, std::string& reason) {
         reason = "this is not a PNG, JPEG, TGA, BMP or HDR image, or it is damaged or larger than 8192 x 8192 pixels";
         return false;
     }
+    // Negative in BMP files whose rows go downwards.
+    if(height > -MaximumImageEdge) height = std::abs(height);
     header.size = {width, height};
     const std::size_t size = std::size_t(width) * std::size_t(height) * pixelSize(header.format);
     if(width > 0 && height > 0 && width <= MaximumImageEdge && height <= MaximumImageEdge && size <= MaximumImageSize)

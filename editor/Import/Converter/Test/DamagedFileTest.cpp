@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include "Data/Resources/AnimationFile.h"
+#include "Data/Resources/ImageFile.h"
 #include "Data/Resources/MeshFile.h"
 #include "Data/Resources/SkinFile.h"
 #include "Data/Resources/Test/GlbBuilder.h"
@@ -104,6 +105,7 @@ End expectOrderlyEnd(const ImportResult& result) {
     expectReadable(result, "meshes", VantrelEngine::readMesh);
     expectReadable(result, "skins", VantrelEngine::readSkin);
     expectReadable(result, "animations", VantrelEngine::readAnimation);
+    expectReadable(result, "images", VantrelEngine::readImage);
     return End::Done;
 }
 

@@ -152,15 +152,51 @@ TEST_F(GltfSceneTest, LightsShineWhereTheyDid) {
     EXPECT_NEAR(torch["outerAngle"].GetFloat(), 57.2958f, 1e-3f);
 }
 
+// Beside a triangle with edges of 1, 1 and the root of 2, twice as large.
+TEST_F(GltfSceneTest, LightsThrowShadowsAsFarAsTheyReach) {
+    const auto lit = [&](const std::string& more, const std::string& nodes) {
+        return import("a.gltf",
+            triangleGltf(R"(,"extensions":{"KHR_lights_punctual":{"lights":[{"type":"directional"},)"
+                         R"({"type":"point","range":7},{"type":"spot"}]}})",
+                R"("scenes":[{"nodes":[0,1,2,3,4)" + more +
+                    R"(]}],"nodes":[{"name":"Thing","mesh":0,"scale":[2,2,2]})" + nodes));
+    };
+    const auto node = [](const std::string& name, int light) {
+        return R"(,{"name":")" + name + R"(","extensions":{"KHR_lights_punctual":{"light":)" + std::to_string(light) +
+            "}}}";
+    };
+    const std::string four = node("Sun", 0) + node("Other", 0) + node("Bulb", 1) + node("Torch", 2);
+    const ImportResult few = lit("", four + ']');
+    ASSERT_TRUE(few.isDone()) << few.text();
+    const auto expectShadows = [](const ImportResult& result, const char* name, bool has, float range) {
+        const JsonValue& light = result.component(name, "light");
+        EXPECT_EQ(light["shadows"].GetBool(), has) << name;
+        EXPECT_NEAR(light["shadowRange"].GetFloat(), range, 1e-4f) << name;
+    };
+    const float diagonal = std::sqrt(8.0f);
+    expectShadows(few, "Sun Light", true, 2.0f * diagonal);
+    expectShadows(few, "Other Light", false, 2.0f * diagonal);
+    expectShadows(few, "Bulb", true, 7.0f);
+    expectShadows(few, "Torch Light", false, diagonal);
+    EXPECT_EQ(few.component("Sun Light", "light")["cascadeCount"].GetInt(), 3);
+    // Five are many.
+    const ImportResult many = lit(",5", four + node("Fifth", 1) + ']');
+    ASSERT_TRUE(many.isDone()) << many.text();
+    expectShadows(many, "Sun Light", true, 2.0f * diagonal);
+    expectShadows(many, "Bulb", false, 7.0f);
+}
+
 TEST_F(GltfSceneTest, Cameras) {
     const ImportResult result =
         importScene(R"("scenes":[{"nodes":[0,1,2]}],"nodes":[{"name":"Near","camera":0},{"name":"Far","camera":1},
         {"name":"Map","camera":2}])",
             R"(,"cameras":[{"type":"perspective","perspective":{"yfov":1,"znear":0.5,"zfar":20}},
-        {"type":"perspective","perspective":{"yfov":0.5,"znear":0.1}},{"type":"orthographic","orthographic":{}}])");
+        {"type":"perspective","perspective":{"yfov":0.5,"aspectRatio":2,"znear":0.1}},{"type":"orthographic","orthographic":{}}])");
     ASSERT_TRUE(result.isDone()) << result.text();
     const JsonValue& near = result.component("Near", "view");
-    EXPECT_NEAR(near["fov"].GetFloat(), 57.2958f, 1e-3f);
+    // Across the picture: 2 * atan(tan(yfov / 2) * aspect), of 16 by 9 where the file does not say.
+    EXPECT_NEAR(near["fov"].GetFloat(), 88.3262f, 1e-3f);
+    EXPECT_NEAR(result.component("Far", "view")["fov"].GetFloat(), 54.1053f, 1e-3f);
     EXPECT_EQ(near["near"].GetFloat(), 0.5f);
     EXPECT_EQ(near["far"].GetFloat(), 20.0f);
     EXPECT_EQ(result.component("Far", "view")["far"].GetDouble(), 1e39);

@@ -219,18 +219,36 @@ TEST_F(HostileFileTest, LittleMemoryEndsInALine) {
     EXPECT_TRUE(import("b.gltf", triangleGltf()).isDone());
 }
 
+// Each of its files is small, and all together are not.
+TEST_F(HostileFileTest, AllThatIsWrittenHasALimit) {
+    VantrelTest::writeFile(model("a.gltf"), triangleGltf());
+    const auto limited = [&](int bytes) {
+        return runConverter(model("a.gltf"), folder.path().string(), {"--output-bytes", std::to_string(bytes)});
+    };
+    const ImportResult free = limited(1000000);
+    ASSERT_TRUE(free.isDone()) << free.text();
+    std::uintmax_t size = 0;
+    for(const auto& entry: fs::recursive_directory_iterator{free.folder})
+        if(entry.is_regular_file()) size += entry.file_size();
+    EXPECT_TRUE(limited(int(size)).isDone());
+    const ImportResult full = limited(int(size) - 1);
+    EXPECT_EQ(full.error(), "it becomes larger than " + std::to_string(size - 1) + " bytes") << full.text();
+    EXPECT_TRUE(full.json.IsNull());
+    EXPECT_EQ(limited(10).error(), "it becomes larger than 10 bytes");
+}
+
 TEST_F(HostileFileTest, ImagesByThemselves) {
     const ImportResult image = import("My pic.PNG", pngPixel());
     ASSERT_TRUE(image.isDone()) << image.text();
-    EXPECT_STREQ(image.only("images")["name"].GetString(), "My pic");
-    EXPECT_STREQ(image.only("textures")["name"].GetString(), "My pic");
-    EXPECT_EQ(image.only("textures")["image"].GetString(), image.idOf("images", "My pic"));
+    EXPECT_STREQ(image.only("images")["name"].GetString(), "My pic.PNG");
+    EXPECT_STREQ(image.only("textures")["name"].GetString(), "My pic.PNG");
+    EXPECT_EQ(image.only("textures")["image"].GetString(), image.idOf("images", "My pic.PNG"));
     EXPECT_EQ(image.file(image.only("images")), pngPixel());
     EXPECT_FALSE(image.json.HasMember("environment"));
 
     const ImportResult sky = import("sky.hdr", "#?RADIANCE\nFORMAT=32-bit_rle_rgbe\n\n-Y 1 +X 1\n\x80\x80\x80\x80");
     ASSERT_TRUE(sky.isDone()) << sky.text();
-    EXPECT_EQ(sky.json["environment"].GetString(), sky.idOf("images", "sky"));
+    EXPECT_EQ(sky.json["environment"].GetString(), sky.idOf("images", "sky.hdr"));
     EXPECT_STREQ(sky.only("images")["colorSpace"].GetString(), "linear");
 }
 

@@ -95,6 +95,37 @@ TEST_F(LibraryImportTest, Ply) {
     EXPECT_TRUE(isRed);
 }
 
+std::string binaryPly(bool isBigEndian) {
+    std::string bytes = std::string{"ply\nformat binary_"} + (isBigEndian ? "big" : "little") +
+        "_endian 1.0\ncomment c\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n"
+        "element face 1\nproperty list uchar int vertex_indices\nend_header\n";
+    const auto append = [&](std::uint32_t value) {
+        for(unsigned i = 0; i != 4; ++i) bytes += char(value >> 8 * (isBigEndian ? 3 - i : i));
+    };
+    for(const std::uint32_t coordinate: {0u, 0u, 0u, 0x3f800000u, 0u, 0u, 0u, 0x3f800000u, 0u}) append(coordinate);
+    bytes += '\3';
+    for(const std::uint32_t index: {0u, 1u, 2u}) append(index);
+    return bytes;
+}
+
+// The library would wait for the rest until its time is over.
+TEST_F(LibraryImportTest, APlyFileThatIsCutIsRefusedAtOnce) {
+    const std::string text = PlyText;
+    for(const std::string& whole: {text.substr(0, text.size() - 1), binaryPly(false), binaryPly(true)}) {
+        EXPECT_TRUE(import("a.ply", whole).isDone());
+        for(std::size_t size = 1; size < whole.size(); size += size < whole.size() - 40 ? 20 : 1) {
+            const ImportResult result = import("a.ply", whole.substr(0, size));
+            EXPECT_THAT(result.error(),
+                AnyOf("its header has no end", "the file ends before its last element",
+                    "an element of its header has no number", "a property of its header has no known type"))
+                << size << result.text();
+        }
+    }
+    std::string claim = PlyText;
+    claim.replace(claim.find("face 1"), 6, "face 4000000000");
+    EXPECT_EQ(import("a.ply", claim).error(), "the file ends before its last element");
+}
+
 TEST_F(LibraryImportTest, PointsAndLinesAreSaid) {
     const ImportResult result = import("a.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\no Mixed\nf 1 2 3\nl 1 2\nl 2 3\n");
     ASSERT_TRUE(result.isDone()) << result.text();
@@ -123,7 +154,8 @@ TEST_F(LibraryImportTest, ColladaStandsUprightInMetres) {
     EXPECT_THAT(placeOf(result, "Thing", "translation"), ElementsAre(0, 0, 100));
     EXPECT_EQ(
         result.named("materials", "Red")["Lit"]["baseColorTexture"].GetString(), result.idOf("textures", "pic one"));
-    EXPECT_EQ(result.component("Cam", "view")["fov"].GetFloat(), 40.0f);
+    // 40 degrees upright, in a picture that is twice as wide as high.
+    EXPECT_NEAR(result.component("Cam", "view")["fov"].GetFloat(), 72.1048f, 1e-3f);
     EXPECT_STREQ(result.component("Sun Light", "light")["type"].GetString(), "sun");
     EXPECT_EQ(result.component("Sun Light", "light")["intensity"].GetFloat(), 2.0f);
     EXPECT_EQ(result.component("Spot Light", "light")["outerAngle"].GetFloat(), 30.0f);

@@ -149,6 +149,34 @@ TEST(ImageFileTest, truncatedTga) {
     EXPECT_EQ(reasonOf(good.substr(0, good.size() - 1)), "the TGA file is truncated");
 }
 
+// What is not there would be made up by the decoder.
+TEST(ImageFileTest, truncatedPackedTgaAndBmp) {
+    std::vector<unsigned char> runs(9 * 4 * 4, 7);
+    std::copy(Pixels.begin(), Pixels.end(), runs.begin());
+    const std::string tga = tgaFile(9, 4, runs), bmp = bmpFile(3, 2, Pixels);
+    ASSERT_LT(tga.size(), 18 + runs.size()) << "not packed";
+    std::string reason;
+    EXPECT_TRUE(readImage(view(tga), reason)) << reason;
+    for(std::size_t size = 18; size != tga.size(); ++size)
+        EXPECT_EQ(reasonOf(tga.substr(0, size)), "the TGA file is truncated") << size;
+    EXPECT_TRUE(readImage(view(bmp), reason)) << reason;
+    for(std::size_t size = 2; size != bmp.size(); ++size)
+        EXPECT_EQ(reasonOf(bmp.substr(0, size)), "the BMP file is truncated") << size;
+}
+
+// Two pixels of palettes: 24 bits an entry there, four bits a pixel and rows that go downwards here.
+TEST(ImageFileTest, truncatedPalettes) {
+    const std::string tga =
+        std::string{"\0\1\1\0\0\2\0\x18\0\0\0\0\2\0\1\0\x08\0", 18} + "abcdef" + std::string{"\0\1", 2};
+    std::string bmp{"BM\0\0\0\0\0\0\0\0\x3e\0\0\0\x28\0\0\0\2\0\0\0\xff\xff\xff\xff\1\0\4\0", 30};
+    bmp += std::string(16, '\0') + std::string{"\2\0\0\0\0\0\0\0", 8} + std::string{"abc\0def\0", 8} + '\x01';
+    std::string reason;
+    EXPECT_TRUE(readImage(view(bmp), reason)) << reason;
+    EXPECT_EQ(reasonOf(bmp.substr(0, bmp.size() - 1)), "the BMP file is truncated");
+    EXPECT_TRUE(readImage(view(tga), reason)) << reason;
+    EXPECT_EQ(reasonOf(tga.substr(0, tga.size() - 1)), "the TGA file is truncated");
+}
+
 // What the decoder would read for ever: rows of 8 pixels and more are packed.
 TEST(ImageFileTest, truncatedHdr) {
     for(const int width: {3, 16}) {

@@ -132,7 +132,11 @@ int main(int argc, char** argv) {
         write(output + "/files/" + hex("slow") + ".bmp", bitmap("slow"));
         return end();
     }
-    if(verb == "crash") std::raise(SIGSEGV);
+    if(verb == "crash") {
+        // A sanitizer would make an exit of it.
+        std::signal(SIGSEGV, SIG_DFL);
+        std::raise(SIGSEGV);
+    }
     if(verb == "hang") {
         std::signal(SIGTERM, SIG_IGN);
         while(true) pause();

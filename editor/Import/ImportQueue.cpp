@@ -22,8 +22,12 @@ void say(const std::string& name, const InsertedImport& inserted) {
         Utility::Error{} << name.data() << Utility::Debug::nospace << ":" << inserted.error.data();
         return;
     }
-    Utility::Debug{} << "Imported" << name.data() << Utility::Debug::nospace << ":" << inserted.objectCount
-                     << (inserted.objectCount == 1 ? "object" : "objects");
+    Utility::Debug out;
+    out << "Imported" << name.data();
+    // An image alone has none.
+    if(inserted.objectCount)
+        out << Utility::Debug::nospace << ":" << inserted.objectCount
+            << (inserted.objectCount == 1 ? "object" : "objects");
 }
 
 // Where the insertion begins on the way from 0 to 1.

@@ -60,6 +60,8 @@ TEST_F(ProgramJourneyTest, FilesOfFourKindsAreUndoneRedoneSavedAndReopened) {
         EXPECT_EQ(read("undone-" + name), read("before-" + name));
         EXPECT_EQ(read("redone-" + name), read("after-" + name));
     }
+    EXPECT_THAT(result.output, HasSubstr("Imported roof.obj: 2 objects\n"));
+    EXPECT_THAT(result.output, HasSubstr("Imported sky.hdr\n"));
     EXPECT_EQ(read("reopened"), read("after-sky.hdr"));
     EXPECT_THAT(read("reopened"),
         AllOf(HasSubstr("\"Sign\""), HasSubstr("\"Motif\""), HasSubstr("\"Roof\""), HasSubstr("\"checker.png\""),

@@ -127,9 +127,16 @@ void deselect(ViewHost& host) {
     host.session.data().deselectObject(objectOf(host, "column2Shaft"));
     host.session.data().deselectObject(objectOf(host, "column2Capital"));
 }
-// Culling stays for where the camera was, then it backs off.
+void setPlanes(ViewHost& host, const char* near, const char* far) {
+    set(host, "/settings/editor/camera/near", near);
+    set(host, "/settings/editor/camera/far", far);
+    host.frame();
+}
+// Culling stays for where the camera was, then it backs off. What was the far plane has to be well before the new one:
+// where both meet, rounding decides what is seen of it.
 void freezeCulling(ViewHost& host) {
     host.session.data().selectObject(objectOf(host, "crate1"), false);
+    setPlanes(host, "0.5", "30");
     host.state.display(DebugDisplay::FreezeCullingFrustum) = 1;
     ImGui::GetIO().MousePos = {200.0f, 150.0f};
     host.frame();
@@ -137,6 +144,7 @@ void freezeCulling(ViewHost& host) {
     host.view().mousePressEvent({MouseButton::Middle, {200, 150}, 0});
     host.view().mouseMoveEvent({{0, 500}, ModifierControl});
     host.view().mouseReleaseEvent({MouseButton::Middle, {200, 150}, 0});
+    setPlanes(host, "0.5", "500");
 }
 void hideGround(ViewHost& host) { set(host, "/objects/ground/components/0/active", "false"); }
 const Golden Goldens[]{

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include <Magnum/Math/Functions.h>
+
 namespace VantrelImport {
 
 using namespace Magnum;

@@ -83,6 +83,7 @@ void WebGL2Renderer::setViewportSize(Id view, const Vector2i& size) {
     Vector2i& known = entry(_state->viewportSizes, view, Vector2i{1});
     if(known == Math::max(size, Vector2i{1})) return;
     known = Math::max(size, Vector2i{1});
+    if(_state->bloomDrawing) _state->bloomDrawing->forget(view);
     // There may be memory for this one.
     if(_state->isBloomEnabled && !_state->bloomDrawing) _state->setGlowing(true);
 }

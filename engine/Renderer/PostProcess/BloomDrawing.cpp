@@ -49,6 +49,10 @@ BloomDrawing::BloomDrawing(): _screen{"Screen.frag"} {
     _triangle.setCount(3);
 }
 
+void BloomDrawing::forget(Id view) {
+    if(view < _views.size()) _views[view] = nullptr;
+}
+
 bool BloomDrawing::begin(Id view, GL::AbstractFramebuffer& target) {
     if(view >= _views.size()) _views.resize(std::size_t{view} + 1);
     if(!_views[view]) _views[view] = std::make_unique<View>();

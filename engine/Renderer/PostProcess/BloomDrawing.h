@@ -27,6 +27,9 @@ public:
     // Draws what came of it over what is in the target, which is bound then. Leaves the switches of RendererState{}.
     void end(Id view, Shaders::BloomPass& pass, Magnum::GL::AbstractFramebuffer& target);
 
+    // Its target is to be another one, be it with the same name in video memory.
+    void forget(Id view);
+
 private:
     // What is drawn to in turn: the blurred pixels, along x and then along y, and the outcome.
     struct Pictures {

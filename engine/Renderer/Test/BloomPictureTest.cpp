@@ -429,6 +429,22 @@ TEST_F(BloomPictureTest, anotherTargetHasADepthOfItsOwn) {
     EXPECT_EQ(at(frame(), 0.0f, 0.0f), color);
 }
 
+// Names of deleted objects are given again, with another depth behind them.
+TEST_F(BloomPictureTest, whereTheSizeWasAnotherOneMeanwhileTheDepthIsAskedForAgain) {
+    addSquare({0.5f, 0.5f, 0.5f, 1.0f});
+    tell();
+    set(plain());
+    frame();
+    GL::Renderbuffer otherDepth;
+    otherDepth.setStorage(GL::RenderbufferFormat::Depth24Stencil8, Vector2i{Size});
+    framebuffer.attachRenderbuffer(GL::Framebuffer::BufferAttachment::DepthStencil, otherDepth);
+    renderer.setViewportSize(camera, Vector2i{Size + 1});
+    renderer.setViewportSize(camera, Vector2i{Size});
+    framebuffer.clearColor(0, Color4{0.0f, 1.0f}).clearDepthStencil(0.1f, 0);
+    renderer.render(scene.views, scene);
+    EXPECT_EQ(at(pixels(), 0.0f, 0.0f), Nothing);
+}
+
 TEST_F(BloomPictureTest, aViewWithoutATargetIsNotDrawn) {
     addSquare(RedColor);
     tell();

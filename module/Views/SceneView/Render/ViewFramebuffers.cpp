@@ -60,6 +60,8 @@ FramebufferLimits ViewFramebuffers::limits() {
 }
 
 void ViewFramebuffers::resize(const Vector2i& size) {
+    // The old ones go first, so that there never is twice the memory.
+    *this = ViewFramebuffers{};
     _size = size;
     createMultisampled();
     createResolved();

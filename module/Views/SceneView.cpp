@@ -174,8 +174,9 @@ void SceneView::updateFrameSize() {
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
-    _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
+    const Vector2 scale = _editor->state().platform->framebufferScale();
+    _frame.framebufferSize = framebufferSize(size, scale, ViewFramebuffers::limits());
+    _frame.pixelsPerPoint = pixelsPerPoint(_frame.framebufferSize, size, scale);
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }

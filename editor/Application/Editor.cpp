@@ -208,15 +208,14 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
-    _drop.add(file, position);
     requestFrames();
+    if(isProjectPath(file)) return openAsked(file);
+    _drop.add(file, position);
 }
 
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
-    if(file.empty()) return;
-    if(isProjectPath(file)) return openAsked(file);
-    import(file);
+    if(!file.empty()) import(file);
 }
 
 void Editor::runActions() {
@@ -265,15 +264,17 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening)
+    // What is dropped just now goes into the project as it is.
+    if(!_opening && !_drop.isPlaying())
         for(const ImportResult& result: _imports.update(_isReplayed ? Endless : OpeningStep)) showImported(result);
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) _session->update();
     _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
+    _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 
-    _drop.beginFrame(_input);
+    _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();

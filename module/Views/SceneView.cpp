@@ -42,7 +42,9 @@ SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::
     EditorView{manager, plugin} {}
 
 SceneView::~SceneView() {
-    if(_editor) _editor->state().sceneViewFramebuffer = nullptr;
+    if(!_editor) return;
+    _drop.leave(_editor->state());
+    _editor->state().sceneViewFramebuffer = nullptr;
 }
 
 Containers::StringView SceneView::name() const {
@@ -116,8 +118,11 @@ void SceneView::draw() {
     if(_isVisible) {
         renderScene();
         showImage();
-    } else
+        takeDrops();
+    } else {
         _frame.isHovered = false;
+        _drop.leave(_editor->state());
+    }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
@@ -126,6 +131,12 @@ void SceneView::draw() {
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
     apply(_navigation.endMode());
+    _drop.leave(_editor->state());
+}
+
+void SceneView::takeDrops() {
+    _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
+        _navigation.state().orbitDistance});
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }

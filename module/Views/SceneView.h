@@ -8,6 +8,7 @@
 
 #include "Views/EditorView.h"
 #include "Views/SceneView/Camera/CameraNavigation.h"
+#include "Views/SceneView/Drop/DropTarget.h"
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
@@ -55,6 +56,7 @@ private:
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void takeDrops();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
@@ -76,6 +78,7 @@ private:
     CameraNavigation _navigation;
     FrameClock _clock;
     ViewFrame _frame;
+    DropTarget _drop;
     Magnum::UnsignedInt _projectSeen = 0;
     RenderMode _renderMode = RenderMode::Shaded;
     bool _isVisible = false;

@@ -2,15 +2,13 @@
 
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
-#include <Magnum/GL/Framebuffer.h>
-#include <Magnum/Image.h>
-#include <Magnum/PixelFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
 #include <Vantrel/EditorUtilities/LoadFile.h>
 #include <Vantrel/EditorUtilities/PayloadTypes.h>
 
 #include "ChangeManager.h"
+#include "Views/SceneView/DepthReadback.h"
 #include "Views/SceneView/Drop/Assignment.h"
 #include "Views/SceneView/Drop/Ghost.h"
 #include "Views/SceneView/ObjectIdReadback.h"
@@ -49,13 +47,6 @@ DropCamera cameraOf(const DropInput& input) {
         input.camera.far(), input.orbitDistance};
 }
 
-// 1, where nothing is, outside of the framebuffer.
-Float depthAt(const Range2Di& pixel, GL::Framebuffer& framebuffer) {
-    if(!Math::intersects(pixel, framebuffer.viewport())) return 1.0f;
-    const Image2D image = framebuffer.read(pixel, Image2D{PixelFormat::Depth32F});
-    return image.pixels<Float>()[0][0];
-}
-
 ViewPointer pointerOf(const DropInput& input, const Vector2& clip) {
     const Id view = input.camera.view();
     const Ray ray = rayThrough(cameraOf(input), clip);
@@ -85,7 +76,7 @@ void DropTarget::update(const DropInput& input) {
     if(!ImGui::GetDragDropPayload()) _hasComplained = false;
     if(state.isLocked || !open()) return leave(state);
 
-    if(isFileDragged()) state.viewPointer.place = dropPlace(cameraOf(input), clip, depthAt(pixel, input.framebuffer));
+    if(isFileDragged()) state.viewPointer.place = dropPlace(cameraOf(input), clip, readDepth(input.framebuffer, pixel));
     acceptFile(input);
     acceptMaterial(input);
     acceptTexture(input);

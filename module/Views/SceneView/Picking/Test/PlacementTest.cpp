@@ -113,15 +113,17 @@ TEST_F(PlacementTest, mirroredObjectsStayMirrored) {
 
 TEST_F(PlacementTest, belowAMirroredParent) {
     addObject("target", "", "[1, 2, 3]", TurnAll, "[1, 1, 1]");
-    for(const char* scaling: {"[-1, 1, 1]", "[-1, -1, 1]", "[-1, -1, -1]"}) {
-        addObject("parent", "", "[5, 0, 0]", TurnY, scaling);
-        addObject("moved", "parent", "[1, 1, 1]", TurnY, "[1, 2, 1]");
-        session.update();
-        scene.computeAbsoluteTransformations();
-        const Vector3 before = scene.absoluteScaling(objectOf("moved"));
-        place("moved", "target");
-        expectAt("moved", standing("target"), before);
-    }
+    // Mirrored twice it looks as if it were not.
+    for(const char* own: {"[1, 2, 1]", "[-1, 2, 1]"})
+        for(const char* scaling: {"[-1, 1, 1]", "[-1, -1, 1]", "[-1, -1, -1]"}) {
+            addObject("parent", "", "[5, 0, 0]", TurnY, scaling);
+            addObject("moved", "parent", "[1, 1, 1]", TurnY, own);
+            session.update();
+            scene.computeAbsoluteTransformations();
+            const Vector3 before = scene.absoluteScaling(objectOf("moved"));
+            place("moved", "target");
+            expectAt("moved", standing("target"), before);
+        }
 }
 
 TEST_F(PlacementTest, idsThatAPointerEscapes) {

@@ -106,8 +106,11 @@ void ChangeManager::record(Containers::StringView path, std::optional<JsonValue>
     if(guard && value) guard->adjust(path, *value);
     JsonValue* const current = _projectFile.valueByPointer(path);
     if(isRefused(path, valueOf(value), current)) return;
-    const std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
+    std::int32_t merged = merge ? _mergeIndex.find(_changes, _lastChange, _group, path) : -1;
+    // What is not on trial takes no part in it.
+    if(_trial != Trial::None && merged <= _keptAside.lastChange) merged = -1;
     if(merged >= 0) {
+        _firstUnseen = std::min(_firstUnseen, merged);
         moveToEnd(merged);
         // The states from the merged record on are others now; a mark among them
         // stands for none of them.
@@ -185,6 +188,7 @@ void ChangeManager::undoLast() {
     CORRADE_ASSERT(_group < 0,
         "ChangeManager::undoLast(): Can't undo/redo changes in group. "
         "Forgot commit()?", );
+    if(_trial != Trial::None) return dropTrial();
     if(_lastChange == -1) return;
     _mergeIndex.clear();
     // A change without a group has -1 and is undone alone: no group has the
@@ -220,6 +224,65 @@ void ChangeManager::clear() {
     _markedChange = -1;
     _markIsValid = true;
     _groupKey = 0;
+    _firstUnseen = 0;
+    _keptAside = {};
+    _trial = Trial::None;
+}
+
+void ChangeManager::beginTrial(Trial kind) {
+    CORRADE_ASSERT(_group < 0, "ChangeManager::beginTrial(): a group is open. Forgot commit()?", );
+    keepTrial();
+    const auto undone = _changes.begin() + _lastChange + 1;
+    _keptAside.lastChange = _lastChange;
+    _keptAside.markedChange = _markedChange;
+    _keptAside.markIsValid = _markIsValid;
+    _keptAside.firstUnseen = _firstUnseen;
+    _keptAside.undone.assign(std::move_iterator{undone}, std::move_iterator{_changes.end()});
+    _changes.erase(undone, _changes.end());
+    if(_markedChange > _lastChange) _markIsValid = false;
+    _trial = kind;
+    // No gesture goes on from before.
+    ++_groupCounter;
+}
+
+void ChangeManager::keepTrial() {
+    CORRADE_ASSERT(_group < 0, "ChangeManager::keepTrial(): a group is open. Forgot commit()?", );
+    if(_trial == Trial::None) return;
+    if(_lastChange == _keptAside.lastChange)
+        putBackKeptAside();
+    else
+        joinTrial();
+    _keptAside = {};
+    _trial = Trial::None;
+}
+
+void ChangeManager::dropTrial() {
+    CORRADE_ASSERT(_group < 0, "ChangeManager::dropTrial(): a group is open. Forgot commit()?", );
+    if(_trial == Trial::None) return;
+    for(; _lastChange != _keptAside.lastChange; --_lastChange) undo(currentChange());
+    _mergeIndex.clear();
+    putBackKeptAside();
+    _keptAside = {};
+    _trial = Trial::None;
+}
+
+void ChangeManager::putBackKeptAside() {
+    _changes.erase(_changes.begin() + _lastChange + 1, _changes.end());
+    std::move(_keptAside.undone.begin(), _keptAside.undone.end(), std::back_inserter(_changes));
+    _markedChange = _keptAside.markedChange;
+    _markIsValid = _keptAside.markIsValid;
+    _firstUnseen = _keptAside.firstUnseen;
+}
+
+// Several groups of one trial, as of a gesture that was changed on its way, are undone together.
+void ChangeManager::joinTrial() {
+    const auto first = _changes.begin() + _keptAside.lastChange + 1;
+    const auto isOther = [&](const Change& change) { return change.group != first->group; };
+    const bool isSingle = first + 1 == _changes.end();
+    if(isSingle || (first->group > 0 && std::none_of(first, _changes.end(), isOther))) return;
+    ++_groupCounter;
+    for(auto change = first; change != _changes.end(); ++change) change->group = _groupCounter;
+    _mergeIndex.clear();
 }
 
 void ChangeManager::redoLast() {
@@ -281,6 +344,7 @@ void ChangeManager::appendChange() {
     const bool hadTail = std::size_t(_lastChange) < _changes.size();
     if(hadTail) _changes.erase(_changes.begin() + _lastChange, _changes.end());
     _changes.emplace_back();
+    _firstUnseen = std::min(_firstUnseen, _lastChange);
     if(_markedChange == _lastChange) {
         _markedChange = -1;
         _markIsValid = false;

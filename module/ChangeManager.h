@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -35,6 +36,15 @@ struct Change {
         JsonValue value;
     };
     std::unique_ptr<Pruned> pruned;
+};
+
+// Changes that may be taken back as if they had never been.
+enum class Trial : std::uint8_t {
+    None,
+    // Of a gesture, as a drag: nothing else is done meanwhile.
+    Gesture,
+    // Of something that is only shown: whatever else the user wants to do ends it.
+    Preview
 };
 
 class ChangeListener {
@@ -101,13 +111,24 @@ public:
     // Forgets all changes: another document is in place. Listeners stay. Aborts while a group is open.
     void clear();
 
+    // From now on what is recorded is on trial. What could be redone is kept aside meanwhile. A trial that is under way is
+    // kept first. Aborts while a group is open.
+    void beginTrial(Trial kind);
+    // What was recorded since stays, as one step of undo. Where that is nothing, what could be redone can be redone again.
+    // Nothing where no trial is under way; aborts while a group is open.
+    void keepTrial();
+    // Undoes what was recorded since, and forgets it: what can be redone, and what counts as saved, is as it was before.
+    // Nothing where no trial is under way; aborts while a group is open.
+    void dropTrial();
+    Trial trial() const { return _trial; }
+
     // Closes the open group and announces its changes in the order of the log.
     void commit();
 
-    // Undoes the last change, or the last group. Aborts while a group is open.
+    // Undoes the last change, or the last group; of a trial all of it, see dropTrial(). Aborts while a group is open.
     void undoLast();
     // Applies again what was undone last. Nothing to redo is left after a new
-    // change. Aborts while a group is open.
+    // change, and during a trial. Aborts while a group is open.
     void redoLast();
     bool canUndo() const { return _lastChange >= 0; }
     bool canRedo() const { return std::size_t(_lastChange + 1) < _changes.size(); }
@@ -120,6 +141,11 @@ public:
     std::int32_t lastChange() const { return _lastChange; }
     // The open group, -1 for none.
     std::int32_t group() const { return _group; }
+
+    // Index of the first record that is another one than when markSeen() was called; at most the size of the log, and as
+    // much where none is. For one reader, who asks when no trial is under way.
+    std::int32_t firstUnseen() const { return std::min(_firstUnseen, std::int32_t(_changes.size())); }
+    void markSeen() { _firstUnseen = std::int32_t(_changes.size()); }
 
     // Remembers the present state as the one that is saved.
     void markSaved();
@@ -152,7 +178,18 @@ private:
         std::int32_t _last = -1;
     };
 
+    // What a trial puts back where it is dropped.
+    struct KeptAside {
+        std::vector<Change> undone;
+        std::int32_t lastChange = -1;
+        std::int32_t markedChange = -1;
+        std::int32_t firstUnseen = 0;
+        bool markIsValid = true;
+    };
+
     void record(Corrade::Containers::StringView path, std::optional<JsonValue> value, bool merge);
+    void putBackKeptAside();
+    void joinTrial();
     void rememberPruned(Change& change);
     bool isRefused(Corrade::Containers::StringView path, const JsonValue* value, const JsonValue* current) const;
     void keepZeroScaling(Corrade::Containers::StringView objectPath, Magnum::Vector3& scaling) const;
@@ -174,6 +211,9 @@ private:
     std::vector<Change> _changes;
     StaticMap<Corrade::Containers::Array<Corrade::Containers::Reference<ChangeListener>>> _listeners;
     MergeIndex _mergeIndex;
+    KeptAside _keptAside;
+    std::int32_t _firstUnseen = 0;
+    Trial _trial = Trial::None;
     bool _isNotifying = false;
     bool _markIsValid = true; // false: the marked state cannot be reached by undo
                               // and redo any more

@@ -212,6 +212,12 @@ void Editor::dropFile(const std::string& file, const Vector2& position) {
     _drop.add(file, position);
 }
 
+void Editor::hold(const std::string& type, const std::string& text) {
+    _input.holdForInterface(true);
+    _held.take(type, text);
+    requestFrames();
+}
+
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
     if(!file.empty()) import(file);
@@ -322,6 +328,7 @@ void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
     for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
+    _held.draw();
     if(_loader.module()) _loader.module()->draw();
 }
 

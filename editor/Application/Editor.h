@@ -15,6 +15,7 @@
 #include "Application/EditorDialogs.h"
 #include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
+#include "Application/HeldThing.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
 #include "Application/ModuleFile.h"
@@ -73,6 +74,8 @@ public:
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
+    // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
+    void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
 
     // Releases what the view takes for held.
@@ -137,6 +140,7 @@ private:
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
+    HeldThing _held;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;

@@ -29,6 +29,7 @@ enum class ScriptVerb {
     New,
     Edit,
     Drop,
+    Drag,
     Import,
     WaitForImport,
     Screenshot,

@@ -12,6 +12,7 @@
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
 #include "Views/SceneView/RenderMode.h"
@@ -50,6 +51,7 @@ public:
 private:
     void createPreview();
     void hide();
+    void letGo();
     void reloadRuntime();
     bool beginWindow();
     void applyMenu();
@@ -57,6 +59,7 @@ private:
     void renderScene();
     void showImage();
     void takeDrops();
+    void showBox();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
@@ -65,6 +68,8 @@ private:
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
     MouseFactors mouseFactors() const;
+    PressState pressState() const;
+    PickTarget pickTarget();
 
     Magnum::GL::Framebuffer _previewFramebuffer{Magnum::NoCreate};
     Magnum::GL::Renderbuffer _previewColor{Magnum::NoCreate};
@@ -76,6 +81,7 @@ private:
     FrozenCulling _frozen;
     ViewCamera _camera;
     CameraNavigation _navigation;
+    Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;
     DropTarget _drop;

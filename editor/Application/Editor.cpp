@@ -275,6 +275,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) _session->update();
     _thumbnails.beginFrame();
+    _pictures.update(_isReplayed);
     _session->editor().state().wantsFrame = false;
     _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
@@ -311,7 +312,7 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -393,7 +394,9 @@ bool Editor::isMoving() const {
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
+bool Editor::wantsFrame() const {
+    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+}
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

@@ -9,6 +9,7 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/FilePictures.h>
 #include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
@@ -135,6 +136,7 @@ private:
     std::unique_ptr<ProjectSession> _session;
     ImportQueue _imports;
     Thumbnails _thumbnails;
+    FilePictures _pictures;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;

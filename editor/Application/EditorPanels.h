@@ -1,10 +1,14 @@
 #pragma once
 
+#include "Data/Inspected.h"
+#include "Panels/Assets/AssetBrowser.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Panes.h"
+#include "Panels/Resources/ResourcesPanel.h"
 
 namespace VantrelEngine {
 
+class FilePictures;
 class Log;
 class ProjectSession;
 class Thumbnails;
@@ -14,9 +18,12 @@ struct PanelContext {
     ProjectSession& session;
     Log& log;
     Thumbnails& thumbnails;
+    FilePictures& pictures;
     PaneSizes& sizes;
     // Not while another project is put in the place of this one.
     bool isProjectThere = true;
+    // Nothing is read beside the frames: a run is the same each time.
+    bool isReplayed = false;
 };
 
 // The panels about the view, each in its pane.
@@ -26,12 +33,17 @@ public:
 
     // Draws all that are open. The panes are laid out.
     void draw(const PanelContext& context);
+    // Whether something is read that a panel will show.
+    bool isReading() const { return _assets.isReading(); }
 
 private:
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
     LogPanel _log;
+    AssetBrowser _assets;
+    ResourcesPanel _resources;
+    InspectedResource _inspected;
 };
 
 } // namespace VantrelEngine

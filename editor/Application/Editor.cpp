@@ -370,7 +370,7 @@ void Editor::drawStatus() {
     status.frameTime = _frameTime * 1000.0;
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
-    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
 }
 

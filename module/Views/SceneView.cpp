@@ -3,10 +3,15 @@
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
+#include <Vantrel/EngineData/JsonObject.h>
+#include <Vantrel/EngineData/ValueAccess.h>
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
+#include "Views/SceneView/ObjectIdReadback.h"
+#include "Views/SceneView/Overlays/Legend.h"
 #include "Views/SceneView/Overlays/SelectionBox.h"
+#include "Views/SceneView/Overlays/TextureOverlay.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
 #include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
@@ -115,8 +120,10 @@ void SceneView::draw() {
     }
     _isVisible = beginWindow();
     applyMenu();
+    drawTextureOverlay(_renderer->debug(), _renderer->compressedTextureAtlas().statistics());
     if(_isVisible) {
         renderScene();
+        showLegend();
         showImage();
         showBox();
     } else
@@ -160,7 +167,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    const ViewMenuResult menu = drawViewMenu(_renderMode, _editor->state());
+    // The project may have changed since the last frame.
+    const bool hasPhysics = ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool();
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics, _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
@@ -178,6 +187,7 @@ void SceneView::updateFrozenCulling() {
 }
 
 void SceneView::updateFrameSize() {
+    _frame.origin = UserInterface::wholePoint(ImGui::GetCursorScreenPos());
     const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
@@ -228,7 +238,6 @@ void SceneView::lookAroundWhileFlying() {
 }
 
 void SceneView::showImage() {
-    _frame.origin = Vector2i{UserInterface::vector(ImGui::GetCursorScreenPos())};
     ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
     switch(_renderMode) {
     case RenderMode::Shaded:
@@ -236,6 +245,24 @@ void SceneView::showImage() {
     case RenderMode::ObjectId: return UserInterface::image(framebuffers.objectIds().id(), Vector2{_frame.size});
     }
     VANTREL_UNREACHABLE("Views/SceneView", 1372);
+}
+
+// The object below the mouse. Reading it waits for the GPU, so that is done only where somebody may want to know.
+Containers::StringView SceneView::pointedName() {
+    if(!_frame.isHovered || _navigation.mode() == NavigationMode::Fly) return {};
+    const Scene& scene = _data->scene().main();
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    const std::vector<Id> objects =
+        readObjectIds(_frameRenderer.framebuffers().resolved(), pixelBelow(mouse, _frame), scene);
+    if(objects.empty() || objects.front() == RootObject) return {};
+    return scene.objectNames.nameOf(objects.front());
+}
+
+void SceneView::showLegend() {
+    const bool showsOverdraw = _editor->state().display(DebugDisplay::Overdraw);
+    const Vector2 origin{_frame.origin};
+    drawLegend({origin, origin + Vector2{_frame.size}}, showsOverdraw,
+        showsOverdraw ? Containers::StringView{} : pointedName());
 }
 
 void SceneView::showBox() {

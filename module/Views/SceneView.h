@@ -58,6 +58,8 @@ private:
     void renderScene();
     void showImage();
     void showBox();
+    void showLegend();
+    Corrade::Containers::StringView pointedName();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 

@@ -71,6 +71,7 @@ TEST_F(PickingViewTest, theNextFrameShowsTheSelection) {
 TEST_F(PickingViewTest, nothingWhileFlyingOrOutside) {
     hover(Left);
     press(MouseButton::Right);
+    host.platform.cursor = Vector2d{Left};
     press(MouseButton::Left);
     EXPECT_EQ(selected(), "");
     release(MouseButton::Right);

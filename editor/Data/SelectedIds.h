@@ -20,8 +20,10 @@ public:
     auto begin() const { return _ids->begin(); }
     auto end() const { return _ids->end(); }
     std::size_t size() const { return _ids->size(); }
-    // Whether it is the same list, without a look at what is in it.
-    bool isSharedWith(const SelectedIds& other) const { return _ids == other._ids; }
+    bool empty() const { return _ids->empty(); }
+    const std::string& operator[](std::size_t i) const { return (*_ids)[i]; }
+    bool operator==(const SelectedIds& other) const { return _ids == other._ids || *_ids == *other._ids; }
+    bool operator!=(const SelectedIds& other) const { return !(*this == other); }
 
 private:
     static const std::shared_ptr<const std::vector<std::string>>& empty() {

@@ -89,8 +89,9 @@ void StepLog::noteSelection(bool isOther) {
     const auto words = _data.selection().words();
     if(!isOther && std::equal(words.begin(), words.end(), _selectedBits.begin(), _selectedBits.end())) return;
     _selectedBits.assign(words.begin(), words.end());
-    std::vector<std::string> ids = selectedIds(_data);
-    if(ids != static_cast<const std::vector<std::string>&>(_selected)) _selected = std::move(ids);
+    SelectedIds ids = selectedIds(_data);
+    // The lists of most steps are one.
+    if(ids != _selected) _selected = std::move(ids);
 }
 
 std::size_t StepLog::position() const { return stepsUntil(_changes.lastChange()); }

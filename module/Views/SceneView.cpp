@@ -6,7 +6,9 @@
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
+#include "Views/SceneView/Overlays/SelectionBox.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
+#include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
 
 namespace VantrelEngine {
@@ -107,7 +109,7 @@ void SceneView::draw() {
 
     if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
     if(_data->projectNumber != _projectSeen) {
-        apply(_navigation.endMode());
+        letGo();
         _navigation.reset(*_data, _camera);
         _projectSeen = _data->projectNumber;
     }
@@ -116,6 +118,7 @@ void SceneView::draw() {
     if(_isVisible) {
         renderScene();
         showImage();
+        showBox();
     } else
         _frame.isHovered = false;
     ImGui::End();
@@ -125,7 +128,12 @@ void SceneView::draw() {
 // A window that is closed has no picture to be used, and lets go of what it held.
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
+    letGo();
+}
+
+void SceneView::letGo() {
     apply(_navigation.endMode());
+    _picking.cancelBox();
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -174,8 +182,9 @@ void SceneView::updateFrameSize() {
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
-    _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
+    const Vector2 scale = _editor->state().platform->framebufferScale();
+    _frame.framebufferSize = framebufferSize(size, scale, ViewFramebuffers::limits());
+    _frame.pixelsPerPoint = pixelsPerPoint(_frame.framebufferSize, size, scale);
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }
@@ -229,13 +238,24 @@ void SceneView::showImage() {
     VANTREL_UNREACHABLE("Views/SceneView", 1372);
 }
 
+void SceneView::showBox() {
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    if(const std::optional<BoxFeedback> box = _picking.boxFeedback(mouse, _frame)) drawSelectionBox(box->rectangle);
+}
+
 void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
-void SceneView::mousePressEvent(const MouseEvent& event) { apply(_navigation.mousePress(event, _frame.isHovered)); }
+void SceneView::mousePressEvent(const MouseEvent& event) {
+    apply(_navigation.mousePress(event, _frame.isHovered));
+    if(event.button == MouseButton::Left) _picking.mousePress(event, pressState(), pickTarget());
+}
 
-void SceneView::mouseReleaseEvent(const MouseEvent& event) { apply(_navigation.mouseRelease(event)); }
+void SceneView::mouseReleaseEvent(const MouseEvent& event) {
+    apply(_navigation.mouseRelease(event));
+    if(event.button == MouseButton::Left) _picking.mouseRelease(event, pickTarget());
+}
 
 void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
     _navigation.mouseScroll(event, _frame.isHovered, *_data, _camera);
@@ -249,6 +269,17 @@ void SceneView::keyPressEvent(const KeyEvent& event) {
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
 void SceneView::focusLost() { apply(_navigation.endMode()); }
+
+PressState SceneView::pressState() const {
+    PressState state;
+    state.isHovered = _frame.isHovered;
+    state.isFlying = _navigation.mode() == NavigationMode::Fly;
+    return state;
+}
+
+PickTarget SceneView::pickTarget() {
+    return {*_data, _editor->state(), _frameRenderer.framebuffers().resolved(), _frame};
+}
 
 void SceneView::apply(CameraNavigation::Change change) {
     Platform& platform = *_editor->state().platform;

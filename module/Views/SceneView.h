@@ -59,14 +59,11 @@ private:
     void renderScene();
     void showImage();
     void showBox();
-<<<<<<< HEAD
     void showLegend();
     Corrade::Containers::StringView pointedName();
-=======
     void showToolbar();
     void moveWithGizmo();
     void cancelDrag();
->>>>>>> w-B
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 

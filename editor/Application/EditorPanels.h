@@ -1,7 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
 #include "Data/Inspected.h"
 #include "Panels/Assets/AssetBrowser.h"
+#include "Panels/HistoryPanel.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Panes.h"
 #include "Panels/Resources/ResourcesPanel.h"
@@ -35,15 +40,19 @@ public:
     void draw(const PanelContext& context);
     // Whether something is read that a panel will show.
     bool isReading() const { return _assets.isReading(); }
+    // How many steps the user wants to be in effect, if that was asked for since the last call.
+    std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
 private:
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
+    HistoryPanel _history;
     LogPanel _log;
     AssetBrowser _assets;
     ResourcesPanel _resources;
     InspectedResource _inspected;
+    std::optional<std::size_t> _step;
 };
 
 } // namespace VantrelEngine

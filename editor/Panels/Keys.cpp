@@ -6,11 +6,11 @@ namespace VantrelEngine {
 
 namespace {
 
-bool isPressed(ImGuiKey key, bool repeats = false) {
+bool isPressed(ImGuiKey key, bool isRepeated = false) {
 #if IMGUI_VERSION_NUM >= 18700
-    return ImGui::IsKeyPressed(key, repeats);
+    return ImGui::IsKeyPressed(key, isRepeated);
 #else
-    return ImGui::IsKeyPressed(ImGui::GetKeyIndex(key), repeats);
+    return ImGui::IsKeyPressed(ImGui::GetKeyIndex(key), isRepeated);
 #endif
 }
 
@@ -20,11 +20,6 @@ bool isEscapePressed() { return isPressed(ImGuiKey_Escape); }
 
 bool isEnterPressed() { return isPressed(ImGuiKey_Enter); }
 
-bool isBackspacePressed() { return isPressed(ImGuiKey_Backspace); }
-
-ArrowKeys pressedArrows() {
-    return {int(isPressed(ImGuiKey_RightArrow, true)) - int(isPressed(ImGuiKey_LeftArrow, true)),
-        int(isPressed(ImGuiKey_DownArrow, true)) - int(isPressed(ImGuiKey_UpArrow, true))};
-}
+bool isPressedAgain(int key) { return isPressed(ImGuiKey(key), true); }
 
 } // namespace VantrelEngine

@@ -5,12 +5,7 @@ namespace VantrelEngine {
 // Whether the key was pressed since the last frame.
 bool isEscapePressed();
 bool isEnterPressed();
-bool isBackspacePressed();
-
-// Which way the arrow keys say, x to the right and y down; a key that is held says so again and again.
-struct ArrowKeys {
-    int x = 0, y = 0;
-};
-ArrowKeys pressedArrows();
+// The same for a key of the UI library, ImGuiKey_..., which comes again and again while it is held.
+bool isPressedAgain(int key);
 
 } // namespace VantrelEngine

@@ -236,12 +236,13 @@ void AssetBrowser::drawMenu(std::size_t position, const Frame& frame) {
 
 void AssetBrowser::moveByKeys(int columns, const Frame& frame) {
     if(!ImGui::IsWindowFocused() || ImGui::GetIO().WantTextInput) return;
-    if(isBackspacePressed()) _wish = fs::path{_folder.path()}.parent_path().string();
+    if(isPressedAgain(ImGuiKey_Backspace)) _wish = fs::path{_folder.path()}.parent_path().string();
     if(_shown.empty()) return;
-    const ArrowKeys arrows = pressedArrows();
-    if(arrows.x || arrows.y) {
+    const long right = long(isPressedAgain(ImGuiKey_RightArrow)) - long(isPressedAgain(ImGuiKey_LeftArrow));
+    const long down = long(isPressedAgain(ImGuiKey_DownArrow)) - long(isPressedAgain(ImGuiKey_UpArrow));
+    if(right || down) {
         const long last = long(_shown.size()) - 1, now = _selected ? long(*_selected) : -1;
-        const long next = _selected ? now + arrows.x * (columns > 1) + long(arrows.y) * columns : 0;
+        const long next = _selected ? now + right * (columns > 1) + down * columns : 0;
         if(next >= 0 && next <= last) _selected = std::size_t(next);
         _scrollsToSelected = true;
     }

@@ -14,7 +14,6 @@
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
-#include "Panels/ObjectList.h"
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
@@ -188,7 +187,7 @@ void Editor::perform(Command command) {
     case Command::Quit: return _dialogs.quit();
     case Command::Import: return _dialogs.chooseAndImport(importedSuffixes());
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
-    case Command::ResetLayout: _settings.panes = {}; return _panes.reset();
+    case Command::ResetLayout: _settings.panes = {}; return _panels.panes().reset();
     case Command::Undo:
         if(!isEditing && changes.canUndo()) changes.undoLast();
         return;
@@ -303,10 +302,11 @@ void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
 void Editor::drawPanels() {
     drawMenu();
     drawStatus();
-    _panes.layOut(_settings.panes);
-    if(_settings.panes.hasLog) drawLog();
+    _panels.panes().layOut(_settings.panes);
+    const bool isProjectThere = !_opening || !_opening->isInPlace();
+    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
     // The view comes last: the last one that is new has the focus.
-    if(!_opening || !_opening->isInPlace()) drawScene();
+    if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
     _dialogs.draw();
@@ -317,11 +317,9 @@ void Editor::drawPanels() {
     requestFrames();
 }
 
-// What shows the project.
 void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
-    for(unsigned view = 0; view != views.viewCount(); ++view) _panes.place(views, view);
-    if(_settings.panes.hasList) drawList();
+    for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
     if(_loader.module()) _loader.module()->draw();
 }
@@ -365,18 +363,6 @@ void Editor::drawStatus() {
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
     drawStatusBar(status);
-}
-
-void Editor::drawList() {
-    if(_panes.beginList(&_settings.panes.hasList))
-        if(const std::optional<ObjectClick> click = drawObjectList(_session->data()))
-            applyClick(_session->data(), *click);
-    _panes.end();
-}
-
-void Editor::drawLog() {
-    if(_panes.beginLog(&_settings.panes.hasLog)) _logPanel.draw(_log);
-    _panes.end();
 }
 
 void Editor::updateFocus() {

@@ -13,6 +13,7 @@
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
+#include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
@@ -26,8 +27,6 @@
 #include "Modules/ModuleLoader.h"
 #include "Panels/Command.h"
 #include "Panels/Log.h"
-#include "Panels/LogPanel.h"
-#include "Panels/Panes.h"
 #include "Style/IconFile.h"
 
 namespace VantrelEngine {
@@ -118,8 +117,6 @@ private:
     void drawPanels();
     void drawMenu();
     void drawStatus();
-    void drawList();
-    void drawLog();
     void updateFocus();
     bool isMoving() const;
     // The project is replaced or compiled: the user can only wait.
@@ -141,8 +138,7 @@ private:
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
 
-    Panes _panes;
-    LogPanel _logPanel;
+    EditorPanels _panels;
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;

@@ -56,10 +56,10 @@ void readRecentFiles(const rapidjson::Value& document, std::vector<std::string>&
 void readPanes(const rapidjson::Value& document, PaneSizes& panes) {
     const rapidjson::Value* const section = member(document, "panes");
     if(!section) return;
-    readNumber(*section, "listWidth", 0.0f, MaxWindowSize, panes.listWidth);
-    readNumber(*section, "logHeight", 0.0f, MaxWindowSize, panes.logHeight);
-    readFlag(*section, "list", panes.hasList);
-    readFlag(*section, "log", panes.hasLog);
+    readNumber(*section, "leftWidth", 0.0f, MaxWindowSize, panes.leftWidth);
+    readNumber(*section, "rightWidth", 0.0f, MaxWindowSize, panes.rightWidth);
+    readNumber(*section, "bottomHeight", 0.0f, MaxWindowSize, panes.bottomHeight);
+    for(const PanelInfo& panel: Panels) readFlag(*section, panel.key, panes[panel.panel]);
 }
 
 void readText(const rapidjson::Value& document, const char* name, std::string& text) {
@@ -86,10 +86,10 @@ using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
 void writePanes(Writer& writer, const PaneSizes& panes) {
     writer.Key("panes");
     writer.StartObject();
-    writer.Key("listWidth"), writer.Double(double(panes.listWidth));
-    writer.Key("logHeight"), writer.Double(double(panes.logHeight));
-    writer.Key("list"), writer.Bool(panes.hasList);
-    writer.Key("log"), writer.Bool(panes.hasLog);
+    writer.Key("leftWidth"), writer.Double(double(panes.leftWidth));
+    writer.Key("rightWidth"), writer.Double(double(panes.rightWidth));
+    writer.Key("bottomHeight"), writer.Double(double(panes.bottomHeight));
+    for(const PanelInfo& panel: Panels) writer.Key(panel.key), writer.Bool(panes[panel.panel]);
     writer.EndObject();
 }
 

@@ -74,8 +74,7 @@ void drawFontSizes(Float& fontScale) {
 
 void drawViewMenu(const MenuState& state, MenuChoice& choice) {
     if(!beginMenu("View")) return;
-    ImGui::MenuItem("Objects", nullptr, &state.panes->hasList);
-    ImGui::MenuItem("Log", nullptr, &state.panes->hasLog);
+    for(const PanelInfo& panel: Panels) ImGui::MenuItem(panel.title, nullptr, &(*state.panes)[panel.panel]);
     for(unsigned view = 0; view != state.views->viewCount(); ++view) {
         const std::string name{state.views->viewName(view).data(), state.views->viewName(view).size()};
         ImGui::MenuItem(name.data(), nullptr, &state.views->isViewOpen(view));

@@ -16,22 +16,44 @@ Float share(Float wish, Float minimum, Float length) {
 
 } // namespace
 
+bool PaneSizes::has(Pane pane) const {
+    for(const PanelInfo& panel: Panels)
+        if(panel.pane == pane && (*this)[panel.panel]) return true;
+    return false;
+}
+
+const Range2D& PanePlaces::of(Pane pane) const {
+    switch(pane) {
+    case Pane::Left: return left;
+    case Pane::Right: return right;
+    case Pane::Bottom: break;
+    }
+    return bottom;
+}
+
 PanePlaces placePanes(const Range2D& area, const PaneSizes& sizes) {
     PanePlaces places;
     const Vector2 max = Math::max(area.min(), area.max());
     places.view = {area.min(), max};
-    if(sizes.hasList) {
-        const Float right = area.min().x() + share(sizes.listWidth, MinListWidth, max.x() - area.min().x());
+    if(sizes.has(Pane::Left)) {
+        const Float right = area.min().x() + share(sizes.leftWidth, MinPaneWidth, max.x() - area.min().x());
         const Float viewLeft = Math::min(right + SplitterSize, max.x());
-        places.list = {area.min(), {right, max.y()}};
-        places.listSplitter = {{right, area.min().y()}, {viewLeft, max.y()}};
+        places.left = {area.min(), {right, max.y()}};
+        places.leftSplitter = {{right, area.min().y()}, {viewLeft, max.y()}};
         places.view.min().x() = viewLeft;
     }
-    if(sizes.hasLog) {
-        const Float top = max.y() - share(sizes.logHeight, MinLogHeight, max.y() - area.min().y());
+    if(sizes.has(Pane::Right)) {
+        const Float left = max.x() - share(sizes.rightWidth, MinPaneWidth, max.x() - places.view.min().x());
+        const Float viewRight = Math::max(left - SplitterSize, places.view.min().x());
+        places.right = {{left, area.min().y()}, max};
+        places.rightSplitter = {{viewRight, area.min().y()}, {left, max.y()}};
+        places.view.max().x() = viewRight;
+    }
+    if(sizes.has(Pane::Bottom)) {
+        const Float top = max.y() - share(sizes.bottomHeight, MinPaneHeight, max.y() - area.min().y());
         const Float viewBottom = Math::max(top - SplitterSize, area.min().y());
-        places.log = {{places.view.min().x(), top}, max};
-        places.logSplitter = {{places.view.min().x(), viewBottom}, {max.x(), top}};
+        places.bottom = {{places.view.min().x(), top}, {places.view.max().x(), max.y()}};
+        places.bottomSplitter = {{places.view.min().x(), viewBottom}, {places.view.max().x(), top}};
         places.view.max().y() = viewBottom;
     }
     return places;

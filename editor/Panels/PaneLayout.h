@@ -1,28 +1,40 @@
 #pragma once
 
+#include <array>
+
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Range.h>
 
+#include "Panels/Panel.h"
+
 namespace VantrelEngine {
 
-// How the user has arranged the panes: the list on the left, the view, the log below it. In window points; what does
-// not fit is given less, and gets it back when the window grows.
+// How the user has arranged the panes: one on the left, one on the right, the view, and one below it. In window points;
+// what does not fit is given less, and gets it back when the window grows.
 struct PaneSizes {
-    Magnum::Float listWidth = 280.0f;
-    Magnum::Float logHeight = 160.0f;
-    bool hasList = true;
-    bool hasLog = true;
+    Magnum::Float leftWidth = 280.0f;
+    Magnum::Float rightWidth = 320.0f;
+    Magnum::Float bottomHeight = 200.0f;
+    // By panel.
+    std::array<bool, PanelCount> isOpen{true, true, true, true, true, true, true, true, true};
+
+    bool& operator[](Panel panel) { return isOpen[std::size_t(panel)]; }
+    bool operator[](Panel panel) const { return isOpen[std::size_t(panel)]; }
+    // Whether the pane has an open panel.
+    bool has(Pane pane) const;
 };
 
 // Side by side in window points, with the splitters between them. What is not shown is empty.
 struct PanePlaces {
-    Magnum::Range2D list, view, log;
-    Magnum::Range2D listSplitter, logSplitter;
+    Magnum::Range2D left, right, bottom, view;
+    Magnum::Range2D leftSplitter, rightSplitter, bottomSplitter;
+
+    const Magnum::Range2D& of(Pane pane) const;
 };
 
 constexpr Magnum::Float SplitterSize = 5.0f;
-constexpr Magnum::Float MinListWidth = 120.0f;
-constexpr Magnum::Float MinLogHeight = 60.0f;
+constexpr Magnum::Float MinPaneWidth = 120.0f;
+constexpr Magnum::Float MinPaneHeight = 60.0f;
 // The view keeps this much before the others get what they were given.
 constexpr Magnum::Float MinViewSize = 200.0f;
 

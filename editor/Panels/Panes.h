@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <Vantrel/EditorData/EditorState.h>
 
 #include "Panels/PaneLayout.h"
@@ -7,26 +9,34 @@
 namespace VantrelEngine {
 
 // The workspace between the menu bar and the status bar. Where the UI library docks windows, they dock here, at first as
-// the sizes say; else the panes are pinned to their places, with splitters between them.
+// the sizes say; else the panes are pinned to their places, with splitters between them, and panels are tabs in them.
 class Panes {
 public:
     // Lays the panes out and lets the user drag the splitters, which changes the sizes.
     void layOut(PaneSizes& sizes);
     // Docked windows go back to where the sizes say.
     void reset() { _isReset = true; }
+    // Brings a panel to the front of its pane, when it is drawn next.
+    void bringToFront(Panel panel) { _front = panel; }
 
-    // Opens the window of a pane: draw into it where this is true, and call end() either way.
-    bool beginList(bool* isOpen) { return begin("Objects", isOpen, _places.list); }
-    bool beginLog(bool* isOpen) { return begin("Log", isOpen, _places.log); }
-    void end();
+    // Whether it was open when the panes were laid out.
+    bool isOpen(Panel panel) const { return _sizes[panel]; }
+    // To be called for each panel that is open, in their order: draw into it where this is true, and call end() either
+    // way. The user may close it. A badge, where it is not empty, stands behind the title.
+    bool begin(Panel panel, PaneSizes& sizes, const char* badge = "");
+    void end(Panel panel);
 
     // Tells a view where its window belongs.
     void place(EditorState& views, unsigned view) const;
 
 private:
-    bool begin(const char* title, bool* isOpen, const Magnum::Range2D& place);
-
     PanePlaces _places;
+    // When they were laid out: what is closed since is closed in the next frame.
+    PaneSizes _sizes;
+    std::optional<Panel> _front;
+    // Of the pane that is being drawn, and of the panel in it.
+    bool _isPaneShown = false;
+    bool _isPanelShown = false;
     bool _isReset = false;
 };
 

@@ -84,7 +84,7 @@ TEST_F(SceneViewJourneyTest, ThumbnailsAreMadeBesideTheView) {
 TEST_F(SceneViewJourneyTest, NoThumbnailIsMadeWhileSomethingMoves) {
     const std::string options = "--size 320x240 --frames 1 " + Courtyard;
     const JourneyResult moving =
-        play("mouse 250 150\npress right\nkey W\nthumbnail mesh sphere {}/mesh.png\n", options);
+        play("mouse 160 100\npress right\nkey W\nthumbnail mesh sphere {}/mesh.png\n", options);
     EXPECT_EQ(moving.status, 2);
     EXPECT_THAT(moving.output, HasSubstr("thumbnail mesh sphere"));
     EXPECT_THAT(moving.output, HasSubstr("something else is going on"));

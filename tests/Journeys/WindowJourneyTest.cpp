@@ -277,7 +277,7 @@ TEST_F(WindowJourneyTest, FlyingWithoutTheFocusDoesNotTurn) {
     start({}, false);
     takeFocus();
     // Beside the middle: there the cursor is put.
-    move(700, 200);
+    move(520, 200);
     const std::vector<unsigned long> before = settledView();
     EXPECT_FALSE(before.empty());
     button(RightButton, true);

@@ -21,7 +21,7 @@ Settings example() {
     Settings settings;
     settings.fontScale = 1.5f;
     settings.windowSize = {1000, 700};
-    settings.panes = {333.25f, 99.0f, false, true};
+    settings.panes = {333.25f, 444.5f, 99.0f, {false, true, true, false, true, true, false, true, true}};
     settings.docking = "[Window][Log]\nPos=1,2\n";
     settings.recentFiles = {"/projects/\"quoted\".json", "/projects/Grüße.json"};
     return settings;
@@ -30,10 +30,10 @@ Settings example() {
 void expectEqual(const Settings& actual, const Settings& expected) {
     EXPECT_EQ(actual.fontScale, expected.fontScale);
     EXPECT_EQ(actual.windowSize, expected.windowSize);
-    EXPECT_EQ(actual.panes.listWidth, expected.panes.listWidth);
-    EXPECT_EQ(actual.panes.logHeight, expected.panes.logHeight);
-    EXPECT_EQ(actual.panes.hasList, expected.panes.hasList);
-    EXPECT_EQ(actual.panes.hasLog, expected.panes.hasLog);
+    EXPECT_EQ(actual.panes.leftWidth, expected.panes.leftWidth);
+    EXPECT_EQ(actual.panes.rightWidth, expected.panes.rightWidth);
+    EXPECT_EQ(actual.panes.bottomHeight, expected.panes.bottomHeight);
+    EXPECT_EQ(actual.panes.isOpen, expected.panes.isOpen);
     EXPECT_EQ(actual.docking, expected.docking);
     EXPECT_EQ(actual.recentFiles, expected.recentFiles);
 }
@@ -56,7 +56,7 @@ TEST(SettingsTest, WhatIsOutOfRangeOrOfAnotherTypeStaysAsItIs) {
     const TestFolder folder;
     for(const char* const text:
         {"{}", R"({"fontScale": 9, "width": 0, "height": 1e9, "panes": 3, "recent": {}, "docking": 1})",
-            R"({"fontScale": "2", "width": 1.5, "panes": {"listWidth": -1, "logHeight": [], "list": 0}})"}) {
+            R"({"fontScale": "2", "width": 1.5, "panes": {"leftWidth": -1, "rightWidth": 1e9, "bottomHeight": [], "objects": 0}})"}) {
         folder.write("settings.json", text);
         expectEqual(readSettings(folder.path("settings.json"), example()), example());
     }

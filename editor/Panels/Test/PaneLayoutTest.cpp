@@ -12,39 +12,67 @@ using namespace Magnum;
 
 const Range2D Area{{0.0f, 20.0f}, {1000.0f, 720.0f}};
 
-PaneSizes sizes(Float listWidth, Float logHeight, bool hasList = true, bool hasLog = true) {
-    return {listWidth, logHeight, hasList, hasLog};
+PaneSizes sizes(Float left, Float right, Float bottom) { return {left, right, bottom, {}}; }
+
+PaneSizes withPanes(PaneSizes sizes, bool hasLeft, bool hasRight, bool hasBottom) {
+    sizes[Panel::Objects] = hasLeft;
+    sizes[Panel::Inspector] = hasRight;
+    sizes[Panel::Log] = hasBottom;
+    return sizes;
 }
 
 TEST(PaneLayoutTest, PanesAreSideBySide) {
-    const PanePlaces places = placePanes(Area, sizes(300.0f, 150.0f));
-    EXPECT_EQ(places.list, (Range2D{{0.0f, 20.0f}, {300.0f, 720.0f}}));
-    EXPECT_EQ(places.listSplitter, (Range2D{{300.0f, 20.0f}, {305.0f, 720.0f}}));
-    EXPECT_EQ(places.view, (Range2D{{305.0f, 20.0f}, {1000.0f, 565.0f}}));
-    EXPECT_EQ(places.logSplitter, (Range2D{{305.0f, 565.0f}, {1000.0f, 570.0f}}));
-    EXPECT_EQ(places.log, (Range2D{{305.0f, 570.0f}, {1000.0f, 720.0f}}));
+    const PanePlaces places = placePanes(Area, withPanes(sizes(200.0f, 250.0f, 150.0f), true, true, true));
+    EXPECT_EQ(places.left, (Range2D{{0.0f, 20.0f}, {200.0f, 720.0f}}));
+    EXPECT_EQ(places.leftSplitter, (Range2D{{200.0f, 20.0f}, {205.0f, 720.0f}}));
+    EXPECT_EQ(places.view, (Range2D{{205.0f, 20.0f}, {745.0f, 565.0f}}));
+    EXPECT_EQ(places.rightSplitter, (Range2D{{745.0f, 20.0f}, {750.0f, 720.0f}}));
+    EXPECT_EQ(places.right, (Range2D{{750.0f, 20.0f}, {1000.0f, 720.0f}}));
+    EXPECT_EQ(places.bottomSplitter, (Range2D{{205.0f, 565.0f}, {745.0f, 570.0f}}));
+    EXPECT_EQ(places.bottom, (Range2D{{205.0f, 570.0f}, {745.0f, 720.0f}}));
+    EXPECT_EQ(places.of(Pane::Left), places.left);
+    EXPECT_EQ(places.of(Pane::Right), places.right);
+    EXPECT_EQ(places.of(Pane::Bottom), places.bottom);
 }
 
 TEST(PaneLayoutTest, WhatIsNotShownLeavesItsPlaceToTheView) {
-    EXPECT_EQ(placePanes(Area, sizes(300.0f, 150.0f, false, false)).view, Area);
-    EXPECT_EQ(placePanes(Area, sizes(300.0f, 150.0f, false, true)).view, (Range2D{{0.0f, 20.0f}, {1000.0f, 565.0f}}));
-    const PanePlaces places = placePanes(Area, sizes(300.0f, 150.0f, true, false));
+    const PaneSizes all = sizes(300.0f, 200.0f, 150.0f);
+    EXPECT_EQ(placePanes(Area, withPanes(all, false, false, false)).view, Area);
+    EXPECT_EQ(placePanes(Area, withPanes(all, false, false, true)).view, (Range2D{{0.0f, 20.0f}, {1000.0f, 565.0f}}));
+    EXPECT_EQ(placePanes(Area, withPanes(all, false, true, false)).view, (Range2D{{0.0f, 20.0f}, {795.0f, 720.0f}}));
+    const PanePlaces places = placePanes(Area, withPanes(all, true, false, false));
     EXPECT_EQ(places.view, (Range2D{{305.0f, 20.0f}, {1000.0f, 720.0f}}));
-    EXPECT_EQ(places.log, Range2D{});
-    EXPECT_EQ(places.logSplitter, Range2D{});
+    EXPECT_EQ(places.bottom, Range2D{});
+    EXPECT_EQ(places.bottomSplitter, Range2D{});
+    EXPECT_EQ(places.right, Range2D{});
+}
+
+TEST(PaneLayoutTest, APaneIsThereForAnyOfItsPanels) {
+    for(const PanelInfo& panel: Panels) {
+        PaneSizes sizes;
+        sizes.isOpen = {};
+        for(const Pane pane: {Pane::Left, Pane::Right, Pane::Bottom}) EXPECT_FALSE(sizes.has(pane));
+        sizes[panel.panel] = true;
+        for(const Pane pane: {Pane::Left, Pane::Right, Pane::Bottom})
+            EXPECT_EQ(sizes.has(pane), pane == panel.pane) << panel.title;
+        EXPECT_EQ(infoOf(panel.panel).title, panel.title) << "they stand in their order";
+    }
 }
 
 TEST(PaneLayoutTest, Limits) {
     const struct {
         const char* name;
-        Float listWidth, logHeight, width, height;
-    } cases[]{{"least", 1.0f, 1.0f, MinListWidth, MinLogHeight},
+        Float width, height, expectedWidth, expectedHeight;
+    } cases[]{{"least", 1.0f, 1.0f, MinPaneWidth, MinPaneHeight},
         {"most", 5000.0f, 5000.0f, 1000.0f - 5.0f - MinViewSize, 700.0f - 5.0f - MinViewSize},
         {"as wished", 400.0f, 300.0f, 400.0f, 300.0f}};
     for(const auto& testCase: cases) {
-        const PanePlaces places = placePanes(Area, sizes(testCase.listWidth, testCase.logHeight));
-        EXPECT_EQ(places.list.sizeX(), testCase.width) << testCase.name;
-        EXPECT_EQ(places.log.sizeY(), testCase.height) << testCase.name;
+        const PaneSizes wish = sizes(testCase.width, testCase.width, testCase.height);
+        const PanePlaces left = placePanes(Area, withPanes(wish, true, false, true));
+        EXPECT_EQ(left.left.sizeX(), testCase.expectedWidth) << testCase.name;
+        EXPECT_EQ(left.bottom.sizeY(), testCase.expectedHeight) << testCase.name;
+        EXPECT_EQ(placePanes(Area, withPanes(wish, false, true, true)).right.sizeX(), testCase.expectedWidth)
+            << testCase.name;
     }
 }
 
@@ -53,9 +81,11 @@ TEST(PaneLayoutTest, NothingIsNegativeOrOutsideHoweverSmallTheWindow) {
     std::uniform_real_distribution<Float> length{-50.0f, 600.0f};
     for(int i = 0; i != 2000; ++i) {
         const Range2D area = Range2D::fromSize({0.0f, 20.0f}, {length(random), length(random)});
-        const PanePlaces places = placePanes(area, sizes(length(random), length(random), i % 2, i % 3));
+        const PanePlaces places =
+            placePanes(area, withPanes(sizes(length(random), length(random), length(random)), i % 2, i % 5, i % 3));
         const Range2D whole{area.min(), Math::max(area.min(), area.max())};
-        for(const Range2D& place: {places.list, places.view, places.log, places.listSplitter, places.logSplitter}) {
+        for(const Range2D& place: {places.left, places.right, places.view, places.bottom, places.leftSplitter,
+                places.rightSplitter, places.bottomSplitter}) {
             ASSERT_GE(place.sizeX(), 0.0f) << i;
             ASSERT_GE(place.sizeY(), 0.0f) << i;
             if(place == Range2D{}) continue;
@@ -64,8 +94,12 @@ TEST(PaneLayoutTest, NothingIsNegativeOrOutsideHoweverSmallTheWindow) {
             ASSERT_LE(place.max().x(), whole.max().x()) << i;
             ASSERT_LE(place.max().y(), whole.max().y()) << i;
         }
-        ASSERT_FLOAT_EQ(places.list.sizeX() + places.listSplitter.sizeX() + places.view.sizeX(), whole.sizeX()) << i;
-        ASSERT_NEAR(places.log.sizeY() + places.logSplitter.sizeY() + places.view.sizeY(), whole.sizeY(), 1.0e-3f) << i;
+        ASSERT_NEAR(places.left.sizeX() + places.leftSplitter.sizeX() + places.view.sizeX() +
+                places.rightSplitter.sizeX() + places.right.sizeX(),
+            whole.sizeX(), 1.0e-3f)
+            << i;
+        ASSERT_NEAR(places.bottom.sizeY() + places.bottomSplitter.sizeY() + places.view.sizeY(), whole.sizeY(), 1.0e-3f)
+            << i;
     }
 }
 

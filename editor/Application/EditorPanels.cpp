@@ -1,0 +1,42 @@
+#include "Application/EditorPanels.h"
+
+#include "Data/ProjectSession.h"
+#include "Panels/ObjectList.h"
+
+namespace VantrelEngine {
+
+namespace {
+
+// Whether the panel can be drawn without a project.
+bool isAboutTheEditor(Panel panel) { return panel == Panel::Log; }
+
+void drawObjects(EditorData& data) {
+    if(const std::optional<ObjectClick> click = drawObjectList(data)) applyClick(data, *click);
+}
+
+} // namespace
+
+void EditorPanels::draw(const PanelContext& context) {
+    for(const PanelInfo& info: Panels) {
+        if(!_panes.isOpen(info.panel)) continue;
+        const bool isShown = _panes.begin(info.panel, context.sizes);
+        if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
+        _panes.end(info.panel);
+    }
+}
+
+void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
+    switch(panel) {
+    case Panel::Objects: return drawObjects(context.session.data());
+    case Panel::Inspector: return;
+    case Panel::ProjectSettings: return;
+    case Panel::Assets: return;
+    case Panel::Resources: return;
+    case Panel::History: return;
+    case Panel::Log: return _log.draw(context.log);
+    case Panel::Problems: return;
+    case Panel::Statistics: return;
+    }
+}
+
+} // namespace VantrelEngine

@@ -6,7 +6,9 @@
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
+#include "Views/SceneView/Keys/ObjectActions.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
+#include "Views/SceneView/PhysicsSimulation.h"
 #include "Views/UserInterface.h"
 
 namespace VantrelEngine {
@@ -17,9 +19,6 @@ using namespace Magnum;
 namespace {
 
 constexpr char Name[] = "Scene View";
-
-// GLFW's.
-constexpr int KeyF = 70;
 
 // Of the distance to what the camera turns about.
 constexpr Float NormalLength = 0.02f;
@@ -242,8 +241,31 @@ void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
 }
 
 void SceneView::keyPressEvent(const KeyEvent& event) {
-    _navigation.keyPress(event, _isFocused, *_data);
-    if(event.key == KeyF && !ImGui::IsAnyItemActive()) _navigation.frameSelection(*_data, _camera);
+    const bool isIdle = _navigation.mode() == NavigationMode::Idle;
+    for(const KeyAction action: actionsOf(event, {_isFocused, isIdle, ImGui::IsAnyItemActive(), hasPhysics(*_data)}))
+        perform(action, event);
+}
+
+void SceneView::perform(KeyAction action, const KeyEvent& event) {
+    SharedState& state = _editor->state();
+    switch(action) {
+    case KeyAction::FrameSelection: _navigation.frameSelection(*_data, _camera); return;
+    case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
+    case KeyAction::ChooseTranslation:
+    case KeyAction::ChooseRotation:
+    case KeyAction::ChooseScaling:
+    case KeyAction::ArmBox:
+    case KeyAction::CancelBox: return;
+    case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
+    case KeyAction::ToggleSimulation: return simulatePhysics(!state.isSimulating(), state);
+    case KeyAction::DeleteSelected:
+    case KeyAction::Copy:
+    case KeyAction::CopyTrees:
+    case KeyAction::Paste:
+    case KeyAction::PasteChild:
+    case KeyAction::Duplicate:
+    case KeyAction::DuplicateTrees: return performOnObjects(action, *_editor);
+    }
 }
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }

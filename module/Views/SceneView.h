@@ -11,6 +11,7 @@
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Keys/KeyActions.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
 #include "Views/SceneView/RenderMode.h"
@@ -59,6 +60,7 @@ private:
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
+    void perform(KeyAction action, const KeyEvent& event);
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;

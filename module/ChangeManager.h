@@ -128,6 +128,9 @@ public:
     // Undoes what was recorded since, and forgets it: what can be redone, and what counts as saved, is as it was before.
     // Nothing where no trial is under way; aborts while a group is open.
     void dropTrial();
+    // Undoes, and forgets, what of the trial was recorded behind the record of this index; the trial goes on. Aborts while
+    // a group is open, without a trial, and for an index before the trial's.
+    void rewindTrial(std::int32_t lastChange);
     Trial trial() const { return _trial; }
 
     // Closes the open group and announces its changes in the order of the log.

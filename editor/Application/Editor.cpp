@@ -269,15 +269,20 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
+    requestFrames();
+    if(isProjectPath(file)) return openAsked(file);
     _drop.add(file, position);
+}
+
+void Editor::hold(const std::string& type, const std::string& text) {
+    _input.holdForInterface(true);
+    _held.take(type, text);
     requestFrames();
 }
 
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
-    if(file.empty()) return;
-    if(isProjectPath(file)) return openAsked(file);
-    import(file);
+    if(!file.empty()) import(file);
 }
 
 void Editor::runActions() {
@@ -326,7 +331,8 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening) {
+    // What is dropped just now goes into the project as it is.
+    if(!_opening && !_drop.isPlaying()) {
         if(!_imports.isCompiling()) updateSteps();
         showImported(_imports.update(_isReplayed ? Endless : OpeningStep));
     }
@@ -336,10 +342,12 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
         updateSteps();
     }
     _thumbnails.beginFrame();
+    _pictures.update(_isReplayed);
     _session->editor().state().wantsFrame = false;
+    _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 
-    _drop.beginFrame(_input);
+    _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
@@ -372,7 +380,7 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -389,6 +397,7 @@ void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
     for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
+    _held.draw();
     if(_loader.module()) _loader.module()->draw();
 }
 
@@ -433,7 +442,7 @@ void Editor::drawStatus() {
     status.frameTime = _frameTime * 1000.0;
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
-    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
 }
 
@@ -457,7 +466,9 @@ bool Editor::isMoving() const {
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
+bool Editor::wantsFrame() const {
+    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+}
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

@@ -10,12 +10,14 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/FilePictures.h>
 #include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
 #include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
+#include "Application/HeldThing.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
 #include "Application/ModuleFile.h"
@@ -74,6 +76,8 @@ public:
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
+    // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
+    void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
 
     // Releases what the view takes for held.
@@ -140,11 +144,13 @@ private:
     std::unique_ptr<ProjectSession> _session;
     ImportQueue _imports;
     Thumbnails _thumbnails;
+    FilePictures _pictures;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
+    HeldThing _held;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;

@@ -30,8 +30,8 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::Objects: return drawObjects(context.session.data());
     case Panel::Inspector: return;
     case Panel::ProjectSettings: return;
-    case Panel::Assets: return;
-    case Panel::Resources: return;
+    case Panel::Assets: return _assets.draw(context.session, context.pictures, context.isReplayed);
+    case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
     case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
     case Panel::Problems: return;

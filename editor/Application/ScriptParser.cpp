@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <Vantrel/EngineData/ResourceMaps.h>
 #include <Vantrel/Module/InputEvents.h>
 
@@ -177,6 +178,18 @@ std::string parseDrop(Line& line) {
     return {};
 }
 
+// A section of the document, or a file; then its id, or its path, which may have blanks in it.
+std::string parseDrag(Line& line) {
+    const std::string& kind = line.words[0];
+    const bool isFile = kind == "file";
+    const auto isKind = [&kind](const PayloadType& payload) { return kind == payload.kind; };
+    if(!isFile && std::none_of(std::begin(PayloadTypes), std::end(PayloadTypes), isKind))
+        return quoted(kind) + " is none of file, materials, textures, meshes, ...";
+    line.command.words = {isFile ? FilePayloadType : payloadTypeOf({kind.data(), kind.size()}),
+        line.rest.substr(line.rest.find_first_not_of(" \t", kind.size()))};
+    return {};
+}
+
 constexpr std::size_t Any = 1000000;
 
 struct Syntax {
@@ -210,6 +223,7 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"remove", ScriptVerb::Edit, 1, Any, "remove POINTER", parseEdit},
     {"undo", ScriptVerb::Undo, 0, 0, "undo", parseRest}, {"redo", ScriptVerb::Redo, 0, 0, "redo", parseRest},
     {"import", ScriptVerb::Import, 1, Any, "import FILE", parseRest},
+    {"drag", ScriptVerb::Drag, 2, Any, "drag KIND|file ID|PATH", parseDrag},
     {"drop", ScriptVerb::Drop, 3, Any, "drop FILE X Y", parseDrop},
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},

@@ -32,6 +32,7 @@ enum class ScriptVerb {
     Undo,
     Redo,
     Drop,
+    Drag,
     Import,
     WaitForImport,
     Screenshot,

@@ -119,6 +119,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
     case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});
     case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
+    case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);

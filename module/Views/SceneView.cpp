@@ -68,6 +68,7 @@ SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::
 
 SceneView::~SceneView() {
     if(!_editor) return;
+    _drop.leave(_editor->state());
     _gizmo.endDrag(_editor->state());
     _editor->state().sceneViewFramebuffer = nullptr;
 }
@@ -151,9 +152,11 @@ void SceneView::draw() {
         showImage();
         moveWithGizmo();
         showBox();
+        takeDrops();
     } else {
         _frame.isHovered = false;
         _gizmo.endDrag(_editor->state());
+        _drop.leave(_editor->state());
     }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
@@ -163,12 +166,18 @@ void SceneView::draw() {
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
     letGo();
+    _drop.leave(_editor->state());
 }
 
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
     _gizmo.endDrag(_editor->state());
+}
+
+void SceneView::takeDrops() {
+    _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
+        _navigation.state().orbitDistance});
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }

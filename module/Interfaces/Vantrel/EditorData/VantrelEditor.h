@@ -7,6 +7,7 @@
 #include <Magnum/Magnum.h>
 
 #include <Vantrel/EditorData/EditorState.h>
+#include <Vantrel/EditorData/ViewPointer.h>
 
 namespace Magnum::GL {
 class Framebuffer;
@@ -81,6 +82,12 @@ struct SharedState {
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,
     // attachment 1 the objects' ids, low byte red and high byte green. Its viewport is all of it.
     Magnum::GL::Framebuffer* sceneViewFramebuffer = nullptr;
+
+    // Written by the scene view in each of its frames.
+    ViewPointer viewPointer;
+    // The project cannot be changed just now: it is replaced, or an import is compiled. Written by the editor before each
+    // frame.
+    bool isLocked = false;
 
     // For the status bar.
     FrameStatistics statistics;

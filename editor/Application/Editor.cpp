@@ -17,6 +17,7 @@
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -204,6 +205,14 @@ void Editor::perform(Command command) {
 
 void Editor::setKey(int key, bool isDown, bool isRepeated) {
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
+}
+
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {

@@ -10,6 +10,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
 #include "Application/RecentFiles.h"
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
@@ -50,8 +51,15 @@ ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled)
     return {text, progress.fraction, canBeCancelled};
 }
 
-bool isView(const ImGuiWindow* window) {
-    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+bool isWindow(const ImGuiWindow* window, const char* title) {
+    return window && Containers::StringView{window->RootWindow->Name} == title;
+}
+
+bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
+
+ShortcutFocus focusOf(const ImGuiWindow* window) {
+    if(isView(window)) return ShortcutFocus::View;
+    return isWindow(window, infoOf(Panel::Objects).title) ? ShortcutFocus::Objects : ShortcutFocus::Elsewhere;
 }
 
 } // namespace
@@ -194,6 +202,15 @@ void Editor::perform(Command command) {
     case Command::Redo:
         if(!isEditing && changes.canRedo()) changes.redoLast();
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -346,7 +363,9 @@ void Editor::drawMenu() {
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -369,7 +388,7 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = focusOf(context.NavWindow);
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <Vantrel/EngineData/Types.h>
 
 namespace VantrelEngine {
@@ -11,7 +12,7 @@ class EditorData;
 struct SharedState;
 
 // Whether something new may be done: the undo log has no group and no trial open.
-bool canEdit(const SharedState& state);
+CORRADE_VISIBILITY_EXPORT bool canEdit(const SharedState& state);
 
 // The scene follows the document, so that what is selected is what is there. Costs what changed since it did.
 EditorData& upToDate(SharedState& state);

@@ -39,4 +39,9 @@ std::vector<Id> selectedTrees(const EditorData& data) {
     return objects;
 }
 
+void selectAllObjects(EditorData& data) {
+    const Scene& scene = data.scene().main();
+    for(std::size_t i = 1; i < scene.size(); ++i) data.selectObject(scene.toId(i), true);
+}
+
 } // namespace VantrelEngine

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <Vantrel/EngineData/Types.h>
 
 namespace VantrelEngine {
@@ -15,5 +16,8 @@ std::vector<Id> selectedObjects(const EditorData& data);
 std::vector<Id> topSelectedObjects(const EditorData& data);
 // Those and all below them.
 std::vector<Id> selectedTrees(const EditorData& data);
+
+// Selects every object that can be. Costs the size of the scene.
+CORRADE_VISIBILITY_EXPORT void selectAllObjects(EditorData& data);
 
 } // namespace VantrelEngine

@@ -1,11 +1,8 @@
 #include "Views/SceneView/Keys/ObjectActions.h"
 
-#include <Vantrel/EditorData/VantrelEditor.h>
 #include <Vantrel/EditorUtilities/Clipboard.h>
 #include <Vantrel/EditorUtilities/Objects.h>
 #include <imgui.h>
-
-#include "AssetCompiler.h"
 
 namespace VantrelEngine {
 
@@ -23,14 +20,6 @@ Containers::StringView clipboardText() {
     return text ? text : "";
 }
 
-void takeOver(VantrelEditor& editor, const StringArray& names) {
-    if(!names.size()) return;
-    Containers::Array<Containers::StringView> ids{ValueInit, names.size()};
-    for(std::size_t i = 0; i != names.size(); ++i) ids[i] = names[i];
-    editor.state().assetCompiler->compileObjects(ids, true);
-    selectObjects(editor, names, false, true);
-}
-
 }
 
 void performOnObjects(KeyAction action, VantrelEditor& editor) {
@@ -38,10 +27,10 @@ void performOnObjects(KeyAction action, VantrelEditor& editor) {
     case KeyAction::DeleteSelected: return deleteSelectedObjects(editor);
     case KeyAction::Copy: return putIntoClipboard(copySelected(editor));
     case KeyAction::CopyTrees: return putIntoClipboard(copySelectedTrees(editor));
-    case KeyAction::Paste: return takeOver(editor, paste(editor, clipboardText()));
-    case KeyAction::PasteChild: return takeOver(editor, pasteChild(editor, clipboardText()));
-    case KeyAction::Duplicate: return takeOver(editor, duplicate(editor));
-    case KeyAction::DuplicateTrees: return takeOver(editor, duplicateTrees(editor));
+    case KeyAction::Paste: return compileAndSelect(editor, paste(editor, clipboardText()));
+    case KeyAction::PasteChild: return compileAndSelect(editor, pasteChild(editor, clipboardText()));
+    case KeyAction::Duplicate: return compileAndSelect(editor, duplicate(editor));
+    case KeyAction::DuplicateTrees: return compileAndSelect(editor, duplicateTrees(editor));
     default: return;
     }
 }

@@ -229,6 +229,16 @@ void ChangeManager::clear() {
     _trial = Trial::None;
 }
 
+void ChangeManager::restore(std::vector<Change> changes, std::int32_t lastChange) {
+    CORRADE_ASSERT(_changes.empty() && _group < 0 && _trial == Trial::None,
+        "ChangeManager::restore(): the log is not empty, or in use", );
+    CORRADE_ASSERT(lastChange >= -1 && lastChange < std::int32_t(changes.size()),
+        "ChangeManager::restore(): there is no change" << lastChange, );
+    _changes = std::move(changes);
+    _lastChange = lastChange;
+    for(const Change& change: _changes) _groupCounter = std::max(_groupCounter, change.group);
+}
+
 void ChangeManager::beginTrial(Trial kind) {
     CORRADE_ASSERT(_group < 0, "ChangeManager::beginTrial(): a group is open. Forgot commit()?", );
     keepTrial();

@@ -111,6 +111,10 @@ public:
     // Forgets all changes: another document is in place. Listeners stay. Aborts while a group is open.
     void clear();
 
+    // Puts a log in the place of the empty one, whose records up to lastChange the document has in effect. Their groups are
+    // numbered from 1 on, each a run of its own. Aborts where the log is not empty, or a group is open.
+    void restore(std::vector<Change> changes, std::int32_t lastChange);
+
     // From now on what is recorded is on trial. What could be redone is kept aside meanwhile. A trial that is under way is
     // kept first. Aborts while a group is open.
     void beginTrial(Trial kind);

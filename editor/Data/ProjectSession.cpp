@@ -74,6 +74,7 @@ OpenedProject ProjectSession::put(ReadProject project) {
 // With another document.
 void ProjectSession::startOver() {
     _data.selection().clear();
+    _data.marks().clear();
     _changes->clear();
     _workingFolder.reset();
     readEditorSettings();

@@ -7,8 +7,13 @@
 
 #include "Utils/Assert.h"
 #include "Views/SceneView/Keys/ObjectActions.h"
+#include "Views/SceneView/ObjectIdReadback.h"
+#include "Views/SceneView/Overlays/Legend.h"
+#include "Views/SceneView/Overlays/SelectionBox.h"
+#include "Views/SceneView/Overlays/TextureOverlay.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
 #include "Views/SceneView/PhysicsSimulation.h"
+#include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
 
 namespace VantrelEngine {
@@ -106,15 +111,18 @@ void SceneView::draw() {
 
     if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
     if(_data->projectNumber != _projectSeen) {
-        apply(_navigation.endMode());
+        letGo();
         _navigation.reset(*_data, _camera);
         _projectSeen = _data->projectNumber;
     }
     _isVisible = beginWindow();
     applyMenu();
+    drawTextureOverlay(_renderer->debug(), _renderer->compressedTextureAtlas().statistics());
     if(_isVisible) {
         renderScene();
+        showLegend();
         showImage();
+        showBox();
     } else
         _frame.isHovered = false;
     ImGui::End();
@@ -124,7 +132,12 @@ void SceneView::draw() {
 // A window that is closed has no picture to be used, and lets go of what it held.
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
+    letGo();
+}
+
+void SceneView::letGo() {
     apply(_navigation.endMode());
+    _picking.cancelBox();
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -151,8 +164,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    const ViewMenuResult menu = drawViewMenu(_renderMode, _editor->state());
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics(*_data), _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
+    if(menu.togglesSimulation) toggleSimulation();
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
 }
@@ -169,12 +183,14 @@ void SceneView::updateFrozenCulling() {
 }
 
 void SceneView::updateFrameSize() {
+    _frame.origin = UserInterface::wholePoint(ImGui::GetCursorScreenPos());
     const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
-    _frame.framebufferSize =
-        framebufferSize(size, _editor->state().platform->framebufferScale(), ViewFramebuffers::limits());
+    const Vector2 scale = _editor->state().platform->framebufferScale();
+    _frame.framebufferSize = framebufferSize(size, scale, ViewFramebuffers::limits());
+    _frame.pixelsPerPoint = pixelsPerPoint(_frame.framebufferSize, size, scale);
     _frameRenderer.resize(_frame.framebufferSize, *_renderer, _camera);
     _frame.size = size;
 }
@@ -218,7 +234,6 @@ void SceneView::lookAroundWhileFlying() {
 }
 
 void SceneView::showImage() {
-    _frame.origin = Vector2i{UserInterface::vector(ImGui::GetCursorScreenPos())};
     ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
     switch(_renderMode) {
     case RenderMode::Shaded:
@@ -228,13 +243,42 @@ void SceneView::showImage() {
     VANTREL_UNREACHABLE("Views/SceneView", 1372);
 }
 
+// The object below the mouse. Reading it waits for the GPU, so that is done only where somebody may want to know.
+Containers::StringView SceneView::pointedName() {
+    if(!_frame.isHovered || _navigation.mode() == NavigationMode::Fly) return {};
+    const Scene& scene = _data->scene().main();
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    const std::vector<Id> objects =
+        readObjectIds(_frameRenderer.framebuffers().resolved(), pixelBelow(mouse, _frame), scene);
+    if(objects.empty() || objects.front() == RootObject) return {};
+    return scene.objectNames.nameOf(objects.front());
+}
+
+void SceneView::showLegend() {
+    const bool showsOverdraw = _editor->state().display(DebugDisplay::Overdraw);
+    const Vector2 origin{_frame.origin};
+    drawLegend({origin, origin + Vector2{_frame.size}}, showsOverdraw,
+        showsOverdraw ? Containers::StringView{} : pointedName());
+}
+
+void SceneView::showBox() {
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    if(const std::optional<BoxFeedback> box = _picking.boxFeedback(mouse, _frame)) drawSelectionBox(box->rectangle);
+}
+
 void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
-void SceneView::mousePressEvent(const MouseEvent& event) { apply(_navigation.mousePress(event, _frame.isHovered)); }
+void SceneView::mousePressEvent(const MouseEvent& event) {
+    apply(_navigation.mousePress(event, _frame.isHovered));
+    if(event.button == MouseButton::Left) _picking.mousePress(event, pressState(), pickTarget());
+}
 
-void SceneView::mouseReleaseEvent(const MouseEvent& event) { apply(_navigation.mouseRelease(event)); }
+void SceneView::mouseReleaseEvent(const MouseEvent& event) {
+    apply(_navigation.mouseRelease(event));
+    if(event.button == MouseButton::Left) _picking.mouseRelease(event, pickTarget());
+}
 
 void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
     _navigation.mouseScroll(event, _frame.isHovered, *_data, _camera);
@@ -246,18 +290,22 @@ void SceneView::keyPressEvent(const KeyEvent& event) {
         perform(action, event);
 }
 
-void SceneView::perform(KeyAction action, const KeyEvent& event) {
+void SceneView::toggleSimulation() {
     SharedState& state = _editor->state();
+    simulatePhysics(!state.isSimulating(), state);
+}
+
+void SceneView::perform(KeyAction action, const KeyEvent& event) {
     switch(action) {
     case KeyAction::FrameSelection: _navigation.frameSelection(*_data, _camera); return;
     case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
     case KeyAction::ChooseTranslation:
     case KeyAction::ChooseRotation:
-    case KeyAction::ChooseScaling:
-    case KeyAction::ArmBox:
-    case KeyAction::CancelBox: return;
+    case KeyAction::ChooseScaling: return;
+    case KeyAction::ArmBox: return _picking.armBox();
+    case KeyAction::CancelBox: return _picking.cancelBox();
     case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
-    case KeyAction::ToggleSimulation: return simulatePhysics(!state.isSimulating(), state);
+    case KeyAction::ToggleSimulation: return toggleSimulation();
     case KeyAction::DeleteSelected:
     case KeyAction::Copy:
     case KeyAction::CopyTrees:
@@ -271,6 +319,17 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
 void SceneView::focusLost() { apply(_navigation.endMode()); }
+
+PressState SceneView::pressState() const {
+    PressState state;
+    state.isHovered = _frame.isHovered;
+    state.isFlying = _navigation.mode() == NavigationMode::Fly;
+    return state;
+}
+
+PickTarget SceneView::pickTarget() {
+    return {*_data, _editor->state(), _frameRenderer.framebuffers().resolved(), _frame};
+}
 
 void SceneView::apply(CameraNavigation::Change change) {
     Platform& platform = *_editor->state().platform;

@@ -12,6 +12,7 @@
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
 #include "Views/SceneView/Keys/KeyActions.h"
+#include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
 #include "Views/SceneView/RenderMode.h"
@@ -50,21 +51,28 @@ public:
 private:
     void createPreview();
     void hide();
+    void letGo();
     void reloadRuntime();
     bool beginWindow();
     void applyMenu();
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void showBox();
+    void showLegend();
+    Corrade::Containers::StringView pointedName();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
     void perform(KeyAction action, const KeyEvent& event);
+    void toggleSimulation();
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
     MouseFactors mouseFactors() const;
+    PressState pressState() const;
+    PickTarget pickTarget();
 
     Magnum::GL::Framebuffer _previewFramebuffer{Magnum::NoCreate};
     Magnum::GL::Renderbuffer _previewColor{Magnum::NoCreate};
@@ -76,6 +84,7 @@ private:
     FrozenCulling _frozen;
     ViewCamera _camera;
     CameraNavigation _navigation;
+    Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;
     Magnum::UnsignedInt _projectSeen = 0;

@@ -72,7 +72,8 @@ TEST(ScriptParserTest, BadLines) {
         {"focus maybe", "\"maybe\" is none of on, off"}, {"drop a.png 3", "expected: drop FILE X Y"},
         {"drop a.png 3 y", "\"y\" is no number"},
         {"dump picture a", "\"picture\" is none of document, selection, undo, log, statistics, clipboard"},
-        {"dump undo", "expected: dump document|selection|undo|log|statistics|clipboard FILE"}, {"quit now", "expected: quit"}};
+        {"dump undo", "expected: dump document|selection|undo|log|statistics|clipboard FILE"},
+        {"quit now", "expected: quit"}};
     for(const auto& testCase: cases) {
         const ParsedScript script = parseScript(std::string{"# first\n\n  "} + testCase.line + "\nquit");
         EXPECT_EQ(script.error, std::string{"line 3: \""} + testCase.line + "\": " + testCase.reason);

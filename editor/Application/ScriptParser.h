@@ -29,6 +29,8 @@ enum class ScriptVerb {
     Save,
     New,
     Edit,
+    Undo,
+    Redo,
     Drop,
     Import,
     WaitForImport,

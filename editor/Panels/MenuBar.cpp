@@ -70,10 +70,16 @@ void drawObjectItems(const EditAbilities& edit, MenuChoice& choice) {
     drawItem({"Select none", "Ctrl+Shift+A", Command::SelectNone}, edit.hasSelection, choice);
 }
 
+// "Undo Move 3 objects".
+void drawStepItem(const Item& item, const std::string* step, MenuChoice& choice) {
+    const std::string label = step ? std::string{item.label} + ' ' + *step : std::string{item.label};
+    drawItem({label.data(), item.shortcut, item.command}, step, choice);
+}
+
 void drawEditMenu(const MenuState& state, MenuChoice& choice) {
     if(!beginMenu("Edit")) return;
-    drawItem({"Undo", "Ctrl+Z", Command::Undo}, state.canUndo, choice);
-    drawItem({"Redo", "Ctrl+Y", Command::Redo}, state.canRedo, choice);
+    drawStepItem({"Undo", "Ctrl+Z", Command::Undo}, state.undo, choice);
+    drawStepItem({"Redo", "Ctrl+Y", Command::Redo}, state.redo, choice);
     choice.isEditMenuNew = ImGui::IsWindowAppearing();
     drawObjectItems(state.edit, choice);
     ImGui::EndMenu();

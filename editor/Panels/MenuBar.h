@@ -23,8 +23,9 @@ struct EditAbilities {
 
 // What the menus show, and what they switch in place.
 struct MenuState {
-    bool canUndo = false;
-    bool canRedo = false;
+    // What the steps are called; null where there is none.
+    const std::string* undo = nullptr;
+    const std::string* redo = nullptr;
     EditAbilities edit;
     // In front of the menus' end: the project's name, and whether it differs from its file.
     std::string title;

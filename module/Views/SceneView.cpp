@@ -6,6 +6,7 @@
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
+#include "Views/SceneView/Gizmo/Toolbar.h"
 #include "Views/SceneView/Keys/ObjectActions.h"
 #include "Views/SceneView/ObjectIdReadback.h"
 #include "Views/SceneView/Overlays/Legend.h"
@@ -25,6 +26,9 @@ namespace {
 
 constexpr char Name[] = "Scene View";
 
+// GLFW's.
+constexpr int KeyEscape = 256;
+
 // Of the distance to what the camera turns about.
 constexpr Float NormalLength = 0.02f;
 
@@ -40,13 +44,32 @@ ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
     return data;
 }
 
+GizmoSettings gizmoSettings(const SceneViewRecord& record) {
+    return {GizmoOperation(record.gizmoOperation), GizmoSpace(record.gizmoSpace), record.snapTranslationEnabled,
+        record.snapRotationEnabled, record.snapScaleEnabled, record.snapRotation, record.snapTranslation,
+        record.snapScale};
+}
+
+void note(SceneViewRecord& record, const GizmoSettings& settings) {
+    record.gizmoOperation = UnsignedInt(settings.gizmoOperation);
+    record.gizmoSpace = UnsignedInt(settings.gizmoSpace);
+    record.snapTranslationEnabled = settings.snapTranslationEnabled;
+    record.snapRotationEnabled = settings.snapRotationEnabled;
+    record.snapScaleEnabled = settings.snapScaleEnabled;
+    record.snapRotation = settings.snapRotation;
+    record.snapTranslation = settings.snapTranslation;
+    record.snapScale = settings.snapScale;
+}
+
 }
 
 SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::StringView& plugin):
     EditorView{manager, plugin} {}
 
 SceneView::~SceneView() {
-    if(_editor) _editor->state().sceneViewFramebuffer = nullptr;
+    if(!_editor) return;
+    _gizmo.endDrag(_editor->state());
+    _editor->state().sceneViewFramebuffer = nullptr;
 }
 
 Containers::StringView SceneView::name() const {
@@ -90,14 +113,17 @@ void SceneView::restoreState(const Containers::Array<char>& state) {
     const SceneViewRecord& record = *_data->sceneView;
     _navigation.restore(*_data, _camera, record.camera, record.orbitDistance, record.flySpeed);
     _renderMode = RenderMode(record.renderMode);
+    _gizmo.setSettings(gizmoSettings(record));
 }
 
 void SceneView::stateSaved() {
+    _gizmo.endDrag(_editor->state());
     SceneViewRecord record = _data->sceneView.value_or(SceneViewRecord{});
     record.camera = _camera.transformation();
     record.orbitDistance = _navigation.state().orbitDistance;
     record.flySpeed = _navigation.state().flySpeed;
     record.renderMode = UnsignedInt(_renderMode);
+    note(record, _gizmo.settings());
     _data->sceneView = record;
 }
 
@@ -108,6 +134,7 @@ void SceneView::draw() {
         reloadRuntime();
         _clock.skip(platform.now());
     }
+    _gizmo.beginFrame();
 
     if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
     if(_data->projectNumber != _projectSeen) {
@@ -122,9 +149,12 @@ void SceneView::draw() {
         renderScene();
         showLegend();
         showImage();
+        moveWithGizmo();
         showBox();
-    } else
+    } else {
         _frame.isHovered = false;
+        _gizmo.endDrag(_editor->state());
+    }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
@@ -138,6 +168,7 @@ void SceneView::hide() {
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
+    _gizmo.endDrag(_editor->state());
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -211,7 +242,31 @@ void SceneView::renderScene() {
         _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
         std::uint32_t(_renderer->drawnShadowCasters())};
 
+    showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
+}
+
+void SceneView::showToolbar() {
+    SharedState& state = _editor->state();
+    const CameraState& camera = _navigation.state();
+    const ToolbarResult result = drawToolbar({_gizmo.settings(), camera.flySpeed, camera.flySpeedMin,
+                                                 camera.flySpeedMax, hasPhysics(*_data), state.isSimulating()},
+        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+    _navigation.setFlySpeed(result.flySpeed);
+    const GizmoSettings& chosen = result.gizmo;
+    if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)
+        _gizmo.setOperation(chosen.gizmoOperation, chosen.gizmoSpace, state);
+    _gizmo.setSettings(chosen);
+    if(result.togglesSimulation) toggleSimulation();
+    if(result.isChoiceHovered) _frame.isHovered = false;
+    if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
+}
+
+void SceneView::moveWithGizmo() {
+    if(_picking.isBoxArmed()) return _gizmo.endDrag(_editor->state());
+    const bool isBusy = _navigation.mode() != NavigationMode::Idle;
+    if(_gizmo.draw({*_data, _editor->state(), _camera, _frame.origin, _frame.size, isBusy}))
+        _editor->state().wantsFrame = true;
 }
 
 // A window that is new has its size in its second frame.
@@ -270,9 +325,19 @@ void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
+// While a handle is held the other buttons are the gizmo's.
 void SceneView::mousePressEvent(const MouseEvent& event) {
+    if(_gizmo.isHeld()) {
+        if(event.button == MouseButton::Right) cancelDrag();
+        return;
+    }
     apply(_navigation.mousePress(event, _frame.isHovered));
     if(event.button == MouseButton::Left) _picking.mousePress(event, pressState(), pickTarget());
+}
+
+void SceneView::cancelDrag() {
+    _gizmo.cancelDrag(_editor->state());
+    _editor->state().wantsFrame = true;
 }
 
 void SceneView::mouseReleaseEvent(const MouseEvent& event) {
@@ -285,9 +350,16 @@ void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
 }
 
 void SceneView::keyPressEvent(const KeyEvent& event) {
+    if(event.key == KeyEscape && _gizmo.isHeld()) return cancelDrag();
     const bool isIdle = _navigation.mode() == NavigationMode::Idle;
     for(const KeyAction action: actionsOf(event, {_isFocused, isIdle, ImGui::IsAnyItemActive(), hasPhysics(*_data)}))
         perform(action, event);
+}
+
+void SceneView::chooseGizmo(KeyAction action) {
+    const GizmoSettings& present = _gizmo.settings();
+    const GizmoChoice choice = chosen(action, {present.gizmoOperation, present.gizmoSpace});
+    _gizmo.setOperation(choice.operation, choice.space, _editor->state());
 }
 
 void SceneView::toggleSimulation() {
@@ -301,7 +373,7 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
     case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
     case KeyAction::ChooseTranslation:
     case KeyAction::ChooseRotation:
-    case KeyAction::ChooseScaling: return;
+    case KeyAction::ChooseScaling: return chooseGizmo(action);
     case KeyAction::ArmBox: return _picking.armBox();
     case KeyAction::CancelBox: return _picking.cancelBox();
     case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
@@ -318,12 +390,16 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
-void SceneView::focusLost() { apply(_navigation.endMode()); }
+void SceneView::focusLost() {
+    apply(_navigation.endMode());
+    _gizmo.endDrag(_editor->state());
+}
 
 PressState SceneView::pressState() const {
     PressState state;
     state.isHovered = _frame.isHovered;
     state.isFlying = _navigation.mode() == NavigationMode::Fly;
+    state.isOverHandle = _data->firstSelectedObject() && _gizmo.isOver();
     return state;
 }
 

@@ -11,6 +11,7 @@
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Gizmo/TransformGizmo.h"
 #include "Views/SceneView/Keys/KeyActions.h"
 #include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
@@ -61,11 +62,15 @@ private:
     void showBox();
     void showLegend();
     Corrade::Containers::StringView pointedName();
+    void showToolbar();
+    void moveWithGizmo();
+    void cancelDrag();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
     void perform(KeyAction action, const KeyEvent& event);
+    void chooseGizmo(KeyAction action);
     void toggleSimulation();
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
@@ -84,6 +89,7 @@ private:
     FrozenCulling _frozen;
     ViewCamera _camera;
     CameraNavigation _navigation;
+    TransformGizmo _gizmo;
     Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;

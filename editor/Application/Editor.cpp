@@ -11,6 +11,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
 #include "Application/RecentFiles.h"
 #include "Data/StepWalk.h"
 #include "Import/ImportKinds.h"
@@ -238,6 +239,15 @@ void Editor::performNow(Command command) {
     case Command::Redo:
         if(!wasPreviewed) goTo(step + 1);
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -408,7 +418,9 @@ void Editor::drawMenu() {
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -431,7 +443,9 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);

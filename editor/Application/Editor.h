@@ -152,6 +152,8 @@ private:
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
+    // When the menu for it was opened last.
+    bool _clipboardHasObjects = false;
     // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
     std::unique_ptr<ProjectOpening> _opening;
     Magnum::Double _openingBegan = 0.0;

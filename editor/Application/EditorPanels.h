@@ -31,6 +31,8 @@ public:
 
     // Draws all that are open. The panes are laid out.
     void draw(const PanelContext& context);
+    // The panel that has the focus; none where that is elsewhere.
+    std::optional<Panel> focused() const { return _focused; }
     // How many steps the user wants to be in effect, if that was asked for since the last call.
     std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
@@ -41,6 +43,7 @@ private:
     HistoryPanel _history;
     LogPanel _log;
     std::optional<std::size_t> _step;
+    std::optional<Panel> _focused;
 };
 
 } // namespace VantrelEngine

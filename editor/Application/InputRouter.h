@@ -7,6 +7,7 @@
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/InputEvents.h>
 
+#include "Application/Shortcuts.h"
 #include "Panels/Command.h"
 
 namespace VantrelEngine {
@@ -18,8 +19,7 @@ class InterfaceInput;
 struct InterfaceFocus {
     // The mouse is over the view's window, and no other window or menu is in between.
     bool isViewHovered = false;
-    // The view's window has the focus.
-    bool isViewFocused = false;
+    ShortcutFocus focus = ShortcutFocus::Elsewhere;
     // Somebody types into a field.
     bool isTyping = false;
     // A dialog or a menu has to be closed first.
@@ -27,7 +27,7 @@ struct InterfaceFocus {
 };
 
 // Takes what the window system or a script reports and hands it to the UI library and to the view: a press over the view,
-// a key while the view has the focus and nobody types, and releases of what was pressed there.
+// a key while nobody types, whatever has the focus (the view asks for that itself), and releases of what it was told of.
 class InputRouter {
 public:
     explicit InputRouter(InterfaceInput& interface, EventDelivery& delivery):

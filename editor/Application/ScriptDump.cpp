@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include <VantrelHost/DocumentWriter.h>
+#include <imgui.h>
 
 #include "Application/Editor.h"
 
@@ -70,12 +71,18 @@ std::string statistics(Editor& editor) {
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
 }
 
+std::string clipboard() {
+    const char* const text = ImGui::GetClipboardText();
+    return text ? text : "";
+}
+
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
+    if(kind == "clipboard") return clipboard();
     return statistics(editor);
 }
 

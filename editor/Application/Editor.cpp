@@ -20,6 +20,7 @@
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -58,11 +59,6 @@ bool isWindow(const ImGuiWindow* window, const char* title) {
 }
 
 bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
-
-ShortcutFocus focusOf(const ImGuiWindow* window) {
-    if(isView(window)) return ShortcutFocus::View;
-    return isWindow(window, infoOf(Panel::Objects).title) ? ShortcutFocus::Objects : ShortcutFocus::Elsewhere;
-}
 
 } // namespace
 
@@ -268,6 +264,14 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
+}
+
 void Editor::dropFile(const std::string& file, const Vector2& position) {
     requestFrames();
     if(isProjectPath(file)) return openAsked(file);
@@ -450,7 +454,9 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.focus = focusOf(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);

@@ -1,5 +1,7 @@
 #include "Application/EditorPanels.h"
 
+#include <imgui.h>
+
 #include "Data/ProjectSession.h"
 #include "Panels/ObjectList.h"
 
@@ -17,10 +19,12 @@ void drawObjects(EditorData& data) {
 } // namespace
 
 void EditorPanels::draw(const PanelContext& context) {
+    _focused.reset();
     for(const PanelInfo& info: Panels) {
         if(!_panes.isOpen(info.panel)) continue;
         const bool isShown = _panes.begin(info.panel, context.sizes);
         if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
+        if(isShown && ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows)) _focused = info.panel;
         _panes.end(info.panel);
     }
 }

@@ -40,6 +40,8 @@ public:
     void draw(const PanelContext& context);
     // Whether something is read that a panel will show.
     bool isReading() const { return _assets.isReading(); }
+    // The panel that has the focus; none where that is elsewhere.
+    std::optional<Panel> focused() const { return _focused; }
     // How many steps the user wants to be in effect, if that was asked for since the last call.
     std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
@@ -53,6 +55,7 @@ private:
     ResourcesPanel _resources;
     InspectedResource _inspected;
     std::optional<std::size_t> _step;
+    std::optional<Panel> _focused;
 };
 
 } // namespace VantrelEngine

@@ -94,7 +94,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     }
     case ScriptVerb::Press:
     case ScriptVerb::Release:
-        _editor.input().setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
+        _editor.setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
         return drawn({});
     case ScriptVerb::Scroll: _editor.input().scroll({0.0f, Float(numbers[0])}, command.modifiers); return drawn({});
     case ScriptVerb::Key: _editor.setKey(int(numbers[0]), true, numbers[1] != 0.0); return drawn({});

@@ -41,7 +41,10 @@ std::vector<Id> selectedTrees(const EditorData& data) {
 
 void selectAllObjects(EditorData& data) {
     const Scene& scene = data.scene().main();
-    for(std::size_t i = 1; i < scene.size(); ++i) data.selectObject(scene.toId(i), true);
+    for(std::size_t i = 1; i < scene.size(); ++i) {
+        const Id object = scene.toId(i);
+        if(!data.marks().isLocked(object)) data.selectObject(object, true);
+    }
 }
 
 } // namespace VantrelEngine

@@ -204,10 +204,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    SharedState& state = _editor->state();
-    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics(*_data), state, _renderer->debug());
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics(*_data), _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
-    if(menu.togglesSimulation) simulatePhysics(!state.isSimulating(), state);
+    if(menu.togglesSimulation) toggleSimulation();
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
 }
@@ -267,7 +266,7 @@ void SceneView::showToolbar() {
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)
         _gizmo.setOperation(chosen.gizmoOperation, chosen.gizmoSpace, state);
     _gizmo.setSettings(chosen);
-    if(result.togglesSimulation) simulatePhysics(!state.isSimulating(), state);
+    if(result.togglesSimulation) toggleSimulation();
     if(result.isChoiceHovered) _frame.isHovered = false;
     if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
 }
@@ -366,8 +365,18 @@ void SceneView::keyPressEvent(const KeyEvent& event) {
         perform(action, event);
 }
 
-void SceneView::perform(KeyAction action, const KeyEvent& event) {
+void SceneView::chooseGizmo(KeyAction action) {
+    const GizmoSettings& present = _gizmo.settings();
+    const GizmoChoice choice = chosen(action, {present.gizmoOperation, present.gizmoSpace});
+    _gizmo.setOperation(choice.operation, choice.space, _editor->state());
+}
+
+void SceneView::toggleSimulation() {
     SharedState& state = _editor->state();
+    simulatePhysics(!state.isSimulating(), state);
+}
+
+void SceneView::perform(KeyAction action, const KeyEvent& event) {
     switch(action) {
     case KeyAction::FrameSelection: _navigation.frameSelection(*_data, _camera); return;
     case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
@@ -377,7 +386,7 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
     case KeyAction::ArmBox: return _picking.armBox();
     case KeyAction::CancelBox: return _picking.cancelBox();
     case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
-    case KeyAction::ToggleSimulation: return simulatePhysics(!state.isSimulating(), state);
+    case KeyAction::ToggleSimulation: return toggleSimulation();
     case KeyAction::DeleteSelected:
     case KeyAction::Copy:
     case KeyAction::CopyTrees:
@@ -386,12 +395,6 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
     case KeyAction::Duplicate:
     case KeyAction::DuplicateTrees: return performOnObjects(action, *_editor);
     }
-}
-
-void SceneView::chooseGizmo(KeyAction action) {
-    const GizmoSettings& present = _gizmo.settings();
-    const GizmoChoice choice = chosen(action, {UnsignedInt(present.gizmoOperation), UnsignedInt(present.gizmoSpace)});
-    _gizmo.setOperation(GizmoOperation(choice.operation), GizmoSpace(choice.space), _editor->state());
 }
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }

@@ -13,8 +13,8 @@
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
 #include "Views/SceneView/Gizmo/TransformGizmo.h"
-#include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Keys/KeyActions.h"
+#include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
 #include "Views/SceneView/RenderMode.h"
@@ -67,12 +67,13 @@ private:
     void showToolbar();
     void moveWithGizmo();
     void cancelDrag();
-    void chooseGizmo(KeyAction action);
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
     void perform(KeyAction action, const KeyEvent& event);
+    void chooseGizmo(KeyAction action);
+    void toggleSimulation();
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;

@@ -25,9 +25,6 @@ enum Key : int {
     Keypad7 = 327
 };
 
-constexpr UnsignedInt Translation = 0, Rotation = 1, Scaling = 2;
-constexpr UnsignedInt LocalSpace = 0, WorldSpace = 1;
-
 std::optional<KeyAction> idleAction(int key) {
     switch(key) {
     case KeyG: return KeyAction::ChooseTranslation;
@@ -52,9 +49,9 @@ std::optional<KeyAction> clipboardAction(int key, bool isForTrees) {
     }
 }
 
-GizmoChoice withNextSpace(UnsignedInt operation, const GizmoChoice& present) {
-    const bool isOther = operation == present.operation && present.space == WorldSpace;
-    return {operation, isOther ? LocalSpace : WorldSpace};
+GizmoChoice withNextSpace(GizmoOperation operation, const GizmoChoice& present) {
+    const bool isOther = operation == present.operation && present.space == GizmoSpace::World;
+    return {operation, isOther ? GizmoSpace::Local : GizmoSpace::World};
 }
 
 }
@@ -78,9 +75,9 @@ std::vector<KeyAction> actionsOf(const KeyEvent& event, const KeyContext& contex
 
 GizmoChoice chosen(KeyAction action, const GizmoChoice& present) {
     switch(action) {
-    case KeyAction::ChooseTranslation: return withNextSpace(Translation, present);
-    case KeyAction::ChooseRotation: return withNextSpace(Rotation, present);
-    case KeyAction::ChooseScaling: return {Scaling, LocalSpace};
+    case KeyAction::ChooseTranslation: return withNextSpace(GizmoOperation::Translate, present);
+    case KeyAction::ChooseRotation: return withNextSpace(GizmoOperation::Rotate, present);
+    case KeyAction::ChooseScaling: return {GizmoOperation::Scale, GizmoSpace::Local};
     default: return present;
     }
 }

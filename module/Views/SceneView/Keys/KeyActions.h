@@ -5,6 +5,8 @@
 #include <Magnum/Magnum.h>
 #include <Vantrel/Module/InputEvents.h>
 
+#include "Views/SceneView/GizmoSettings.h"
+
 namespace VantrelEngine {
 
 // What a key of the view does, in the order in which it is done.
@@ -44,10 +46,9 @@ struct KeyContext {
 // repeats all but what the clipboard and the simulation do.
 std::vector<KeyAction> actionsOf(const KeyEvent& event, const KeyContext& context);
 
-// Operation of the gizmo (0 move, 1 turn, 2 scale), and its axes (0 of the object, 1 of the world).
 struct GizmoChoice {
-    Magnum::UnsignedInt operation;
-    Magnum::UnsignedInt space;
+    GizmoOperation operation;
+    GizmoSpace space;
 
     bool operator==(const GizmoChoice& other) const { return operation == other.operation && space == other.space; }
 };

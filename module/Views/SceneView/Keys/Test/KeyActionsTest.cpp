@@ -122,14 +122,17 @@ TEST(KeyActionsTest, NoOtherKeyDoesAnything) {
 }
 
 TEST(KeyActionsTest, ChoosingTheGizmo) {
-    constexpr unsigned local = 0, world = 1;
-    for(unsigned space: {local, world})
-        for(unsigned operation: {0u, 1u, 2u}) {
+    constexpr GizmoOperation translate = GizmoOperation::Translate, rotate = GizmoOperation::Rotate;
+    constexpr GizmoSpace local = GizmoSpace::Local, world = GizmoSpace::World;
+    for(const GizmoSpace space: {local, world})
+        for(const GizmoOperation operation: {translate, rotate, GizmoOperation::Scale}) {
             const GizmoChoice present{operation, space};
-            const unsigned other = space == world ? local : world;
-            EXPECT_EQ(chosen(KeyAction::ChooseTranslation, present), (GizmoChoice{0, operation == 0 ? other : world}));
-            EXPECT_EQ(chosen(KeyAction::ChooseRotation, present), (GizmoChoice{1, operation == 1 ? other : world}));
-            EXPECT_EQ(chosen(KeyAction::ChooseScaling, present), (GizmoChoice{2, local}));
+            const GizmoSpace other = space == world ? local : world;
+            EXPECT_EQ(chosen(KeyAction::ChooseTranslation, present),
+                (GizmoChoice{translate, operation == translate ? other : world}));
+            EXPECT_EQ(
+                chosen(KeyAction::ChooseRotation, present), (GizmoChoice{rotate, operation == rotate ? other : world}));
+            EXPECT_EQ(chosen(KeyAction::ChooseScaling, present), (GizmoChoice{GizmoOperation::Scale, local}));
             EXPECT_EQ(chosen(KeyAction::ArmBox, present), present);
         }
 }

@@ -242,10 +242,12 @@ void SceneView::renderScene() {
 void SceneView::showToolbar() {
     SharedState& state = _editor->state();
     const CameraState& camera = _navigation.state();
+    const bool hasPhysics = ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool();
+    const Range2D window =
+        Range2D::fromSize(UserInterface::vector(ImGui::GetWindowPos()), UserInterface::vector(ImGui::GetWindowSize()));
     const ToolbarResult result = drawToolbar(
-        {_gizmo.settings(), camera.flySpeed, camera.flySpeedMin, camera.flySpeedMax,
-            ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool(), state.isSimulating()},
-        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+        {_gizmo.settings(), camera.flySpeed, camera.flySpeedMin, camera.flySpeedMax, hasPhysics, state.isSimulating()},
+        window);
     _navigation.setFlySpeed(result.flySpeed);
     const GizmoSettings& chosen = result.gizmo;
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)

@@ -258,9 +258,11 @@ void SceneView::renderScene() {
 void SceneView::showToolbar() {
     SharedState& state = _editor->state();
     const CameraState& camera = _navigation.state();
+    const Range2D window =
+        Range2D::fromSize(UserInterface::vector(ImGui::GetWindowPos()), UserInterface::vector(ImGui::GetWindowSize()));
     const ToolbarResult result = drawToolbar({_gizmo.settings(), camera.flySpeed, camera.flySpeedMin,
                                                  camera.flySpeedMax, hasPhysics(*_data), state.isSimulating()},
-        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+        window);
     _navigation.setFlySpeed(result.flySpeed);
     const GizmoSettings& chosen = result.gizmo;
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)

@@ -22,6 +22,9 @@ struct PanelContext {
     PaneSizes& sizes;
     // Not while another project is put in the place of this one.
     bool isProjectThere = true;
+    // Milliseconds of the last frame; files that are being imported or wait for it.
+    double frameTime = 0.0;
+    std::size_t imports = 0;
 };
 
 // The panels about the view, each in its pane.

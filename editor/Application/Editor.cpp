@@ -384,7 +384,9 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
+    const std::optional<ImportProgress> importing = _imports.progress();
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+        _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);

@@ -29,6 +29,9 @@ struct PanelContext {
     bool isProjectThere = true;
     // Nothing is read beside the frames: a run is the same each time.
     bool isReplayed = false;
+    // Milliseconds of the last frame; files that are being imported or wait for it.
+    double frameTime = 0.0;
+    std::size_t imports = 0;
 };
 
 // The panels about the view, each in its pane.

@@ -66,7 +66,9 @@ std::string log(Editor& editor) {
 std::string statistics(Editor& editor) {
     SharedState& state = editor.session().editor().state();
     std::string text = "visible meshes " + std::to_string(state.statistics.visibleMeshes) + "\ndraw calls " +
-        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) + '\n';
+        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) +
+        "\nobject id draw calls " + std::to_string(state.statistics.pass(FramePass::ObjectIds).drawCalls) +
+        "\noutline draw calls " + std::to_string(state.statistics.pass(FramePass::Outline).drawCalls) + '\n';
     const Containers::StringView reload = state.lastReload;
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
 }

@@ -11,6 +11,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
 #include "Application/RecentFiles.h"
 #include "Data/StepWalk.h"
 #include "Import/ImportKinds.h"
@@ -19,6 +20,7 @@
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -52,9 +54,11 @@ ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled)
     return {text, progress.fraction, canBeCancelled};
 }
 
-bool isView(const ImGuiWindow* window) {
-    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+bool isWindow(const ImGuiWindow* window, const char* title) {
+    return window && Containers::StringView{window->RootWindow->Name} == title;
 }
+
+bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 } // namespace
 
@@ -237,6 +241,15 @@ void Editor::performNow(Command command) {
     case Command::Redo:
         if(!wasPreviewed) goTo(step + 1);
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -249,6 +262,14 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
     // What is selected now is what the key acts on.
     if(isDown && !isBlocked()) updateSteps();
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
+}
+
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
@@ -363,7 +384,9 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
+    const std::optional<ImportProgress> importing = _imports.progress();
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+        _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -408,7 +431,9 @@ void Editor::drawMenu() {
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -431,7 +456,9 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);

@@ -75,6 +75,8 @@ public:
     InputRouter& input() { return _input; }
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
+    // A button; the modifiers add to the keys that are held.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
     // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
     void hold(const std::string& type, const std::string& text);
@@ -156,6 +158,8 @@ private:
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
+    // When the menu for it was opened last.
+    bool _clipboardHasObjects = false;
     // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
     std::unique_ptr<ProjectOpening> _opening;
     Magnum::Double _openingBegan = 0.0;

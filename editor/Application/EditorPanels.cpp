@@ -1,7 +1,11 @@
 #include "Application/EditorPanels.h"
 
+#include <VantrelHost/Thumbnails.h>
+#include <imgui.h>
+
 #include "Data/ProjectSession.h"
 #include "Panels/ObjectList.h"
+#include "Panels/StatisticsPanel.h"
 
 namespace VantrelEngine {
 
@@ -14,13 +18,22 @@ void drawObjects(EditorData& data) {
     if(const std::optional<ObjectClick> click = drawObjectList(data)) applyClick(data, *click);
 }
 
+void drawStatistics(const PanelContext& context) {
+    const SharedState& state = context.session.editor().state();
+    const Corrade::Containers::StringView reload = state.lastReload;
+    drawStatisticsPanel({state.statistics, context.frameTime, {reload.data(), reload.size()}, context.imports,
+        context.thumbnails.isWorkWaiting(), context.thumbnails.drawn(), context.thumbnails.loaded()});
+}
+
 } // namespace
 
 void EditorPanels::draw(const PanelContext& context) {
+    _focused.reset();
     for(const PanelInfo& info: Panels) {
         if(!_panes.isOpen(info.panel)) continue;
         const bool isShown = _panes.begin(info.panel, context.sizes);
         if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
+        if(isShown && ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows)) _focused = info.panel;
         _panes.end(info.panel);
     }
 }
@@ -35,7 +48,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
     case Panel::Problems: return;
-    case Panel::Statistics: return;
+    case Panel::Statistics: return drawStatistics(context);
     }
 }
 

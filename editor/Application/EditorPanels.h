@@ -29,6 +29,9 @@ struct PanelContext {
     bool isProjectThere = true;
     // Nothing is read beside the frames: a run is the same each time.
     bool isReplayed = false;
+    // Milliseconds of the last frame; files that are being imported or wait for it.
+    double frameTime = 0.0;
+    std::size_t imports = 0;
 };
 
 // The panels about the view, each in its pane.
@@ -40,6 +43,8 @@ public:
     void draw(const PanelContext& context);
     // Whether something is read that a panel will show.
     bool isReading() const { return _assets.isReading(); }
+    // The panel that has the focus; none where that is elsewhere.
+    std::optional<Panel> focused() const { return _focused; }
     // How many steps the user wants to be in effect, if that was asked for since the last call.
     std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
@@ -53,6 +58,7 @@ private:
     ResourcesPanel _resources;
     InspectedResource _inspected;
     std::optional<std::size_t> _step;
+    std::optional<Panel> _focused;
 };
 
 } // namespace VantrelEngine

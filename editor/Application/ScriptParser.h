@@ -18,6 +18,7 @@ enum class ScriptVerb {
     Key,
     KeyUp,
     Type,
+    Clipboard,
     Resize,
     Scale,
     FontSize,

@@ -13,6 +13,7 @@
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
 #include "Views/SceneView/Gizmo/TransformGizmo.h"
+#include "Views/SceneView/Keys/KeyActions.h"
 #include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
@@ -70,6 +71,9 @@ private:
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
+    void perform(KeyAction action, const KeyEvent& event);
+    void chooseGizmo(KeyAction action);
+    void toggleSimulation();
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;

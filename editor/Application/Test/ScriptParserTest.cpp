@@ -28,7 +28,9 @@ TEST(ScriptParserTest, GoodLines) {
         {"\tmove  1\t2  ", ScriptVerb::Move, {1, 2}, {}, 0}, {"press left", ScriptVerb::Press, {0}, {}, 0},
         {"press middle shift ctrl", ScriptVerb::Press, {2}, {}, 3},
         {"release right alt super", ScriptVerb::Release, {1}, {}, 12},
-        {"scroll -2 ctrl", ScriptVerb::Scroll, {-2}, {}, 2}, {"key w", ScriptVerb::Key, {87}, {}, 0},
+        {"scroll -2 ctrl", ScriptVerb::Scroll, {-2}, {}, 2}, {"key w", ScriptVerb::Key, {87, 0}, {}, 0},
+        {"key w repeat", ScriptVerb::Key, {87, 1}, {}, 0}, {"clipboard", ScriptVerb::Clipboard, {}, {}, 0},
+        {"clipboard a  b", ScriptVerb::Clipboard, {}, {"a  b"}, 0},
         {"keyup LeftShift", ScriptVerb::KeyUp, {340}, {}, 0},
         {"type  two  words", ScriptVerb::Type, {}, {"two  words"}, 0},
         {"resize 800 600", ScriptVerb::Resize, {800, 600}, {}, 0}, {"scale 2", ScriptVerb::Scale, {2}, {}, 0},
@@ -66,11 +68,12 @@ TEST(ScriptParserTest, BadLines) {
         {"wait nan", "\"nan\" is no number"}, {"mouse 1", "expected: mouse X Y"}, {"mouse 1 2x", "\"2x\" is no number"},
         {"press top", "\"top\" is none of left, right, middle"},
         {"press left hyper", "\"hyper\" is none of shift, ctrl, alt, super"}, {"key Nothing", "\"Nothing\" is no key"},
-        {"key", "expected: key NAME"}, {"resize 0 10", "\"0\" is not between 1 and 8192"},
-        {"scale 9", "\"9\" is not between 0 and 4"}, {"focus maybe", "\"maybe\" is none of on, off"},
-        {"drop a.png 3", "expected: drop FILE X Y"}, {"drop a.png 3 y", "\"y\" is no number"},
-        {"dump picture a", "\"picture\" is none of document, selection, undo, history, log, statistics"},
-        {"dump undo", "expected: dump document|selection|undo|history|log|statistics FILE"},
+        {"key", "expected: key NAME [repeat]"}, {"key W twice", "\"twice\" is not repeat"},
+        {"resize 0 10", "\"0\" is not between 1 and 8192"}, {"scale 9", "\"9\" is not between 0 and 4"},
+        {"focus maybe", "\"maybe\" is none of on, off"}, {"drop a.png 3", "expected: drop FILE X Y"},
+        {"drop a.png 3 y", "\"y\" is no number"},
+        {"dump picture a", "\"picture\" is none of document, selection, undo, history, log, statistics, clipboard"},
+        {"dump undo", "expected: dump document|selection|undo|history|log|statistics|clipboard FILE"},
         {"quit now", "expected: quit"}};
     for(const auto& testCase: cases) {
         const ParsedScript script = parseScript(std::string{"# first\n\n  "} + testCase.line + "\nquit");

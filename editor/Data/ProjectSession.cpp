@@ -36,6 +36,7 @@ ProjectSession::ProjectSession():
     _changes{std::make_unique<ChangeManager>(_data.project())} {
     _listener->registerWith(*_changes);
     _changes->compileListeners();
+    _editor.state().data = &_data;
     _editor.state().assetCompiler = _compiler.get();
     _editor.state().changeManager = _changes.get();
     _store.startNew();

@@ -16,6 +16,7 @@ namespace VantrelEngine {
 
 class AssetCompiler;
 class ChangeManager;
+class EditorData;
 class ImportQueue;
 class Platform;
 
@@ -48,10 +49,11 @@ struct FrameStatistics {
     std::uint32_t shadowCasters = 0;
 };
 
-// What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two
-// instances; both are there for as long as there are views.
+// What the editor and its views share, and what outlives a module that is loaded again. The editor owns the data and the
+// two instances; they are there for as long as there are views.
 struct SharedState {
     EditorState views;
+    EditorData* data = nullptr;
     AssetCompiler* assetCompiler = nullptr;
     ChangeManager* changeManager = nullptr;
     // Null where nothing can be imported. See EditorUtilities/LoadFile.h.

@@ -1,7 +1,6 @@
 #include "Application/EditorPanels.h"
 
 #include "Data/ProjectSession.h"
-#include "Panels/ObjectList.h"
 
 namespace VantrelEngine {
 
@@ -9,10 +8,6 @@ namespace {
 
 // Whether the panel can be drawn without a project.
 bool isAboutTheEditor(Panel panel) { return panel == Panel::Log; }
-
-void drawObjects(EditorData& data) {
-    if(const std::optional<ObjectClick> click = drawObjectList(data)) applyClick(data, *click);
-}
 
 } // namespace
 
@@ -27,7 +22,7 @@ void EditorPanels::draw(const PanelContext& context) {
 
 void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     switch(panel) {
-    case Panel::Objects: return drawObjects(context.session.data());
+    case Panel::Objects: return _outliner.draw(context.session);
     case Panel::Inspector: return;
     case Panel::ProjectSettings: return;
     case Panel::Assets: return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Panels/LogPanel.h"
+#include "Panels/Outliner/OutlinerPanel.h"
 #include "Panels/Panes.h"
 
 namespace VantrelEngine {
@@ -32,6 +33,7 @@ private:
 
     Panes _panes;
     LogPanel _log;
+    OutlinerPanel _outliner;
 };
 
 } // namespace VantrelEngine

@@ -45,6 +45,8 @@ public:
 
     // Expects a valid object other than the root.
     void setMarked(ObjectMark mark, Id object, bool isMarked);
+    // Takes the mark away from all that have it.
+    void unmarkAll(ObjectMark mark);
 
     // Those that have a mark themselves, in the document or not.
     const Ids& ids(ObjectMark mark) const { return _ids[std::size_t(mark)]; }

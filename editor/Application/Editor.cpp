@@ -58,8 +58,9 @@ bool isView(const ImGuiWindow* window) {
 
 Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
     _loader{files.module}, _lastFrame{platform.now()} {
@@ -70,6 +71,7 @@ Editor::Editor(Platform& platform, Files files):
 
 Editor::~Editor() {
     closeView();
+    _marks.update(*_session);
     _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
@@ -267,7 +269,10 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(!_opening)
         for(const ImportResult& result: _imports.update(_isReplayed ? Endless : OpeningStep)) showImported(result);
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
-    if(!isCompiling) _session->update();
+    if(!isCompiling) {
+        _session->update();
+        _marks.update(*_session);
+    }
     _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
     if(_settlingFrames) --_settlingFrames;
@@ -276,6 +281,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
+    tellRefused();
     updateFocus();
     takeDropped(_drop.endFrame());
 
@@ -363,6 +369,20 @@ void Editor::drawStatus() {
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
     drawStatusBar(status);
+}
+
+// One line for all that a box or a command was about.
+void Editor::tellRefused() {
+    const EditorData::Refused refused = _session->data().takeRefused();
+    const Scene& scene = _session->data().scene().main();
+    if(!refused.count || !scene.isValid(refused.object)) return;
+    if(refused.count != 1) {
+        Utility::Warning{} << refused.count << "objects are locked and cannot be selected";
+        return;
+    }
+    const Containers::StringView name = scene.objectNames.nameOf(refused.object);
+    Utility::Warning{} << (name.isEmpty() ? scene.objectIds.nameOf(refused.object) : name)
+                       << "is locked and cannot be selected";
 }
 
 void Editor::updateFocus() {

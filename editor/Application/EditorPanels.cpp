@@ -12,12 +12,17 @@ bool isAboutTheEditor(Panel panel) { return panel == Panel::Log; }
 } // namespace
 
 void EditorPanels::draw(const PanelContext& context) {
+    if(context.isProjectThere) _problems.update(context.session);
     for(const PanelInfo& info: Panels) {
         if(!_panes.isOpen(info.panel)) continue;
-        const bool isShown = _panes.begin(info.panel, context.sizes);
+        const bool isShown = _panes.begin(info.panel, context.sizes, badgeOf(info.panel).data());
         if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
         _panes.end(info.panel);
     }
+}
+
+std::string EditorPanels::badgeOf(Panel panel) const {
+    return panel == Panel::Problems ? _problems.badge() : std::string{};
 }
 
 void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
@@ -29,7 +34,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::Resources: return;
     case Panel::History: return;
     case Panel::Log: return _log.draw(context.log);
-    case Panel::Problems: return;
+    case Panel::Problems: return _problems.draw(context.session);
     case Panel::Statistics: return;
     }
 }

@@ -3,6 +3,7 @@
 #include "Panels/LogPanel.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Panels/Panes.h"
+#include "Panels/ProblemsPanel.h"
 
 namespace VantrelEngine {
 
@@ -29,11 +30,13 @@ public:
     void draw(const PanelContext& context);
 
 private:
+    std::string badgeOf(Panel panel) const;
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
     LogPanel _log;
     OutlinerPanel _outliner;
+    ProblemsPanel _problems;
 };
 
 } // namespace VantrelEngine

@@ -43,8 +43,6 @@ void ObjectMarks::unmarkAll(ObjectMark mark) {
     for(std::size_t i = own.findFirstSet(); i != own.size(); i = own.findFirstSet(i + 1)) setMarked(mark, Id(i), false);
 }
 
-void ObjectMarks::remember(ObjectMark mark, std::string id) { _ids[std::size_t(mark)].insert(std::move(id)); }
-
 void ObjectMarks::clear() {
     for(const ObjectMark mark: AllMarks) {
         BitSetView& bits = _inEffect[std::size_t(mark)].bits;

@@ -52,8 +52,6 @@ public:
     const Ids& ids(ObjectMark mark) const { return _ids[std::size_t(mark)]; }
     // Another number after each change of these.
     Magnum::UnsignedInt revision() const { return _revision; }
-    // For an object that is not in the scene, or not yet.
-    void remember(ObjectMark mark, std::string id);
     // Another project: nothing is marked.
     void clear();
 

@@ -64,8 +64,9 @@ bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
     _loader{files.module}, _lastFrame{platform.now()} {
@@ -76,6 +77,7 @@ Editor::Editor(Platform& platform, Files files):
 
 Editor::~Editor() {
     closeView();
+    _marks.update(*_session);
     _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
@@ -344,6 +346,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(!isCompiling) {
         _session->update();
         updateSteps();
+        _marks.update(*_session);
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);
@@ -355,6 +358,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
+    tellRefused();
     updateFocus();
     takeDropped(_drop.endFrame());
 
@@ -450,6 +454,20 @@ void Editor::drawStatus() {
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
+}
+
+// One line for all that a box or a command was about.
+void Editor::tellRefused() {
+    const EditorData::Refused refused = _session->data().takeRefused();
+    const Scene& scene = _session->data().scene().main();
+    if(!refused.count || !scene.isValid(refused.object)) return;
+    if(refused.count != 1) {
+        Utility::Warning{} << refused.count << "objects are locked and cannot be selected";
+        return;
+    }
+    const Containers::StringView name = scene.objectNames.nameOf(refused.object);
+    Utility::Warning{} << (name.isEmpty() ? scene.objectIds.nameOf(refused.object) : name)
+                       << "is locked and cannot be selected";
 }
 
 void Editor::updateFocus() {

@@ -23,6 +23,7 @@
 #include "Application/ModuleFile.h"
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
+#include "Data/MarksKeeper.h"
 #include "Data/ProjectOpening.h"
 #include "Data/ProjectSession.h"
 #include "Import/ImportQueue.h"
@@ -131,6 +132,7 @@ private:
     void drawPanels();
     void drawMenu();
     void drawStatus();
+    void tellRefused();
     void updateFocus();
     bool isMoving() const;
     // The project is replaced or compiled: the user can only wait.
@@ -144,6 +146,7 @@ private:
     LogCapture _capture{_log};
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
+    MarksKeeper _marks;
     ImportQueue _imports;
     Thumbnails _thumbnails;
     FilePictures _pictures;

@@ -8,7 +8,9 @@
 #include "Panels/Assets/AssetBrowser.h"
 #include "Panels/HistoryPanel.h"
 #include "Panels/LogPanel.h"
+#include "Panels/Outliner/OutlinerPanel.h"
 #include "Panels/Panes.h"
+#include "Panels/ProblemsPanel.h"
 #include "Panels/Resources/ResourcesPanel.h"
 
 namespace VantrelEngine {
@@ -49,11 +51,14 @@ public:
     std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
 private:
+    std::string badgeOf(Panel panel) const;
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
     HistoryPanel _history;
     LogPanel _log;
+    OutlinerPanel _outliner;
+    ProblemsPanel _problems;
     AssetBrowser _assets;
     ResourcesPanel _resources;
     InspectedResource _inspected;

@@ -141,13 +141,13 @@ std::string parseEdit(Line& line) {
 }
 
 std::string parseDump(Line& line) {
-    for(const char* const kind: {"document", "selection", "undo", "history", "log", "statistics", "clipboard"})
+    for(const char* const kind: {"document", "selection", "marks", "undo", "history", "log", "statistics", "clipboard"})
         if(line.words[0] == kind) {
             line.command.words = {
                 line.words[0], line.rest.substr(line.rest.find_first_not_of(" \t", line.words[0].size()))};
             return {};
         }
-    return quoted(line.words[0]) + " is none of document, selection, undo, history, log, statistics, clipboard";
+    return quoted(line.words[0]) + " is none of document, selection, marks, undo, history, log, statistics, clipboard";
 }
 
 // The kind as its number, the id, and the file.
@@ -216,6 +216,10 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"fontsize", ScriptVerb::FontSize, 1, 1, "fontsize FACTOR", parseFontSize},
     {"focus", ScriptVerb::Focus, 1, 1, "focus on|off", parseFocus},
     {"select", ScriptVerb::Select, 0, Any, "select [ID...]", parseWords},
+    {"hide", ScriptVerb::Hide, 1, Any, "hide ID...", parseWords},
+    {"show", ScriptVerb::Show, 1, Any, "show ID...", parseWords},
+    {"lock", ScriptVerb::Lock, 1, Any, "lock ID...", parseWords},
+    {"unlock", ScriptVerb::Unlock, 1, Any, "unlock ID...", parseWords},
     {"reload", ScriptVerb::Reload, 0, Any, "reload [FILE]", parseRest},
     {"open", ScriptVerb::Open, 1, Any, "open FILE", parseRest},
     {"save", ScriptVerb::Save, 1, Any, "save FILE", parseRest}, {"new", ScriptVerb::New, 0, 0, "new", parseRest},
@@ -228,7 +232,8 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},
     {"thumbnail", ScriptVerb::Thumbnail, 3, Any, "thumbnail mesh|material|image ID FILE", parseThumbnail},
-    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|undo|history|log|statistics|clipboard FILE", parseDump},
+    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|history|log|statistics|clipboard FILE",
+        parseDump},
     {"quit", ScriptVerb::Quit, 0, 0, "quit", parseRest}};
 
 bool isBlank(char character) { return std::isspace(static_cast<unsigned char>(character)); }

@@ -58,6 +58,18 @@ std::string ScriptRunner::select(const ScriptCommand& command) {
     return {};
 }
 
+std::string ScriptRunner::mark(const ScriptCommand& command) {
+    const bool isMarked = command.verb == ScriptVerb::Hide || command.verb == ScriptVerb::Lock;
+    const bool isAboutSight = command.verb == ScriptVerb::Hide || command.verb == ScriptVerb::Show;
+    for(const std::string& word: command.words) {
+        const Id object = _editor.session().compiler().objectOf({word.data(), word.size()});
+        if(object == RootObject) return "there is no object \"" + word + "\"";
+        _editor.session().data().marks().setMarked(
+            isAboutSight ? ObjectMark::Hidden : ObjectMark::Locked, object, isMarked);
+    }
+    return {};
+}
+
 std::string ScriptRunner::writeIdImage(const std::string& file) {
     GL::Framebuffer* const framebuffer = _editor.session().editor().state().sceneViewFramebuffer;
     if(!framebuffer) return "there is no view that has drawn";
@@ -106,6 +118,10 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
     case ScriptVerb::Select: return drawn(select(command));
+    case ScriptVerb::Hide:
+    case ScriptVerb::Show:
+    case ScriptVerb::Lock:
+    case ScriptVerb::Unlock: return drawn(mark(command));
     case ScriptVerb::Reload: {
         // What is refused is seen in the log; the view goes on.
         const std::string error = _editor.reloadView(argument);

@@ -68,6 +68,8 @@ OpenedProject ProjectSession::put(ReadProject project) {
     if(!opened.error.empty()) return opened;
     _data.resources().setProjectFolder(folderOf(path));
     startOver();
+    for(const DocumentProblem& problem: opened.problems)
+        if(problem.kind == DocumentProblem::Kind::Repair) _repairs.push_back(problem);
     return opened;
 }
 
@@ -75,6 +77,7 @@ OpenedProject ProjectSession::put(ReadProject project) {
 void ProjectSession::startOver() {
     _data.selection().clear();
     _data.marks().clear();
+    _repairs.clear();
     _changes->clear();
     _workingFolder.reset();
     readEditorSettings();
@@ -128,6 +131,7 @@ std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired
     std::string error = write(path, repaired);
     if(!error.empty()) return error;
     _changes->markSaved();
+    _repairs.clear();
     if(folderOf(path) == folder) return {};
     // The files of the resources are others now, or are missing.
     _data.resources().setProjectFolder(folderOf(path));

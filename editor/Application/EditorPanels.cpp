@@ -23,13 +23,18 @@ void EditorPanels::draw(const PanelContext& context) {
         if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
         _panes.end(info.panel);
     }
+    if(!context.isProjectThere) return;
+    _inspector.fields().endFrame(context.session.changes());
+    _settings.fields().endFrame(context.session.changes());
 }
 
 void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
+    EditorData& data = context.session.data();
+    ChangeManager& changes = context.session.changes();
     switch(panel) {
     case Panel::Objects: return drawObjects(context.session.data());
-    case Panel::Inspector: return;
-    case Panel::ProjectSettings: return;
+    case Panel::Inspector: return _inspector.draw(data, changes, context.thumbnails, _inspected);
+    case Panel::ProjectSettings: return _settings.draw(data, changes, context.thumbnails);
     case Panel::Assets: return;
     case Panel::Resources: return;
     case Panel::History: return;

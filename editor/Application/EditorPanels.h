@@ -1,7 +1,10 @@
 #pragma once
 
+#include "Data/Inspected.h"
+#include "Panels/InspectorPanel.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Panes.h"
+#include "Panels/SettingsPanel.h"
 
 namespace VantrelEngine {
 
@@ -32,6 +35,9 @@ private:
 
     Panes _panes;
     LogPanel _log;
+    InspectorPanel _inspector;
+    SettingsPanel _settings;
+    InspectedResource _inspected;
 };
 
 } // namespace VantrelEngine

@@ -154,10 +154,14 @@ void ChangeManager::recordVector3(Containers::StringView path, const Vector3& ve
 
 void ChangeManager::recordTransform(Containers::StringView objectPath, const Matrix4& transformation, bool merge) {
     const Quaternion rotation = rotationFromMatrix(transformation.rotationShear());
-    const Vector3 vector = rotation.vector();
-    Vector3 scaling = transformation.scaling();
+    recordTransform(objectPath, transformation.translation(), rotation, transformation.scaling(), merge);
+}
+
+void ChangeManager::recordTransform(Containers::StringView objectPath, const Vector3& translation,
+    const Quaternion& rotation, Vector3 scaling, bool merge) {
     keepZeroScaling(objectPath, scaling);
-    recordVector3(objectPath + "/translation"_s, transformation.translation(), merge);
+    recordVector3(objectPath + "/translation"_s, translation, merge);
+    const Vector3 vector = rotation.vector();
     record(objectPath + "/rotation"_s,
         numbers({double(vector.x()), double(vector.y()), double(vector.z()), double(rotation.scalar())},
             _projectFile.allocator()),
@@ -227,6 +231,16 @@ void ChangeManager::clear() {
     _firstUnseen = 0;
     _keptAside = {};
     _trial = Trial::None;
+}
+
+void ChangeManager::restore(std::vector<Change> changes, std::int32_t lastChange) {
+    CORRADE_ASSERT(_changes.empty() && _group < 0 && _trial == Trial::None,
+        "ChangeManager::restore(): the log is not empty, or in use", );
+    CORRADE_ASSERT(lastChange >= -1 && lastChange < std::int32_t(changes.size()),
+        "ChangeManager::restore(): there is no change" << lastChange, );
+    _changes = std::move(changes);
+    _lastChange = lastChange;
+    for(const Change& change: _changes) _groupCounter = std::max(_groupCounter, change.group);
 }
 
 void ChangeManager::beginTrial(Trial kind) {

@@ -28,6 +28,11 @@ void EditorPanels::draw(const PanelContext& context) {
     _settings.fields().endFrame(context.session.changes());
 }
 
+std::optional<Magnum::Vector2> EditorPanels::placeOf(std::string_view field, int part) {
+    const std::optional<Magnum::Vector2> place = _inspector.fields().placeOf(field, part);
+    return place ? place : _settings.fields().placeOf(field, part);
+}
+
 void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     EditorData& data = context.session.data();
     ChangeManager& changes = context.session.changes();
@@ -37,7 +42,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::ProjectSettings: return _settings.draw(data, changes, context.thumbnails);
     case Panel::Assets: return;
     case Panel::Resources: return;
-    case Panel::History: return;
+    case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
     case Panel::Problems: return;
     case Panel::Statistics: return;

@@ -11,6 +11,7 @@ namespace VantrelEngine {
 enum class ScriptVerb {
     Wait,
     Mouse,
+    Field,
     Move,
     Press,
     Release,
@@ -28,6 +29,8 @@ enum class ScriptVerb {
     Save,
     New,
     Edit,
+    Undo,
+    Redo,
     Drop,
     Import,
     WaitForImport,

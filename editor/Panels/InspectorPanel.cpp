@@ -134,8 +134,7 @@ std::optional<Edit> InspectorPanel::drawAddComponent() {
         ImGui::OpenPopup("##components");
         _search.clear();
     }
-    const ImVec2 min = ImGui::GetItemRectMin(), max = ImGui::GetItemRectMax();
-    _fields.memory().places.push_back({fieldNumber("add"), -1, (min.x + max.x) * 0.5f, (min.y + max.y) * 0.5f});
+    notePlace(_fields.memory(), fieldNumber("add"));
     if(!ImGui::BeginPopup("##components")) return {};
     if(isEscapePressed()) ImGui::CloseCurrentPopup();
     if(ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();

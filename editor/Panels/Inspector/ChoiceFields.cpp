@@ -74,8 +74,7 @@ std::optional<FieldInput> drawFlags(
         const bool isSet = bits >> i & 1, isMixed = common.mixedParts >> i & 1;
         if(std::optional<FieldInput> clicked = drawFlag(names[i].data(), isSet, isMixed, int(i), each))
             input = std::move(clicked);
-        const ImVec2 min = ImGui::GetItemRectMin(), max = ImGui::GetItemRectMax();
-        memory.places.push_back({field, int(i), (min.x + max.x) * 0.5f, (min.y + max.y) * 0.5f});
+        notePlace(memory, field, int(i));
     }
     return input;
 }

@@ -74,9 +74,8 @@ std::optional<FieldInput> drawColor(
         ImGuiColorEditFlags_NoTooltip | ImGuiColorEditFlags_NoDragDrop | ImGuiColorEditFlags_NoAlpha;
     if(ImGui::ColorButton("##patch", {color.numbers[0], color.numbers[1], color.numbers[2], 1.0f}, flags, {edge, edge}))
         ImGui::OpenPopup("##wheel");
-    const ImVec2 min = ImGui::GetItemRectMin();
-    // Before its numbers, which are parts 0 to 3.
-    memory.places.push_back({field, 4, min.x + edge * 0.5f, min.y + edge * 0.5f});
+    // Behind its numbers, which are parts 0 to 3.
+    notePlace(memory, field, 4);
     std::optional<FieldInput> picked = drawWheel(key, common);
     ImGui::SameLine(0.0f, gap);
     std::optional<FieldInput> typed = drawNumbers(memory, field, key, common, width - edge - gap);

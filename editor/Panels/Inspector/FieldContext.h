@@ -55,6 +55,12 @@ struct FieldContext {
     FieldMemory& memory;
 };
 
+// Notes where the UI's last item was drawn that stands for a field, or for one of its numbers; an item that is looked for
+// and out of sight is brought there.
+void notePlace(FieldMemory& memory, std::size_t field, int part = -1);
+// The same of another place, window points.
+void notePlace(FieldMemory& memory, std::size_t field, int part, float x, float y);
+
 // A number for the name of a field.
 inline std::size_t fieldNumber(std::string_view name) { return std::hash<std::string_view>{}(name); }
 

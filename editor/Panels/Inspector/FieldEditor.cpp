@@ -8,6 +8,11 @@
 
 namespace VantrelEngine {
 
+void FieldEditor::beginFrame() {
+    _memory.places.clear();
+    _isDrawn = true;
+}
+
 void FieldEditor::apply(ChangeManager& changes, const ProjectFile& file, const Edit& edit) {
     _gesture.apply(changes, file, edit, ImGui::GetActiveID());
     for(const Edit::Angles& angles: edit.angles)
@@ -15,6 +20,8 @@ void FieldEditor::apply(ChangeManager& changes, const ProjectFile& file, const E
 }
 
 void FieldEditor::endFrame(ChangeManager& changes) {
+    if(!_isDrawn) _memory.places.clear();
+    _isDrawn = false;
     if(!_gesture.isUnderWay()) return;
     const bool isGivenUp = isEscapePressed();
     if(isGivenUp) ImGui::ClearActiveID();
@@ -24,7 +31,7 @@ void FieldEditor::endFrame(ChangeManager& changes) {
 std::optional<Magnum::Vector2> FieldEditor::placeOf(std::string_view field, int part) {
     const std::size_t number = fieldNumber(field);
     for(const FieldMemory::Place& place: _memory.places)
-        if(place.field == number && place.part == part && !_memory.wanted) return Magnum::Vector2{place.x, place.y};
+        if(place.field == number && place.part == part) return Magnum::Vector2{place.x, place.y};
     _memory.wanted = number;
     return {};
 }

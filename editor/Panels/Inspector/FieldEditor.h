@@ -15,7 +15,7 @@ class FieldEditor {
 public:
     FieldMemory& memory() { return _memory; }
     // Before the fields are drawn.
-    void beginFrame() { _memory.places.clear(); }
+    void beginFrame();
     // After they were: nothing of the document that they were drawn of is used any more.
     void apply(ChangeManager& changes, const ProjectFile& file, const Edit& edit);
     // At the end of each frame, whether the panel was drawn or not.
@@ -28,6 +28,7 @@ public:
 private:
     FieldMemory _memory;
     EditGesture _gesture;
+    bool _isDrawn = false;
 };
 
 } // namespace VantrelEngine

@@ -78,7 +78,8 @@ void drawTip(const SchemaKey& key, const CommonValue& common) {
 
 std::string labelOf(const SchemaKey& key) {
     std::string label = key.label;
-    if(*key.unitText && columnsOf(key) > 1) label += std::string{", "} + key.unitText;
+    // Beside several numbers there is no room for it; scene units go without saying.
+    if(*key.unitText && *key.unitText != 'u' && columnsOf(key) > 1) label += std::string{" "} + key.unitText;
     return label;
 }
 
@@ -206,10 +207,6 @@ std::optional<FieldInput> drawRow(
     }
     const CommonValue& common = group.common(row, memory.angles);
     ImGui::PushID(key.key);
-    if(memory.wanted == field) {
-        ImGui::SetScrollHereY();
-        memory.wanted = 0;
-    }
     const bool stacked = isStacked(key, layout);
     const float start = ImGui::GetCursorPosX();
     std::string refusal;
@@ -224,8 +221,8 @@ std::optional<FieldInput> drawRow(
         input = std::move(changed);
     if(isDim) ImGui::PopStyleColor();
     const ImVec2 end{place.x + width, ImGui::GetItemRectMax().y};
-    memory.places.push_back(
-        {field, -1, place.x + std::min(width * 0.5f, ImGui::GetFrameHeight() * 0.5f), (place.y + end.y) * 0.5f});
+    notePlace(
+        memory, field, -1, place.x + std::min(width * 0.5f, ImGui::GetFrameHeight() * 0.5f), (place.y + end.y) * 0.5f);
     if(common.whyNotShown)
         drawFrame(place, end, RefusedColor);
     else if(!common.complaint.empty())

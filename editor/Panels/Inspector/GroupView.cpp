@@ -45,9 +45,7 @@ std::optional<Edit> drawActive(const FieldContext& context, const InspectedGroup
     bool isActive = !common.value.IsBool() || common.value.GetBool();
     const bool isChanged = ImGui::Checkbox("##active", &isActive);
     if(ImGui::IsItemHovered()) ImGui::SetTooltip("Active");
-    const ImVec2 min = ImGui::GetItemRectMin(), max = ImGui::GetItemRectMax();
-    context.memory.places.push_back(
-        {fieldNumber(group.type + "/active"), -1, (min.x + max.x) * 0.5f, (min.y + max.y) * 0.5f});
+    notePlace(context.memory, fieldNumber(group.type + "/active"));
     ImGui::SameLine();
     if(!isChanged) return {};
     input.value = JsonValue{isActive};
@@ -99,10 +97,9 @@ bool drawHeader(const FieldContext& context, const InspectedGroup& group, std::o
         (group.title + "###header").data(), isRemovable(group) ? &isKept : nullptr, ImGuiTreeNodeFlags_DefaultOpen);
     if(!group.tip.empty() && ImGui::IsItemHovered()) ImGui::SetTooltip("%s", group.tip.data());
     const ImVec2 min = ImGui::GetItemRectMin(), max = ImGui::GetItemRectMax();
-    const float height = max.y - min.y;
-    context.memory.places.push_back({fieldNumber(group.type), -1, min.x + height, min.y + height * 0.5f});
-    context.memory.places.push_back(
-        {fieldNumber(group.type + "/remove"), -1, max.x - height * 0.5f, min.y + height * 0.5f});
+    const float half = (max.y - min.y) * 0.5f;
+    notePlace(context.memory, fieldNumber(group.type), -1, min.x + half, min.y + half);
+    notePlace(context.memory, fieldNumber(group.type + "/remove"), -1, max.x - half, min.y + half);
     if(group.kind == InspectedGroup::Kind::Components)
         if(std::optional<Edit> chosen = drawComponentMenu(group)) edit = std::move(chosen);
     if(!isKept) edit = removeEdit(group.bases);

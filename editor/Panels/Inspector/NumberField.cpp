@@ -151,8 +151,7 @@ std::optional<FieldInput> drawNumbers(
         const bool isMixed = count == 1 ? common.isMixed : common.mixedParts >> i & 1;
         if(std::optional<FieldInput> changed = drawPart(memory, key, {int(i), numbers[i], isMixed, count == 1}, part))
             input = std::move(changed);
-        const ImVec2 min = ImGui::GetItemRectMin(), max = ImGui::GetItemRectMax();
-        memory.places.push_back({field, int(i), (min.x + max.x) * 0.5f, (min.y + max.y) * 0.5f});
+        notePlace(memory, field, int(i));
     }
     return input;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,9 @@ namespace VantrelEngine {
 int FileCalls::open(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
 ssize_t FileCalls::write(int file, const void* data, std::size_t size) { return ::write(file, data, size); }
 int FileCalls::fsync(int file) { return ::fsync(file); }
+int FileCalls::fdatasync(int file) { return ::fdatasync(file); }
+int FileCalls::ftruncate(int file, off_t size) { return ::ftruncate(file, size); }
+int FileCalls::flock(int file, int operation) { return ::flock(file, operation); }
 int FileCalls::close(int file) { return ::close(file); }
 int FileCalls::fchmod(int file, mode_t mode) { return ::fchmod(file, mode); }
 int FileCalls::link(const char* from, const char* to) { return ::link(from, to); }

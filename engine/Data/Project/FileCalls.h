@@ -6,7 +6,7 @@
 
 namespace VantrelEngine {
 
-// The calls of the operating system that replacing a file takes, each as the system has it (-1 and errno on failure). A
+// The calls of the operating system that replacing a file and keeping a journal take, each as the system has it (-1 and errno on failure). A
 // test puts its own in place to make any of them fail.
 class FileCalls {
 public:
@@ -14,6 +14,9 @@ public:
     virtual int open(const char* path, int flags, mode_t mode);
     virtual ssize_t write(int file, const void* data, std::size_t size);
     virtual int fsync(int file);
+    virtual int fdatasync(int file);
+    virtual int ftruncate(int file, off_t size);
+    virtual int flock(int file, int operation);
     virtual int close(int file);
     virtual int fchmod(int file, mode_t mode);
     virtual int link(const char* from, const char* to);

@@ -12,6 +12,7 @@
 #include "Data/Project/DefaultSettings.h"
 #include "Data/Project/DocumentCheck.h"
 #include "Data/Project/EditCheck.h"
+#include "Data/Project/FileCalls.h"
 #include "Data/Project/ReplaceFile.h"
 #include "Vantrel/EngineData/ProjectFile.h"
 
@@ -33,6 +34,30 @@ std::optional<FileIdentity> identityOf(const std::string& path) {
     struct stat status;
     if(stat(path.data(), &status) != 0) return {};
     return FileIdentity{status.st_dev, status.st_ino};
+}
+
+// A file that has the same one still holds the same, as far as one can tell without reading it.
+struct FileStamp {
+    FileIdentity identity;
+    off_t size;
+    time_t seconds;
+    long nanoseconds;
+
+    bool operator==(const FileStamp& other) const {
+        return identity == other.identity && size == other.size && seconds == other.seconds &&
+            nanoseconds == other.nanoseconds;
+    }
+};
+
+std::optional<FileStamp> stampOf(const std::string& path) {
+    struct stat status;
+    if(stat(path.data(), &status) != 0) return {};
+    return FileStamp{{status.st_dev, status.st_ino}, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+FileCalls& systemCalls() {
+    static FileCalls calls;
+    return calls;
 }
 
 std::string repairs(std::size_t count) {
@@ -63,6 +88,27 @@ struct ProjectStore::State {
     std::size_t repairCount = 0;
     // Files that hold what this program has not, and why: they are not written over unasked.
     std::map<FileIdentity, std::string> kept;
+    FileCalls& calls;
+    // What was read from the path or written to it last.
+    std::optional<FileFingerprint> fingerprint;
+    // Of the file when it was read last, and what it held: it is not read again for as long as it is the same.
+    mutable std::optional<FileStamp> seenStamp;
+    mutable std::optional<FileFingerprint> seen;
+
+    void setPath(const std::string& newPath, std::optional<FileFingerprint> contents) {
+        path = newPath;
+        fingerprint = contents;
+        seenStamp.reset();
+    }
+    std::optional<FileFingerprint> changedOutside() const {
+        const std::optional<FileStamp> stamp = stampOf(path);
+        if(path.empty() || !stamp) return {};
+        if(!(stamp == seenStamp)) {
+            seen = fingerprintOfFile(path);
+            seenStamp = stamp;
+        }
+        return seen == fingerprint ? std::optional<FileFingerprint>{} : seen;
+    }
 
     void keep(const std::string& file, const std::string& reason) {
         if(const auto identity = identityOf(file)) kept[*identity] = reason;
@@ -70,14 +116,17 @@ struct ProjectStore::State {
     std::string whyKept(const std::string& file) const {
         const auto identity = identityOf(file);
         const auto found = identity ? kept.find(*identity) : kept.end();
-        return found == kept.end() ? std::string{} : found->second;
+        if(found != kept.end()) return found->second;
+        const bool isChanged = file == path && changedOutside();
+        return isChanged ? "the file was changed by somebody else since it was opened or saved" : std::string{};
     }
     void release(const std::string& file) {
         if(const auto identity = identityOf(file)) kept.erase(*identity);
     }
 };
 
-ProjectStore::ProjectStore(ProjectFile& file): _state{new State{file, {}, {}, 0, {}}} {
+ProjectStore::ProjectStore(ProjectFile& file, FileCalls* calls):
+    _state{new State{file, {}, {}, 0, {}, calls ? *calls : systemCalls(), {}, {}, {}}} {
     file.setDefaults(defaultProject());
     file.setEditGuard(&_state->check);
 }
@@ -87,12 +136,13 @@ ProjectStore::~ProjectStore() { _state->file.setEditGuard(nullptr); }
 void ProjectStore::startNew() {
     JsonDocument document = newProject();
     _state->replace(document);
-    _state->path.clear();
+    _state->setPath({}, {});
     _state->repairCount = 0;
 }
 
 ReadProject readProject(const std::string& path) {
-    ReadProject read{path, {}, {}};
+    // First: what is written meanwhile makes the project another one than its file, and is noticed.
+    ReadProject read{path, {}, {}, fingerprintOfFile(path)};
     read.opened.error = readDocument(path, read.document);
     if(!read.opened.error.empty()) return read;
     read.opened.problems = checkDocument(read.document);
@@ -107,7 +157,7 @@ OpenedProject ProjectStore::open(ReadProject project) {
         return opened;
     }
     _state->replace(project.document);
-    _state->path = project.path;
+    _state->setPath(project.path, project.fingerprint);
     _state->repairCount = countOf(opened.problems, Kind::Repair);
     if(_state->repairCount)
         _state->keep(project.path, repairs(_state->repairCount));
@@ -118,18 +168,33 @@ OpenedProject ProjectStore::open(ReadProject project) {
 
 bool ProjectStore::keeps(const std::string& path) const { return !_state->whyKept(path).empty(); }
 
+void ProjectStore::keep(const std::string& path, const std::string& reason) { _state->keep(path, reason); }
+
+std::optional<FileFingerprint> ProjectStore::changedOutside() const { return _state->changedOutside(); }
+
+std::optional<FileFingerprint> ProjectStore::fingerprint() const { return _state->fingerprint; }
+
 std::string ProjectStore::save(const std::string& path, Repaired repaired) {
+    std::string text;
+    const std::string error = write(path, text);
+    return error.empty() ? save(path, text, repaired) : error;
+}
+
+std::string ProjectStore::write(const std::string& path, std::string& text) const {
+    const std::string error = writeDocument(_state->file.projectFile(), text);
+    return error.empty() ? error : path + ": " + error;
+}
+
+std::string ProjectStore::save(const std::string& path, const std::string& text, Repaired repaired) {
     const std::string kept = _state->whyKept(path);
     if(!kept.empty() && repaired == Repaired::Keep) return path + ": " + kept + ", the file is kept as it is";
-    std::string text;
-    std::string error = writeDocument(_state->file.projectFile(), text);
-    if(error.empty()) error = replaceFile(path, text);
+    const std::string error = replaceFile(path, text, _state->calls);
+    if(!error.empty()) return path + ": " + error;
     // A file that is replaced is another one afterwards; the backup has the old contents, and they are not needed to be
     // guarded any more.
-    if(!error.empty()) return path + ": " + error;
     _state->release(path);
     _state->release(path + ".bak");
-    _state->path = path;
+    _state->setPath(path, fingerprintOf(text));
     _state->repairCount = 0;
     return {};
 }

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <VantrelHost/FileFingerprint.h>
+
+#include "Data/JournalFile.h"
+
+namespace VantrelEngine {
+
+class ChangeManager;
+class FileCalls;
+class StepLog;
+
+// Keeps the steps of a project in a file beside it, so that they outlive the process. See docs/journal.md.
+//
+// Where the file cannot be written, that is said once, and tried again later: the project can be edited all the same.
+class Journal {
+public:
+    // All of them outlive the journal.
+    explicit Journal(FileCalls& calls, const ChangeManager& changes, StepLog& steps):
+        _calls{calls}, _changes{changes}, _steps{steps}, _file{std::make_unique<JournalFile>(calls)} {}
+
+    // Begins with a project that is as its file has it, none for a new one. What is in the journal's file already goes: it
+    // is one that was opened, or the one at a path.
+    void begin(std::unique_ptr<JournalFile> file, const std::optional<FileFingerprint>& contents);
+    void begin(const std::string& path, const std::optional<FileFingerprint>& contents);
+    // Goes on with one all of whose steps the log has, so many in effect.
+    void goOn(std::unique_ptr<JournalFile> file, std::size_t position);
+    // No more of it; the file goes, or stays as it is.
+    void end();
+    void leave();
+
+    // Writes the steps that are finished, and not written yet. Costs what is new.
+    void update();
+    // The project's file is going to hold this; and does. The journal is for the file at a path from then on, and has
+    // nothing in it that is not needed.
+    void saving(const FileFingerprint& contents);
+    void saved(const std::string& path);
+
+    // It was begun.
+    bool isOn() const { return !_path.empty(); }
+    // Why nothing is written; empty where all is well.
+    const std::string& trouble() const { return _trouble; }
+    std::size_t size() const { return _file->size(); }
+
+private:
+    bool isUpToDate() const;
+    void write();
+    std::string append();
+    std::string rewrite();
+    std::string reopen();
+    std::string addSteps(std::vector<std::string>& lines, std::size_t first, std::size_t position);
+    std::string stepLine(std::size_t step) const;
+    void take(const std::string& error);
+
+    FileCalls& _calls;
+    const ChangeManager& _changes;
+    StepLog& _steps;
+    std::string _path;
+    std::unique_ptr<JournalFile> _file;
+    // What the project's file holds in the state that is saved.
+    std::optional<FileFingerprint> _contents;
+    // The bytes of each step that is written, those that were undone included; and how many of them are in effect.
+    std::vector<std::size_t> _sizes;
+    std::size_t _position = 0;
+    // The file lacks more than the last steps.
+    bool _isIncomplete = false;
+    std::string _trouble;
+    std::chrono::steady_clock::time_point _nextAttempt;
+};
+
+} // namespace VantrelEngine

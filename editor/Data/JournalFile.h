@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <future>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace VantrelEngine {
+
+class FileCalls;
+
+// The file of a journal, which is only ever added to. It is locked for as long as the object has it open, so that there is
+// one writer, and stays when the object or the process goes.
+class JournalFile {
+public:
+    // The calls outlive the object.
+    explicit JournalFile(FileCalls& calls): _calls{&calls} {}
+    ~JournalFile() { close(); }
+    JournalFile(const JournalFile&) = delete;
+    JournalFile& operator=(const JournalFile&) = delete;
+
+    // Each returns an empty text, or why it could not be done.
+
+    // Opens and locks what is there at a path, or makes it. isInUse() tells whether somebody else has it.
+    std::string open(const std::string& path);
+    // The same, only where it is there.
+    std::string openExisting(const std::string& path);
+    bool isOpen() const { return _file >= 0; }
+    bool isInUse() const { return _isInUse; }
+
+    // All of it.
+    std::string read(std::string& text) const;
+    // Goes on behind so many bytes, whose last line has the checksum; what is behind them goes.
+    std::string continueAt(std::size_t size, std::uint64_t checksum);
+    // All of them or none, and they are on their way to the disk: they outlive this process at once, and the machine a
+    // moment later.
+    std::string add(const std::vector<std::string>& lines);
+    // Puts another file with only these lines in its place, at one moment.
+    std::string replace(const std::vector<std::string>& lines);
+    // The file gets another name, or goes.
+    std::string rename(const std::string& path);
+    void remove();
+    void close();
+
+    const std::string& path() const { return _path; }
+    std::size_t size() const { return _size; }
+
+private:
+    std::string open(const std::string& path, int flags);
+    bool isAt(const std::string& path) const;
+    std::string write(int file, std::string_view text);
+    std::string cutTail();
+    void flush();
+
+    FileCalls* _calls;
+    std::string _path;
+    int _file = -1;
+    bool _isInUse = false;
+    // Of the lines that are whole.
+    std::size_t _size = 0;
+    std::uint64_t _checksum = 0;
+    // Something may stand behind them.
+    bool _hasTail = false;
+    std::future<void> _flushing;
+};
+
+// ".scene.json.journal" beside "scene.json".
+std::string journalPath(const std::string& project);
+
+} // namespace VantrelEngine

@@ -82,6 +82,7 @@ public:
     // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
     void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
+    EditorPanels& panels() { return _panels; }
 
     // Releases what the view takes for held.
     void releaseInput();

@@ -32,6 +32,14 @@ void EditorPanels::draw(const PanelContext& context) {
         if(isShown && ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows)) _focused = info.panel;
         _panes.end(info.panel);
     }
+    if(!context.isProjectThere) return;
+    _inspector.fields().endFrame(context.session.changes());
+    _settings.fields().endFrame(context.session.changes());
+}
+
+std::optional<Magnum::Vector2> EditorPanels::placeOf(std::string_view field, int part) {
+    const std::optional<Magnum::Vector2> place = _inspector.fields().placeOf(field, part);
+    return place ? place : _settings.fields().placeOf(field, part);
 }
 
 std::string EditorPanels::badgeOf(Panel panel) const {
@@ -39,10 +47,12 @@ std::string EditorPanels::badgeOf(Panel panel) const {
 }
 
 void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
+    EditorData& data = context.session.data();
+    ChangeManager& changes = context.session.changes();
     switch(panel) {
     case Panel::Objects: return _outliner.draw(context.session);
-    case Panel::Inspector: return;
-    case Panel::ProjectSettings: return;
+    case Panel::Inspector: return _inspector.draw(data, changes, context.thumbnails, _inspected);
+    case Panel::ProjectSettings: return _settings.draw(data, changes, context.thumbnails);
     case Panel::Assets: return _assets.draw(context.session, context.pictures, context.isReplayed);
     case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
     case Panel::History: _step = _history.draw(context.session.steps()); return;

@@ -67,6 +67,14 @@ std::string parseWait(Line& line) {
     return {};
 }
 
+// A number of the field where one is given, from 0.
+std::string parseField(Line& line) {
+    line.command.words = {line.words[0]};
+    if(line.words.size() == 2) return readNatural(line.words[1], 0, 32, line.command);
+    line.command.numbers.push_back(-1);
+    return {};
+}
+
 std::string parseSizeWords(Line& line) {
     std::string error = readNatural(line.words[0], 1, MaxWindowSize, line.command);
     return error.empty() ? readNatural(line.words[1], 1, MaxWindowSize, line.command) : error;
@@ -203,6 +211,7 @@ struct Syntax {
 
 constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
+    {"field", ScriptVerb::Field, 1, 2, "field KEY [NUMBER]", parseField},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},
     {"press", ScriptVerb::Press, 1, 5, "press left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
     {"release", ScriptVerb::Release, 1, 5, "release left|right|middle [shift] [ctrl] [alt] [super]", parseButton},

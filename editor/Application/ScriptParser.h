@@ -11,6 +11,7 @@ namespace VantrelEngine {
 enum class ScriptVerb {
     Wait,
     Mouse,
+    Field,
     Move,
     Press,
     Release,

@@ -47,6 +47,16 @@ void ScriptRunner::moveTo(Double x, Double y) {
     _editor.input().moveTo({Float(x), Float(y)});
 }
 
+// One that is out of sight is there a frame after it was asked for.
+std::string ScriptRunner::moveToField(const ScriptCommand& command) {
+    for(int i = 0; i != PatientFrames; ++i) {
+        const std::optional<Vector2> place = _editor.panels().placeOf(command.words[0], int(command.numbers[0]));
+        if(place) return moveTo(Double(place->x()), Double(place->y())), std::string{};
+        _stage.drawFrame();
+    }
+    return "there is no such field";
+}
+
 std::string ScriptRunner::select(const ScriptCommand& command) {
     EditorData& data = _editor.session().data();
     data.selection().clear();
@@ -99,6 +109,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
         for(Double i = 0.0; i < numbers[0]; ++i) _stage.drawFrame();
         return {};
     case ScriptVerb::Mouse: moveTo(numbers[0], numbers[1]); return drawn({});
+    case ScriptVerb::Field: return drawn(moveToField(command));
     case ScriptVerb::Move: {
         const Vector2d position = _platform.cursorPosition();
         moveTo(position.x() + numbers[0], position.y() + numbers[1]);

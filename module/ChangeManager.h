@@ -156,6 +156,10 @@ public:
     // Whether the document differs from the state that was marked (at first, from
     // the state without changes).
     bool hasUnsavedChanges() const { return !_markIsValid || _markedChange != _lastChange; }
+    // The last change in effect in that state (-1: none); none where undo and redo do not lead to it.
+    std::optional<std::int32_t> savedChange() const {
+        return _markIsValid ? std::optional<std::int32_t>{_markedChange} : std::nullopt;
+    }
 
 private:
     // The records that a merge may find: those of one group that end the log.

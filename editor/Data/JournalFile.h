@@ -27,6 +27,8 @@ public:
     // The same, only where it is there.
     std::string openExisting(const std::string& path);
     bool isOpen() const { return _file >= 0; }
+    // It is open, and still what stands at its path.
+    bool isThere() const { return isOpen() && isAt(_path); }
     bool isInUse() const { return _isInUse; }
 
     // All of it.

@@ -13,8 +13,9 @@ namespace VantrelEngine {
 
 class ChangeManager;
 
-// What was selected before and after a step, by the ids of the objects.
-struct StepSelections {
+// What is known of a step besides its changes: its name, and the ids of the objects that were selected before and after.
+struct RecoveredStep {
+    std::string name;
     std::vector<std::string> before, after;
 };
 
@@ -42,11 +43,12 @@ public:
     };
     Lost lost() const;
 
-    // Puts the log and the document, which is as at the place, into the state at the end. False where it does not fit
+    // Puts the empty log and the document, which is as at the place, into the state at the end; the one at the place counts
+    // as saved. False where it does not fit
     // together; what came before that is brought back. Once.
     bool apply(ChangeManager& changes);
-    // Of the steps of the log afterwards.
-    const std::vector<StepSelections>& selections() const { return _selections; }
+    // Those of the log afterwards.
+    const std::vector<RecoveredStep>& steps() const { return _steps; }
     // How many of them are in effect.
     std::size_t position() const { return _position; }
     // Up to where the journal was brought back: it may go on from there.
@@ -70,13 +72,13 @@ private:
     void restoreLog(ChangeManager& changes, const State& state);
     bool applyLine(ChangeManager& changes, JournalEntry& entry);
     bool applyStep(ChangeManager& changes, ReadStep& step);
-    void addSelections(ReadStep& step);
+    void addStep(ReadStep& step);
 
     std::vector<Line> _lines;
     bool _isDamaged = false;
     // How many lines lead to it.
     std::optional<std::size_t> _place;
-    std::vector<StepSelections> _selections;
+    std::vector<RecoveredStep> _steps;
     std::size_t _position = 0;
     std::size_t _size = 0;
     std::uint64_t _checksum = 0;

@@ -196,6 +196,7 @@ void AssetCompiler::deleteObject(ObjectNode& node) {
     if(const Id object = runtimeObject(node)) {
         for(Id i = object; i != NoObject; i = scene.nextInTree(i, object)) {
             data().deselectObject(i);
+            data().marks().removed(i);
             if(ObjectNode* const descendant = i < _nodes.size() ? _nodes[i] : nullptr) {
                 _nodes[i] = nullptr;
                 descendant->object = RootObject;
@@ -247,7 +248,9 @@ void AssetCompiler::placeMisplaced() {
     Scene& scene = data().scene().main();
     for(const ObjectNode* const node: _misplaced) {
         const Id object = runtimeObject(*node);
-        if(object && node->parent) scene.reparent(object, runtimeObject(*node->parent));
+        if(!object || !node->parent) continue;
+        scene.reparent(object, runtimeObject(*node->parent));
+        data().marks().moved(object);
     }
     _misplaced.clear();
 }
@@ -341,7 +344,8 @@ bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
     Scene& scene = data().scene().main();
     const Id parent = node.parent ? runtimeObject(*node.parent) : RootObject;
     node.object = runtimeObject(node);
-    if(!node.object) {
+    const bool isNew = !node.object;
+    if(isNew) {
         node.object = scene.addObject(parent);
         if(!node.object) {
             _problems.add(node.id, -1, "the scene is full");
@@ -355,8 +359,10 @@ bool AssetCompiler::placeObject(ObjectNode& node, const ValueAccess& json) {
         const bool isBelow = scene.isInSubtree(parent, node.object);
         scene.reparent(node.object, isBelow ? RootObject : parent);
         if(isBelow) _misplaced.push_back(&node);
+        data().marks().moved(node.object);
     }
     setName(scene.objectIds, node.object, viewOf(node.id));
+    if(isNew) data().marks().added(node.object);
     setName(scene.objectNames, node.object, json["name"].readValue().asString());
     setName(scene.skinNames, node.object, json["skin"].readValue().asString("", JsonObject::WhenMissing::Accept));
 

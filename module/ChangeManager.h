@@ -107,6 +107,10 @@ public:
     // is none, see rotationFromMatrix(). A factor of the scaling that the document has as zero, and that is what the
     // engine computes with instead, stays zero.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
+    // The same of the three parts, for a scaling that no matrix holds: with factors that are negative, or whose squares are
+    // too small or too large. The rotation is a unit quaternion.
+    void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Vector3& translation,
+        const Magnum::Quaternion& rotation, Magnum::Vector3 scaling, bool merge);
 
     // Forgets all changes: another document is in place. Listeners stay. Aborts while a group is open.
     void clear();

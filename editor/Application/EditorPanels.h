@@ -1,5 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "Panels/HistoryPanel.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Panes.h"
 
@@ -26,12 +31,16 @@ public:
 
     // Draws all that are open. The panes are laid out.
     void draw(const PanelContext& context);
+    // How many steps the user wants to be in effect, if that was asked for since the last call.
+    std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
 private:
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
+    HistoryPanel _history;
     LogPanel _log;
+    std::optional<std::size_t> _step;
 };
 
 } // namespace VantrelEngine

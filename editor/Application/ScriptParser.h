@@ -28,6 +28,8 @@ enum class ScriptVerb {
     Save,
     New,
     Edit,
+    Undo,
+    Redo,
     Drop,
     Import,
     WaitForImport,

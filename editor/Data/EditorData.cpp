@@ -1,19 +1,28 @@
 #include "Vantrel/EditorData/EditorData.h"
 
+#include <utility>
+
 namespace VantrelEngine {
 
-EditorData::EditorData(): _selection{{_selectionWords.data(), _selectionWords.size()}, MaxObjects + 1} {}
+EditorData::EditorData():
+    _selection{{_selectionWords.data(), _selectionWords.size()}, MaxObjects + 1}, _marks{_scene, _selection} {}
 
 EditorData::~EditorData() = default;
 
 void EditorData::selectObject(Id object, bool additive) {
     if(!additive) _selection.clear();
-    if(object != RootObject && _scene.main().isValid(object)) _selection.set(object);
+    if(object == RootObject || !_scene.main().isValid(object)) return;
+    if(_marks.isLocked(object))
+        _refused = {_refused.count + 1, object};
+    else
+        _selection.set(object);
 }
 
 void EditorData::deselectObject(Id object) {
     if(isSelected(object)) _selection.set(object, false);
 }
+
+EditorData::Refused EditorData::takeRefused() { return std::exchange(_refused, {}); }
 
 std::optional<Id> EditorData::firstSelectedObject() const {
     const std::size_t first = _selection.findFirstSet();

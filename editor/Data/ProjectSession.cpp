@@ -80,6 +80,7 @@ OpenedProject ProjectSession::put(ReadProject project) {
 void ProjectSession::startOver() {
     _journal->end();
     _data.selection().clear();
+    _data.marks().clear();
     _changes->clear();
     _steps.update();
     _workingFolder.reset();

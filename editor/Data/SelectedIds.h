@@ -12,9 +12,9 @@ namespace VantrelEngine {
 // before ended with.
 class SelectedIds {
 public:
-    SelectedIds(): _ids{empty()} {}
+    SelectedIds(): _ids{none()} {}
     SelectedIds(std::vector<std::string> ids):
-        _ids{ids.empty() ? empty() : std::make_shared<const std::vector<std::string>>(std::move(ids))} {}
+        _ids{ids.empty() ? none() : std::make_shared<const std::vector<std::string>>(std::move(ids))} {}
 
     operator const std::vector<std::string>&() const { return *_ids; }
     auto begin() const { return _ids->begin(); }
@@ -26,7 +26,7 @@ public:
     bool operator!=(const SelectedIds& other) const { return !(*this == other); }
 
 private:
-    static const std::shared_ptr<const std::vector<std::string>>& empty() {
+    static const std::shared_ptr<const std::vector<std::string>>& none() {
         static const auto ids = std::make_shared<const std::vector<std::string>>();
         return ids;
     }

@@ -58,8 +58,8 @@ SelectedIds StepLog::dropSteps(std::int32_t firstOther) {
     const auto changes = _changes.changes();
     // A gesture that went on belongs to the step that it began.
     const auto goesOn = [&](const Step& step) {
-        const bool isThere = step.group > 0 && std::size_t(firstOther) < changes.size();
-        return isThere && step.end >= firstOther && changes[std::size_t(step.first)].group == step.group &&
+        if(step.group <= 0 || step.first > firstOther || step.end < firstOther) return false;
+        return std::size_t(firstOther) != changes.size() && changes[std::size_t(step.first)].group == step.group &&
             changes[std::size_t(firstOther)].group == step.group;
     };
     SelectedIds before = _selected;
@@ -106,8 +106,8 @@ std::optional<std::size_t> StepLog::savedPosition() const {
 }
 
 std::size_t StepLog::stepsUntil(std::int32_t record) const {
-    const auto found = std::upper_bound(_steps.begin(), _steps.end(), record + 1,
-        [](std::int32_t end, const Step& step) { return end < step.end; });
+    const auto found = std::upper_bound(
+        _steps.begin(), _steps.end(), record + 1, [](std::int32_t end, const Step& step) { return end < step.end; });
     return std::size_t(found - _steps.begin());
 }
 

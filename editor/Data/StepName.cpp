@@ -73,10 +73,11 @@ bool isKeyed(std::string_view section) {
     return section == "objects" || resourceKindOf({section.data(), section.size()}) != ResourceKindCount;
 }
 
-// Of an object or a resource the whole is what was added.
+// Of an object, a component or a resource the whole is what was added, whatever is in it.
 bool isWhole(std::string_view path) {
-    const auto slashes = std::count(path.begin(), path.end(), '/');
-    return slashes == 2 && isKeyed(path.substr(1, path.find('/', 1) - 1));
+    const std::vector<std::string_view> tokens = tokensOf(path);
+    if(tokens.size() == 4) return tokens[0] == "objects" && tokens[2] == "components";
+    return tokens.size() == 2 && isKeyed(tokens[0]);
 }
 
 Edit editOf(const Change& change) {
@@ -120,8 +121,7 @@ std::string nameOf(const JsonValue* thing, const std::string& id) {
 }
 
 std::string nameIn(const ProjectFile& project, const std::string& section, const std::string& id) {
-    return nameOf(
-        project.member({section.data(), section.size()}, {id.data(), id.size()}), id);
+    return nameOf(project.member({section.data(), section.size()}, {id.data(), id.size()}), id);
 }
 
 std::string singular(std::string_view section) {

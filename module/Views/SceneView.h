@@ -11,6 +11,8 @@
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Gizmo/TransformGizmo.h"
+#include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
 #include "Views/SceneView/RenderMode.h"
@@ -49,12 +51,19 @@ public:
 private:
     void createPreview();
     void hide();
+    void letGo();
     void reloadRuntime();
     bool beginWindow();
     void applyMenu();
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void showBox();
+    void showLegend();
+    Corrade::Containers::StringView pointedName();
+    void showToolbar();
+    void moveWithGizmo();
+    void cancelDrag();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
@@ -63,6 +72,8 @@ private:
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
     MouseFactors mouseFactors() const;
+    PressState pressState() const;
+    PickTarget pickTarget();
 
     Magnum::GL::Framebuffer _previewFramebuffer{Magnum::NoCreate};
     Magnum::GL::Renderbuffer _previewColor{Magnum::NoCreate};
@@ -74,6 +85,8 @@ private:
     FrozenCulling _frozen;
     ViewCamera _camera;
     CameraNavigation _navigation;
+    TransformGizmo _gizmo;
+    Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;
     Magnum::UnsignedInt _projectSeen = 0;

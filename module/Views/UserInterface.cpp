@@ -43,6 +43,10 @@ bool isDocked(const std::optional<Range2D>& pane) {
 #endif
 }
 
+Vector2i wholePoint(const ImVec2& place) {
+    return Vector2i{Math::clamp(vector(place), Vector2{-1.0e6f}, Vector2{1.0e6f})};
+}
+
 void image(UnsignedInt texture, const Vector2& size) {
     ImGui::Image(textureId<ImTextureID>(texture), vector(size), {0.0f, 1.0f}, {1.0f, 0.0f});
 }

@@ -30,6 +30,9 @@ bool isDocked(const std::optional<Magnum::Range2D>& pane);
 // A GL texture to be shown, which stays the caller's until the UI was drawn. Rows upwards, as the GL has them.
 void image(Magnum::UnsignedInt texture, const Magnum::Vector2& size);
 
+// Whole points; somewhere far away for a mouse that is nowhere.
+Magnum::Vector2i wholePoint(const ImVec2& place);
+
 // Between the two kinds of vectors.
 inline Magnum::Vector2 vector(const ImVec2& v) { return {v.x, v.y}; }
 inline ImVec2 vector(const Magnum::Vector2& v) { return {v.x(), v.y()}; }

@@ -80,13 +80,15 @@ Id ComponentManager::addComponent(Id object) {
     _ids[slot] = component;
     _objects[slot] = object;
     _capacity = std::max(_capacity, ++_size);
-    _records[component] = {0, _graph->attachComponent(object, _graphIndex, component), Id(slot), true, false, false};
+    const bool isHidden = _hidesWithObject && _graph->isHidden(object);
+    _records[component] = {
+        0, _graph->attachComponent(object, _graphIndex, component), Id(slot), true, false, isHidden, false};
     return component;
 }
 
 void ComponentManager::remove(Id component) {
     Record& removed = record(component);
-    if(removed.isActive) --_activeCount;
+    if(removed.isUsed()) --_activeCount;
     --_size;
     removed.isAlive = false;
     removed.isActive = false;
@@ -94,11 +96,17 @@ void ComponentManager::remove(Id component) {
     if(_forget) _forget(*this, component);
 }
 
-void ComponentManager::setActive(Id component, bool active) {
+void ComponentManager::setActive(Id component, bool active) { setUse(component, active, record(component).isHidden); }
+
+void ComponentManager::setHidden(Id component, bool hidden) { setUse(component, record(component).isActive, hidden); }
+
+void ComponentManager::setUse(Id component, bool active, bool hidden) {
     Record& changed = record(component);
-    if(changed.isActive == active) return;
+    const bool wasUsed = changed.isUsed();
     changed.isActive = active;
-    _activeCount = active ? _activeCount + 1 : _activeCount - 1;
+    changed.isHidden = hidden;
+    if(changed.isUsed() == wasUsed) return;
+    _activeCount = wasUsed ? _activeCount - 1 : _activeCount + 1;
     setPending(component);
 }
 
@@ -121,7 +129,7 @@ void ComponentManager::setGroupOf(Id component, std::size_t group) {
     Record& changed = record(component);
     CORRADE_ASSERT(group < groupCount(), "ComponentManager: there is no group" << group << "among" << groupCount(), );
     changed.group = Magnum::UnsignedInt(group);
-    if(changed.isActive) setPending(component);
+    if(changed.isUsed()) setPending(component);
 }
 
 Containers::Pair<Id, Id> ComponentManager::groupRange(std::size_t group) const {
@@ -131,7 +139,7 @@ Containers::Pair<Id, Id> ComponentManager::groupRange(std::size_t group) const {
 }
 
 std::size_t ComponentManager::bucketOf(const Record& record) const {
-    return record.isActive ? record.group : groupCount() + !record.isAlive;
+    return record.isUsed() ? record.group : groupCount() + !record.isAlive;
 }
 
 std::size_t ComponentManager::bucketAt(std::size_t slot) const {

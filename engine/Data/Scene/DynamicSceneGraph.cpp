@@ -136,7 +136,8 @@ void DynamicSceneGraph::grow(std::size_t objects) {
     const std::size_t words = BitSetView::wordCount(objects);
     arrayResize(_dirtyIndexWords, ValueInit, words);
     for(auto& set: {std::make_pair(&_validWords, &_valid), std::make_pair(&_dirtyWords, &_dirty),
-            std::make_pair(&_changedWords, &_changed)}) {
+            std::make_pair(&_changedWords, &_changed), std::make_pair(&_hiddenWords, &_hidden),
+            std::make_pair(&_rearrangedWords, &_rearranged)}) {
         arrayResize(*set.first, ValueInit, words);
         *set.second = BitSetView{*set.first, objects};
     }
@@ -173,6 +174,7 @@ Id DynamicSceneGraph::addObject(Id parent) {
     _capacity = std::max(_capacity, ++_size);
     _valid.set(object);
     setDirty(object);
+    setRearranged(object);
     return object;
 }
 
@@ -231,6 +233,8 @@ void DynamicSceneGraph::forgetObject(Id object) {
     _valid.set(object, false);
     _dirty.set(object, false);
     _changed.set(object, false);
+    _hidden.set(object, false);
+    setRearranged(object);
     _siblings[object].next = NoObject;
     if(_firstFree == NoObject)
         _firstFree = object;
@@ -263,6 +267,7 @@ bool DynamicSceneGraph::reparent(Id object, Id parent) {
     _objects[object].parent = parent;
     _isOrderPending = true;
     setDirty(object);
+    setRearranged(object);
     return true;
 }
 
@@ -309,6 +314,25 @@ ObjectData DynamicSceneGraph::objectData(Id object) const {
     checked(object);
     order();
     return _objects[object];
+}
+
+void DynamicSceneGraph::setHidden(Id object, bool hidden) {
+    if(isHidden(object) == hidden) return;
+    _hidden.set(object, hidden);
+    const auto components = this->components(object);
+    const auto types = componentTypes(object);
+    for(std::size_t i = 0; i != components.size(); ++i)
+        if(_managers[types[i]]->hidesWithObject()) _managers[types[i]]->setHidden(components[i], hidden);
+}
+
+void DynamicSceneGraph::setRearranged(Id object) {
+    _rearranged.set(object);
+    _isAnyRearranged = true;
+}
+
+void DynamicSceneGraph::resetRearranged() {
+    if(_isAnyRearranged) _rearranged.clear();
+    _isAnyRearranged = false;
 }
 
 Matrix4 DynamicSceneGraph::localTransformationAsMatrix(Id object) const {

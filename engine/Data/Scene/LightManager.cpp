@@ -32,7 +32,7 @@ Int resolutionFor(Float edge, Float texelSize, Int largest) {
 
 } // namespace
 
-LightManager::LightManager(std::size_t capacity): ComponentManager{"light", capacity, 3} {}
+LightManager::LightManager(std::size_t capacity): ComponentManager{"light", capacity, 3} { hideWithObjects(); }
 
 UnsignedInt LightManager::cascadeCount(Id component) const {
     const Float count = _shadowParameters[slot(component)].w();

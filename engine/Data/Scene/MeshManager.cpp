@@ -15,6 +15,7 @@ constexpr Magnum::UnsignedInt NoGroup = ~Magnum::UnsignedInt{};
 }
 
 MeshManager::MeshManager(std::size_t capacity): ComponentManager{"mesh", capacity} {
+    hideWithObjects();
     arrayAppend(_keys, Key{0, false});
     arrayAppend(_groups, Magnum::UnsignedInt{0});
 }

@@ -30,6 +30,7 @@ void NameManager::setName(Id object, Corrade::Containers::StringView name) {
         _names.setSize(object + 1);
     }
     _names.set(object, name);
+    ++_revision;
 }
 
 }

@@ -15,7 +15,9 @@ TextManager::TextManager(std::size_t capacity):
     ComponentManager{"text", capacity, 1, [](ComponentManager& manager, Id component) {
                          StringArray& texts = static_cast<TextManager&>(manager)._texts;
                          if(component < texts.size()) texts.set(component, {});
-                     }} {}
+                     }} {
+    hideWithObjects();
+}
 
 void TextManager::allocate(std::size_t components, std::size_t textCapacity) {
     ComponentManager::allocate(components);

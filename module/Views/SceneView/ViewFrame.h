@@ -5,6 +5,10 @@
 
 namespace VantrelEngine {
 
+// Colour attachments of the framebuffer that holds what the view has drawn.
+constexpr Magnum::UnsignedInt PictureAttachment = 0;
+constexpr Magnum::UnsignedInt ObjectIdAttachment = 1;
+
 // Where the picture of the view is, and how large.
 struct ViewFrame {
     // Of its top left corner, window points.
@@ -13,6 +17,8 @@ struct ViewFrame {
     Magnum::Vector2i size;
     // Framebuffer pixels.
     Magnum::Vector2i framebufferSize;
+    // Framebuffer pixels per window point, as they were when the framebuffer was made.
+    Magnum::Vector2 pixelsPerPoint{1.0f};
     // The window of the view is hovered, and nothing in it is.
     bool isHovered = false;
 };
@@ -30,5 +36,10 @@ struct FramebufferLimits {
 // A scale that is no positive number counts as 1.
 Magnum::Vector2i framebufferSize(
     const Magnum::Vector2i& size, const Magnum::Vector2& scale, const FramebufferLimits& limits);
+
+// Pixels per point of a framebuffer that was made for a size in points: the scale, where it is as large as the scale makes
+// it, and else what it has.
+Magnum::Vector2 pixelsPerPoint(
+    const Magnum::Vector2i& framebufferSize, const Magnum::Vector2i& size, const Magnum::Vector2& scale);
 
 } // namespace VantrelEngine

@@ -9,6 +9,7 @@
 #include <Magnum/Math/Vector3.h>
 
 #include <Vantrel/EditorData/EditorSceneData.h>
+#include <Vantrel/EditorData/ObjectMarks.h>
 #include <Vantrel/EngineData/BitSetView.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <Vantrel/EngineData/ResourceManager.h>
@@ -53,12 +54,23 @@ public:
     // The selected objects of the main scene, by id. Constant time, but that the first one is searched 64 ids a step.
     // An id that no object has is selected by no function, the root neither.
     BitSetView selection() const { return _selection; }
-    // With additive set, the others stay selected.
+    // With additive set, the others stay selected. A locked object is not selected.
     void selectObject(Id object, bool additive);
     void deselectObject(Id object);
     bool isSelected(Id object) const { return _selection.isSet(object); }
     // The one of the least id.
     std::optional<Id> firstSelectedObject() const;
+
+    // How many objects selectObject() was asked for since the last call that are locked, and the last one of them.
+    struct Refused {
+        std::size_t count = 0;
+        Id object = NoObject;
+    };
+    Refused takeRefused();
+
+    // What is hidden or locked.
+    ObjectMarks& marks() { return _marks; }
+    const ObjectMarks& marks() const { return _marks; }
 
     // Where the editor's camera looks, degrees. Pitch in [-90, 90], yaw in (-360, 360). At first towards the origin from
     // (3, 3, 3).
@@ -80,6 +92,8 @@ private:
     EditorSceneData _scene;
     std::array<Magnum::UnsignedLong, BitSetView::wordCount(MaxObjects + 1)> _selectionWords{};
     BitSetView _selection;
+    ObjectMarks _marks;
+    Refused _refused;
 };
 
 } // namespace VantrelEngine

@@ -17,7 +17,7 @@ class DynamicSceneGraph;
 // The components of one type in one scene: one array a field. What a manager of a type adds is its fields.
 //
 // A component is known by its id, which it keeps for life. Its fields stand in a slot, which changes: the slots are
-// dense, those of active components come first, and among these the components of one group are contiguous. (Most
+// dense, those of active components that are not hidden come first, and among these the components of one group are contiguous. (Most
 // managers have one group.) Where the slots are needed, what changed since then is put in its place: k changes among g
 // groups cost k g moves of one component, and never more than one pass over all components.
 //
@@ -35,6 +35,7 @@ public:
 
     // Components, active or not.
     std::size_t size() const { return _size; }
+    // Those that are active and not hidden.
     std::size_t numActiveComponents() const { return _activeCount; }
     // Components that were reserved or are in use.
     std::size_t capacity() const { return _capacity; }
@@ -66,10 +67,14 @@ public:
     void setActive(Id component, bool active);
     void activate(Id component) { setActive(component, true); }
 
+    // Whether components of this type go away with a hidden object (DynamicSceneGraph::setHidden()): those that are seen do.
+    bool hidesWithObject() const { return _hidesWithObject; }
+
     // The component's slot. Valid until a component is added, deleted, activated, deactivated or regrouped.
     Id toIndex(Id component) const;
 
-    // By slot: the components, and the objects that they belong to. The first numActiveComponents() are active. Valid as
+    // By slot: the components, and the objects that they belong to. The first numActiveComponents() are active and not
+    // hidden. Valid as
     // long as slots are.
     Corrade::Containers::ArrayView<const Id> components() const { return settled(_ids); }
     Corrade::Containers::ArrayView<const Id> objects() const { return settled(_objects); }
@@ -121,6 +126,9 @@ protected:
         Corrade::Containers::StringView name, std::size_t capacity, std::size_t groups = 1, Forget forget = nullptr);
     ~ComponentManager();
 
+    // For managers of what is seen; before the first component.
+    void hideWithObjects() { _hidesWithObject = true; }
+
     // The component's slot as it is, without putting anything in its place. For access to fields.
     std::size_t slot(Id component) const { return record(component).slot; }
 
@@ -151,7 +159,10 @@ private:
         Id slot;
         bool isAlive;
         bool isActive;
+        bool isHidden;
         bool isPending;
+
+        bool isUsed() const { return isActive && !isHidden; }
     };
 
     const Record& record(Id component) const {
@@ -164,6 +175,8 @@ private:
     }
 
     void grow(std::size_t capacity);
+    void setHidden(Id component, bool hidden);
+    void setUse(Id component, bool active, bool hidden);
     Id takeId();
     void freeId(Id component);
     // Deletes the component; the object's list is the caller's business.
@@ -183,6 +196,7 @@ private:
     Forget _forget;
     DynamicSceneGraph* _graph = nullptr;
     Magnum::UnsignedByte _graphIndex = 0;
+    bool _hidesWithObject = false;
 
     std::size_t _capacity = 0;
     std::size_t _size = 0;

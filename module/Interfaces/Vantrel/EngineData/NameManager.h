@@ -30,8 +30,12 @@ public:
     // Amortised constant time a byte. The size grows where the id is beyond it. Expects an id below 65,535.
     void setName(Id object, Corrade::Containers::StringView name);
 
+    // Another number after each name that was set.
+    Magnum::UnsignedInt revision() const { return _revision; }
+
 private:
     StringArray _names;
+    Magnum::UnsignedInt _revision = 0;
 };
 
 }

@@ -72,7 +72,7 @@ void FrameRenderer::drawObjectIds(const FrameInput& input) {
     GL::Framebuffer& target = _framebuffers.resolved();
     RendererState::objectIds().apply();
     target.bind();
-    target.mapForDraw(GL::Framebuffer::ColorAttachment{ViewFramebuffers::ObjectIdAttachment});
+    target.mapForDraw(GL::Framebuffer::ColorAttachment{ObjectIdAttachment});
     GL::Renderer::setClearColor(Color4{1.0f, 1.0f});
     target.clear(ColorAndDepth);
     input.renderer.drawObjectIds(input.camera.views(), input.camera.view(), input.data.scene().main());
@@ -134,7 +134,7 @@ void FrameRenderer::resolve() {
     GL::Framebuffer& from = _framebuffers.multisampled();
     GL::Framebuffer& to = _framebuffers.resolved();
     from.mapForRead(GL::Framebuffer::ColorAttachment{0});
-    to.mapForDraw(GL::Framebuffer::ColorAttachment{ViewFramebuffers::ColorAttachment});
+    to.mapForDraw(GL::Framebuffer::ColorAttachment{PictureAttachment});
     GL::AbstractFramebuffer::blit(from, to, {{}, _framebuffers.size()}, GL::FramebufferBlit::Color);
 }
 

@@ -83,7 +83,7 @@ void ViewFramebuffers::createResolved() {
     _framebuffer = framebuffer(_size, "SceneView FB");
     _color = texture(GL::TextureFormat::RGBA8, _size, "SceneView FB color");
     _depth = renderbuffer(0, GL::RenderbufferFormat::Depth24Stencil8, _size, "SceneView FB depth");
-    _framebuffer.attachTexture(GL::Framebuffer::ColorAttachment{ColorAttachment}, _color, 0)
+    _framebuffer.attachTexture(GL::Framebuffer::ColorAttachment{PictureAttachment}, _color, 0)
         .attachRenderbuffer(GL::Framebuffer::BufferAttachment::DepthStencil, _depth);
     // A GL need not render to three channels; then there are four.
     for(const GL::TextureFormat format: {GL::TextureFormat::RGB8, GL::TextureFormat::RGBA8}) {

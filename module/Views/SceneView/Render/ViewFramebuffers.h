@@ -13,10 +13,6 @@ namespace VantrelEngine {
 // mask of what is selected, multisampled and resolved.
 class ViewFramebuffers {
 public:
-    // Attachments of the resolved framebuffer.
-    static constexpr Magnum::UnsignedInt ColorAttachment = 0;
-    static constexpr Magnum::UnsignedInt ObjectIdAttachment = 1;
-
     // What the GL allows, and how many pixels it can be expected to find memory for: each takes about 50 bytes,
     // and as many again for a renderer that draws with bloom.
     static FramebufferLimits limits();

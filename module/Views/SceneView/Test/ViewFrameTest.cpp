@@ -47,6 +47,14 @@ TEST(ViewFrameTest, tooManyPixelsKeepTheirShape) {
     EXPECT_EQ(framebufferSize({1, 4096}, Vector2{1.0f}, {4096, 100}), (Vector2i{1, 100}));
 }
 
+TEST(ViewFrameTest, pixelsPerPoint) {
+    EXPECT_EQ(pixelsPerPoint({400, 300}, {400, 300}, Vector2{1.0f}), Vector2{1.0f});
+    EXPECT_EQ(pixelsPerPoint({601, 451}, {401, 301}, Vector2{1.5f}), Vector2{1.5f});
+    EXPECT_EQ(pixelsPerPoint({400, 300}, {400, 300}, {-1.0f, NaN}), Vector2{1.0f});
+    // One that is smaller than the scale would have it.
+    EXPECT_EQ(pixelsPerPoint({4096, 300}, {8192, 300}, {2.0f, 1.0f}), (Vector2{0.5f, 1.0f}));
+}
+
 TEST(FrameClockTest, frames) {
     FrameClock clock;
     clock.start(1.0e6);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <VantrelHost/FileFingerprint.h>
 
 #include "Data/JournalFile.h"
@@ -21,7 +22,7 @@ class StepLog;
 // Keeps the steps of a project in a file beside it, so that they outlive the process. See docs/journal.md.
 //
 // Where the file cannot be written, that is said once, and tried again later: the project can be edited all the same.
-class Journal {
+class CORRADE_VISIBILITY_EXPORT Journal {
 public:
     // All of them outlive the journal.
     explicit Journal(FileCalls& calls, const ChangeManager& changes, StepLog& steps):

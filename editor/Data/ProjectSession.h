@@ -87,6 +87,10 @@ public:
     };
     // Begins the journal of the project, which was opened or begun just now and is compiled.
     void beginJournal(EarlierSteps steps);
+    // What lies beside a project, whichever it is. Not of the one that is open here.
+    FoundJournal findJournal(const std::string& project) const;
+    // What a journal without a file calls its project.
+    static std::string untitledProject(const std::string& workingFolder);
     // Puts the project in place that a journal without a file is about: one that was never saved, from its working folder.
     // Returns an empty text, or one line; the project is a new one then.
     std::string recoverUntitled(const std::string& workingFolder);

@@ -53,10 +53,9 @@ Recovery::Lost Recovery::lost() const {
     Lost lost;
     lost.count = std::size_t(after.steps.end() - made) +
         (before.position > inEffect ? before.position - inEffect : inEffect - before.position);
-    if(after.steps.empty()) return lost;
-    const ReadStep& last = _lines[after.steps.back()].entry.step;
-    lost.lastName = last.name;
-    lost.lastTime = last.time;
+    for(auto line = after.steps.end(); line != made && lost.names.size() != MaxNames;)
+        lost.names.push_back(_lines[*--line].entry.step.name);
+    if(made != after.steps.end()) lost.time = _lines[after.steps.back()].entry.step.time;
     return lost;
 }
 

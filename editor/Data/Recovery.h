@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 #include "Data/JournalEntry.h"
 
 namespace VantrelEngine {
@@ -20,7 +22,7 @@ struct RecoveredStep {
 };
 
 // What a journal has of a project, and how it is brought back.
-class Recovery {
+class CORRADE_VISIBILITY_EXPORT Recovery {
 public:
     // Of the text of a journal. Of one that is damaged, what stands before the damage counts.
     explicit Recovery(std::string_view text);
@@ -34,12 +36,12 @@ public:
 
     // The following of the place that was found, or of the begin of the journal.
 
-    // The steps that were made, undone or made again since, with the name of the last one that was made and its time, in
-    // seconds since 1970.
+    // The steps that were made, undone or made again since; of those that were made the names of some, the last one first,
+    // and the time of that, in seconds since 1970.
     struct Lost {
         std::size_t count = 0;
-        std::string lastName;
-        std::int64_t lastTime = 0;
+        std::vector<std::string> names;
+        std::int64_t time = 0;
     };
     Lost lost() const;
 
@@ -56,6 +58,8 @@ public:
     std::uint64_t checksum() const { return _checksum; }
 
 private:
+    static constexpr std::size_t MaxNames = 5;
+
     struct Line {
         JournalEntry entry;
         std::size_t size;

@@ -14,8 +14,6 @@ using namespace Corrade;
 
 namespace {
 
-// Of a project that has none, in its working folder.
-constexpr const char* UntitledName = "/project.json";
 constexpr int MaxAside = 1000;
 
 void warn(const std::string& path, const std::string& text) { Utility::Warning{} << (path + ": " + text).data(); }
@@ -39,13 +37,21 @@ const Journal* ProjectSession::journal() const { return _journal->isOn() ? _jour
 
 std::string ProjectSession::journaledProject() const {
     if(!_store.path().empty()) return _store.path();
-    return _workingFolder ? _workingFolder->path() + UntitledName : std::string{};
+    return _workingFolder ? untitledProject(_workingFolder->path()) : std::string{};
+}
+
+FoundJournal ProjectSession::findJournal(const std::string& project) const {
+    return VantrelEngine::findJournal(project, _calls);
+}
+
+std::string ProjectSession::untitledProject(const std::string& workingFolder) {
+    return workingFolder + "/project.json";
 }
 
 void ProjectSession::beginJournal(EarlierSteps steps) {
     const std::string project = journaledProject();
     if(!_keepsJournals || project.empty()) return;
-    FoundJournal found = findJournal(project, _calls);
+    FoundJournal found = findJournal(project);
     using State = FoundJournal::State;
     if(found.state == State::InUse) {
         _store.keep(project, "it is open in another editor");
@@ -101,7 +107,7 @@ std::string ProjectSession::recoverUntitled(const std::string& workingFolder) {
 }
 
 std::string ProjectSession::recoverCopy(const std::string& path, const std::string& copy) {
-    FoundJournal found = findJournal(path, _calls);
+    FoundJournal found = findJournal(path);
     if(found.state != FoundJournal::State::Stale || found.project.empty())
         return journalPath(path) + ": what the journal belongs to is not there any more";
     ReadProject read = readProject(found.project);

@@ -113,6 +113,8 @@ void WorkingFolder::removeAbandoned() {
     }
 }
 
+void WorkingFolder::discard(const std::string& abandoned) { WorkingFolder{abandoned}; }
+
 std::vector<std::string> WorkingFolder::abandonedProjects() {
     std::vector<std::pair<fs::file_time_type, std::string>> found;
     std::error_code error;

@@ -32,6 +32,8 @@ public:
     CORRADE_VISIBILITY_EXPORT static void removeAbandoned();
     // The folders of projects that were left behind, the last one first.
     CORRADE_VISIBILITY_EXPORT static std::vector<std::string> abandonedProjects();
+    // Removes one of them, unless somebody has taken it over.
+    CORRADE_VISIBILITY_EXPORT static void discard(const std::string& abandoned);
 
 private:
     std::string _path;

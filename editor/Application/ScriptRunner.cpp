@@ -124,7 +124,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), false, false); return drawn({});
     case ScriptVerb::Clipboard: ImGui::SetClipboardText(argument.data()); return {};
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
-    case ScriptVerb::Focus: _editor.input().setWindowFocus(numbers[0] != 0.0); return drawn({});
+    case ScriptVerb::Focus: _editor.setFocus(numbers[0] != 0.0); return drawn({});
     case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
     case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});

@@ -32,6 +32,14 @@ std::string selection(Editor& editor) {
     return text;
 }
 
+std::string marks(Editor& editor) {
+    std::string text;
+    const ObjectMarks& marks = editor.session().data().marks();
+    for(const std::string& id: marks.ids(ObjectMark::Hidden)) text += "hidden " + id + '\n';
+    for(const std::string& id: marks.ids(ObjectMark::Locked)) text += "locked " + id + '\n';
+    return text;
+}
+
 std::string undo(Editor& editor) {
     std::string text;
     const ChangeManager& changes = editor.session().changes();
@@ -81,6 +89,7 @@ std::string clipboard() {
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
+    if(kind == "marks") return marks(editor);
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);

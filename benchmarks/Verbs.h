@@ -76,6 +76,12 @@ void idle(std::size_t count);
 // The outline of so many selected objects, up to a width in pixels, beside plain passes over the picture.
 void outline(std::size_t count, std::size_t selected, const Magnum::Vector2i& size, double width, const Budget& budget);
 
+// A click on an object of a picture that is done.
+void pick(std::size_t count, const Budget& budget);
+
+// A box over all of the picture, beside a bare readback of the ids with one pass of a bit set over them.
+void box(std::size_t count, const Magnum::Vector2i& size, const Budget& budget);
+
 // The glow of a kernel's size and number of passes, at least 3, beside plain blurs; and how its time grows with both.
 void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budget& budget);
 

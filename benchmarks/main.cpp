@@ -153,6 +153,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
             arguments.outlineWidth, arguments.budget());
     });
+    addProjectVerb(app, arguments, "pick", "Clicking on an object").callback([&] {
+        VantrelBench::pick(arguments.count, arguments.budget());
+    });
+    CLI::App& box = addProjectVerb(app, arguments, "box", "Selecting all objects of a picture with a box");
+    addSize(box, arguments);
+    box.callback([&] { VantrelBench::box(arguments.count, arguments.size(), arguments.budget()); });
     CLI::App& bloom = *app.add_subcommand("bloom", "The glow around what is bright");
     addSeconds(bloom, arguments);
     bloom.add_option("KERNEL", arguments.kernelSize, "Size of the kernel")

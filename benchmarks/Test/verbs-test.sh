@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame shadow idle outline bloom resize startup hotreload import; do
+        reload frame shadow idle outline pick box bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -180,6 +180,10 @@ view_verbs() {
         is_exactly selected blits 2
         is_exactly selected clears 3
     fi
+    runs pick 256
+    judges objects exponent 0.2
+    runs box 256 128 128
+    judges beside_bare_readback ratio 3
     runs bloom 9 3 96 64
     judges pass_beside_bare_blur ratio 1.5
     judges passes exponent 1.15

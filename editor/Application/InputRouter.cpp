@@ -47,12 +47,12 @@ void InputRouter::warpTo(const Vector2& position) {
     _interface.moveTo(position);
 }
 
-void InputRouter::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+void InputRouter::setButton(MouseButton button, bool isDown, unsigned modifiers, bool isForView) {
     _interface.setKey(NoKey, false, _modifiers | modifiers);
     _interface.setButton(int(button), isDown);
     const MouseEvent event{button, wholePoints(_position), _modifiers | modifiers};
     if(isDown)
-        _delivery.pressButton(event, _focus.isViewHovered && !_focus.isBlocked);
+        _delivery.pressButton(event, isForView && isOverView());
     else
         _delivery.releaseButton(event);
 }

@@ -42,8 +42,10 @@ public:
     void moveTo(const Magnum::Vector2& position);
     // The cursor was put there without having been moved: no way to tell anybody.
     void warpTo(const Magnum::Vector2& position);
-    // The modifiers add to the keys that are held.
-    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
+    // The modifiers add to the keys that are held. A press that the view must not see is the UI library's alone.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0, bool isForView = true);
+    // Whether the view sees a press now.
+    bool isOverView() const { return _focus.isViewHovered && !_focus.isBlocked; }
     void scroll(const Magnum::Vector2& offset, unsigned modifiers = 0);
     // Returns the command whose shortcut the key is; the view does not hear of it then.
     std::optional<Command> setKey(int key, bool isDown, bool isRepeated);

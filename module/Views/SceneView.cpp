@@ -68,6 +68,7 @@ SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::
 
 SceneView::~SceneView() {
     if(!_editor) return;
+    _drop.leave(_editor->state());
     _gizmo.endDrag(_editor->state());
     _editor->state().sceneViewFramebuffer = nullptr;
 }
@@ -129,10 +130,15 @@ void SceneView::stateSaved() {
 
 void SceneView::draw() {
     Platform& platform = *_editor->state().platform;
-    _clock.tick(platform.now());
+    const Double begin = platform.now();
+    _clock.tick(begin);
+    PassStatistics& reload = _editor->state().statistics.pass(FramePass::Reload);
+    reload = {};
     if(_reload.isDue(_data->scene().revisions())) {
         reloadRuntime();
-        _clock.skip(platform.now());
+        const Double end = platform.now();
+        _clock.skip(end);
+        reload.milliseconds = float((end - begin) * 1000.0);
     }
     _gizmo.beginFrame();
 
@@ -151,9 +157,11 @@ void SceneView::draw() {
         showImage();
         moveWithGizmo();
         showBox();
+        takeDrops();
     } else {
         _frame.isHovered = false;
         _gizmo.endDrag(_editor->state());
+        _drop.leave(_editor->state());
     }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
@@ -163,12 +171,18 @@ void SceneView::draw() {
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
     letGo();
+    _drop.leave(_editor->state());
 }
 
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
     _gizmo.endDrag(_editor->state());
+}
+
+void SceneView::takeDrops() {
+    _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
+        _navigation.state().orbitDistance});
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -238,9 +252,6 @@ void SceneView::renderScene() {
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
-    state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
-        std::uint32_t(_renderer->drawnShadowCasters())};
 
     showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
@@ -249,9 +260,11 @@ void SceneView::renderScene() {
 void SceneView::showToolbar() {
     SharedState& state = _editor->state();
     const CameraState& camera = _navigation.state();
+    const Range2D window =
+        Range2D::fromSize(UserInterface::vector(ImGui::GetWindowPos()), UserInterface::vector(ImGui::GetWindowSize()));
     const ToolbarResult result = drawToolbar({_gizmo.settings(), camera.flySpeed, camera.flySpeedMin,
                                                  camera.flySpeedMax, hasPhysics(*_data), state.isSimulating()},
-        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+        window);
     _navigation.setFlySpeed(result.flySpeed);
     const GizmoSettings& chosen = result.gizmo;
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)

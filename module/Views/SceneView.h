@@ -8,6 +8,7 @@
 
 #include "Views/EditorView.h"
 #include "Views/SceneView/Camera/CameraNavigation.h"
+#include "Views/SceneView/Drop/DropTarget.h"
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
@@ -59,6 +60,7 @@ private:
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void takeDrops();
     void showBox();
     void showLegend();
     Corrade::Containers::StringView pointedName();
@@ -93,6 +95,7 @@ private:
     Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;
+    DropTarget _drop;
     Magnum::UnsignedInt _projectSeen = 0;
     RenderMode _renderMode = RenderMode::Shaded;
     bool _isVisible = false;

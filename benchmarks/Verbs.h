@@ -42,6 +42,10 @@ void undo(std::size_t count, std::size_t dragged, const Budget& budget);
 // Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);
 
+// Duplicating so many objects, each alone, until they are in the scene and selected. The project has at most half of the
+// objects that one can have.
+void duplicateObjects(std::size_t count, std::size_t duplicated, const Budget& budget);
+
 // So many objects moved below other parents, one by one in one group: recording, and apart from it compiling.
 void reparent(std::size_t count, std::size_t moved, const Budget& budget);
 
@@ -69,6 +73,9 @@ void frameLights(std::size_t count, const Magnum::Vector2i& size, std::size_t li
 
 // The shadow maps of a sun with so many cascades: what is drawn into them at first, when nothing and when one moved.
 void shadow(std::size_t count, std::size_t cascades);
+
+// The key that brings what is selected into view, with all of a project selected, on one topology or on "all".
+void frameSelection(std::size_t count, const std::string& topology, const Budget& budget);
 
 // What happens when nothing does.
 void idle(std::size_t count);

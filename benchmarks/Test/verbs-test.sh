@@ -111,6 +111,9 @@ project_verbs() {
     judges deleted exponent 1.15
     grep -q in_document_order <<<"$lines" || fail "nothing is deleted in the order of the document"
     judges one moves 1.5
+    runs duplicate 300 50
+    judges flat_duplicated exponent 1.15
+    judges tree_duplicated exponent 1.15
     runs reparent 300 50
     for topology in chain random; do
         judges ${topology}_objects exponent 0.4
@@ -171,6 +174,9 @@ view_verbs() {
         holds one_object_moved uploaded_bytes
         grep -qE '"case":"one_object_moved","uploaded_bytes":[1-9]' <<<"$lines" || fail "no upload is counted: $lines"
     fi
+    runs frame_selection 64 chain
+    judges chain_mixed exponent 1.15
+    judges chain_without_meshes exponent 1.15
     runs outline 64 5 96 64 9
     judges step_beside_bare_pass ratio 1.6
     if [ "$counts" -ne 0 ]; then

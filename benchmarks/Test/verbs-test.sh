@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
-        reload frame shadow idle outline bloom resize startup hotreload import; do
+        reload frame shadow idle outline pick box bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -111,6 +111,9 @@ project_verbs() {
     judges deleted exponent 1.15
     grep -q in_document_order <<<"$lines" || fail "nothing is deleted in the order of the document"
     judges one moves 1.5
+    runs duplicate 300 50
+    judges flat_duplicated exponent 1.15
+    judges tree_duplicated exponent 1.15
     runs reparent 300 50
     for topology in chain random; do
         judges ${topology}_objects exponent 0.4
@@ -171,6 +174,9 @@ view_verbs() {
         holds one_object_moved uploaded_bytes
         grep -qE '"case":"one_object_moved","uploaded_bytes":[1-9]' <<<"$lines" || fail "no upload is counted: $lines"
     fi
+    runs frame_selection 64 chain
+    judges chain_mixed exponent 1.15
+    judges chain_without_meshes exponent 1.15
     runs outline 64 5 96 64 9
     judges step_beside_bare_pass ratio 1.6
     if [ "$counts" -ne 0 ]; then
@@ -180,6 +186,10 @@ view_verbs() {
         is_exactly selected blits 2
         is_exactly selected clears 3
     fi
+    runs pick 256
+    judges objects exponent 0.2
+    runs box 256 128 128
+    judges beside_bare_readback ratio 3
     runs bloom 9 3 96 64
     judges pass_beside_bare_blur ratio 1.5
     judges passes exponent 1.15

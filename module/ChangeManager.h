@@ -127,6 +127,9 @@ public:
     // Undoes what was recorded since, and forgets it: what can be redone, and what counts as saved, is as it was before.
     // Nothing where no trial is under way; aborts while a group is open.
     void dropTrial();
+    // Undoes, and forgets, what of the trial was recorded behind the record of this index; the trial goes on. Aborts while
+    // a group is open, without a trial, and for an index before the trial's.
+    void rewindTrial(std::int32_t lastChange);
     Trial trial() const { return _trial; }
 
     // Closes the open group and announces its changes in the order of the log.
@@ -159,6 +162,10 @@ public:
     // Whether the document differs from the state that was marked (at first, from
     // the state without changes).
     bool hasUnsavedChanges() const { return !_markIsValid || _markedChange != _lastChange; }
+    // The last change in effect in that state (-1: none); none where undo and redo do not lead to it.
+    std::optional<std::int32_t> savedChange() const {
+        return _markIsValid ? std::optional<std::int32_t>{_markedChange} : std::nullopt;
+    }
 
 private:
     // The records that a merge may find: those of one group that end the log.

@@ -1,5 +1,6 @@
 #include "Application/Editor.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <Corrade/Utility/Debug.h>
@@ -10,13 +11,16 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
 #include "Application/RecentFiles.h"
+#include "Data/StepWalk.h"
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -50,9 +54,11 @@ ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled)
     return {text, progress.fraction, canBeCancelled};
 }
 
-bool isView(const ImGuiWindow* window) {
-    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+bool isWindow(const ImGuiWindow* window, const char* title) {
+    return window && Containers::StringView{window->RootWindow->Name} == title;
 }
+
+bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 } // namespace
 
@@ -95,6 +101,8 @@ void Editor::closeView() {
 }
 
 std::string Editor::reloadView(const std::string& moduleFile) {
+    if(isGestureUnderWay()) return "The view is not reloaded while something is dragged";
+    dropPreview();
     if(!_loader.module()) {
         if(!moduleFile.empty()) _loader.setFile(moduleFile);
         return loadView();
@@ -128,6 +136,8 @@ void Editor::opened(const OpenedProject& opened, const std::string& path) {
 }
 
 std::string Editor::save(const std::string& path, bool overwritesRepaired) {
+    if(isGestureUnderWay()) return path + ": nothing is saved while something is dragged";
+    dropPreview();
     const std::string absolute = absolutePath(path);
     std::string error =
         _session->save(absolute, overwritesRepaired ? ProjectStore::Repaired::Overwrite : ProjectStore::Repaired::Keep);
@@ -148,12 +158,17 @@ void Editor::import(const std::string& path) {
 }
 
 bool Editor::finishImports() {
-    bool isWhole = true;
-    for(const ImportResult& result: _imports.finish()) {
-        showImported(result);
-        if(!result.inserted.error.empty()) isWhole = false;
-    }
-    return isWhole;
+    updateSteps();
+    const std::vector<ImportResult> results = _imports.finish();
+    showImported(results);
+    return std::all_of(
+        results.begin(), results.end(), [](const ImportResult& result) { return result.inserted.error.empty(); });
+}
+
+void Editor::showImported(const std::vector<ImportResult>& results) {
+    if(results.empty()) return;
+    updateSteps(results);
+    for(const ImportResult& result: results) showImported(result);
 }
 
 void Editor::showImported(const ImportResult& result) {
@@ -170,15 +185,47 @@ void Editor::showError(const std::string& line) {
     requestFrames();
 }
 
+// A step is called after the file that it came from.
+void Editor::updateSteps(const std::vector<ImportResult>& imported) {
+    std::vector<std::string> names;
+    for(const ImportResult& result: imported)
+        if(result.inserted.error.empty()) names.push_back("Import " + fs::path{result.source}.filename().string());
+    _session->steps().update(names);
+}
+
+bool Editor::isGestureUnderWay() {
+    const ChangeManager& changes = _session->changes();
+    return changes.trial() == Trial::Gesture || changes.group() >= 0;
+}
+
+// What is only shown ends with whatever the user does next. Whether there was any of it.
+bool Editor::dropPreview() {
+    if(_session->changes().trial() != Trial::Preview) return false;
+    _session->changes().dropTrial();
+    return true;
+}
+
+void Editor::goTo(std::size_t step) {
+    if(isBlocked() || isGestureUnderWay() || dropPreview()) return;
+    goToStep(*_session, step);
+    requestFrames();
+}
+
 void Editor::perform(Command command) {
     // Whoever leaves does not wait for what takes long.
     if(command == Command::Quit && _imports.isOpening()) _imports.giveUp();
     if(isBlocked()) return;
-    ChangeManager& changes = _session->changes();
-    _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());
     requestFrames();
-    // While a gesture is under way its changes belong together.
-    const bool isEditing = changes.group() >= 0;
+    if(!isGestureUnderWay()) return performNow(command);
+    // Its changes belong together. Whoever leaves is asked in any case.
+    if(command == Command::Quit || command == Command::Help) performNow(command);
+}
+
+void Editor::performNow(Command command) {
+    const bool wasPreviewed = command != Command::Help && dropPreview();
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    updateSteps();
+    const std::size_t step = _session->steps().position();
     switch(command) {
     case Command::New: return _dialogs.startNew();
     case Command::Open: return _dialogs.chooseAndOpen();
@@ -189,11 +236,20 @@ void Editor::perform(Command command) {
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
     case Command::ResetLayout: _settings.panes = {}; return _panels.panes().reset();
     case Command::Undo:
-        if(!isEditing && changes.canUndo()) changes.undoLast();
+        if(!wasPreviewed && step) goTo(step - 1);
         return;
     case Command::Redo:
-        if(!isEditing && changes.canRedo()) changes.redoLast();
+        if(!wasPreviewed) goTo(step + 1);
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -203,19 +259,34 @@ void Editor::perform(Command command) {
 }
 
 void Editor::setKey(int key, bool isDown, bool isRepeated) {
+    // What is selected now is what the key acts on.
+    if(isDown && !isBlocked()) updateSteps();
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
+}
+
 void Editor::dropFile(const std::string& file, const Vector2& position) {
+    requestFrames();
+    if(isProjectPath(file)) return openAsked(file);
     _drop.add(file, position);
+}
+
+void Editor::hold(const std::string& type, const std::string& text) {
+    _input.holdForInterface(true);
+    _held.take(type, text);
     requestFrames();
 }
 
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
-    if(file.empty()) return;
-    if(isProjectPath(file)) return openAsked(file);
-    import(file);
+    if(!file.empty()) import(file);
 }
 
 void Editor::runActions() {
@@ -264,15 +335,23 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening)
-        for(const ImportResult& result: _imports.update(_isReplayed ? Endless : OpeningStep)) showImported(result);
+    // What is dropped just now goes into the project as it is.
+    if(!_opening && !_drop.isPlaying()) {
+        if(!_imports.isCompiling()) updateSteps();
+        showImported(_imports.update(_isReplayed ? Endless : OpeningStep));
+    }
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
-    if(!isCompiling) _session->update();
+    if(!isCompiling) {
+        _session->update();
+        updateSteps();
+    }
     _thumbnails.beginFrame();
+    _pictures.update(_isReplayed);
     _session->editor().state().wantsFrame = false;
+    _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 
-    _drop.beginFrame(_input);
+    _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
@@ -288,6 +367,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
     if(_command) perform(*_command);
     _command.reset();
+    if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
     if(!isBlocked()) runActions();
     makeThumbnail(framebuffer);
 }
@@ -304,7 +384,7 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -321,6 +401,7 @@ void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
     for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
+    _held.draw();
     if(_loader.module()) _loader.module()->draw();
 }
 
@@ -339,14 +420,18 @@ void Editor::drawImport() {
 
 void Editor::drawMenu() {
     MenuState state;
-    state.canUndo = _session->changes().canUndo();
-    state.canRedo = _session->changes().canRedo();
+    const StepLog& steps = _session->steps();
+    const std::size_t step = steps.position();
+    state.undo = step ? &steps.steps()[step - 1].name : nullptr;
+    state.redo = step != steps.steps().size() ? &steps.steps()[step].name : nullptr;
     state.title = title();
     state.recentFiles = &_settings.recentFiles;
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -361,7 +446,7 @@ void Editor::drawStatus() {
     status.frameTime = _frameTime * 1000.0;
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
-    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
 }
 
@@ -369,7 +454,9 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);
@@ -385,7 +472,9 @@ bool Editor::isMoving() const {
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
+bool Editor::wantsFrame() const {
+    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+}
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

@@ -4,17 +4,20 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Magnum/GL/GL.h>
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/FilePictures.h>
 #include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
 #include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
+#include "Application/HeldThing.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
 #include "Application/ModuleFile.h"
@@ -72,7 +75,11 @@ public:
     InputRouter& input() { return _input; }
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
+    // A button; the modifiers add to the keys that are held.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
+    // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
+    void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
 
     // Releases what the view takes for held.
@@ -105,6 +112,12 @@ private:
 
     void initView();
     void closeView();
+    void updateSteps(const std::vector<ImportResult>& imported = {});
+    bool isGestureUnderWay();
+    bool dropPreview();
+    // Undoes or redoes until so many steps are in effect.
+    void goTo(std::size_t step);
+    void performNow(Command command);
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
@@ -112,6 +125,7 @@ private:
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
     void drawScene();
+    void showImported(const std::vector<ImportResult>& results);
     void showImported(const ImportResult& result);
     void drawImport();
     void drawPanels();
@@ -132,16 +146,20 @@ private:
     std::unique_ptr<ProjectSession> _session;
     ImportQueue _imports;
     Thumbnails _thumbnails;
+    FilePictures _pictures;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
+    HeldThing _held;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
+    // When the menu for it was opened last.
+    bool _clipboardHasObjects = false;
     // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
     std::unique_ptr<ProjectOpening> _opening;
     Magnum::Double _openingBegan = 0.0;

@@ -1,5 +1,7 @@
 #include "Application/EditorPanels.h"
 
+#include <imgui.h>
+
 #include "Data/ProjectSession.h"
 #include "Panels/ObjectList.h"
 
@@ -17,10 +19,12 @@ void drawObjects(EditorData& data) {
 } // namespace
 
 void EditorPanels::draw(const PanelContext& context) {
+    _focused.reset();
     for(const PanelInfo& info: Panels) {
         if(!_panes.isOpen(info.panel)) continue;
         const bool isShown = _panes.begin(info.panel, context.sizes);
         if(isShown && (context.isProjectThere || isAboutTheEditor(info.panel))) drawPanel(info.panel, context);
+        if(isShown && ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows)) _focused = info.panel;
         _panes.end(info.panel);
     }
 }
@@ -30,9 +34,9 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::Objects: return drawObjects(context.session.data());
     case Panel::Inspector: return;
     case Panel::ProjectSettings: return;
-    case Panel::Assets: return;
-    case Panel::Resources: return;
-    case Panel::History: return;
+    case Panel::Assets: return _assets.draw(context.session, context.pictures, context.isReplayed);
+    case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
+    case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
     case Panel::Problems: return;
     case Panel::Statistics: return;

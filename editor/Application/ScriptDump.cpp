@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include <VantrelHost/DocumentWriter.h>
+#include <imgui.h>
 
 #include "Application/Editor.h"
 
@@ -42,6 +43,20 @@ std::string undo(Editor& editor) {
     return text;
 }
 
+std::string history(Editor& editor) {
+    std::string text;
+    const StepLog& log = editor.session().steps();
+    const std::optional<std::size_t> saved = log.savedPosition();
+    std::size_t position = 0;
+    for(const Step& step: log.steps()) {
+        ++position;
+        text += position == log.position() ? '>' : ' ';
+        text += position == saved ? '*' : ' ';
+        text += ' ' + std::to_string(step.end - step.first) + ' ' + step.name + '\n';
+    }
+    return text;
+}
+
 std::string log(Editor& editor) {
     std::string text;
     for(const LogLine& line: editor.log().lines()) text += line.text + '\n';
@@ -56,11 +71,18 @@ std::string statistics(Editor& editor) {
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
 }
 
+std::string clipboard() {
+    const char* const text = ImGui::GetClipboardText();
+    return text ? text : "";
+}
+
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
     if(kind == "undo") return undo(editor);
+    if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
+    if(kind == "clipboard") return clipboard();
     return statistics(editor);
 }
 

@@ -1,5 +1,7 @@
 #include "Application/ScriptRunner.h"
 
+#include <imgui.h>
+
 #include "Application/Editor.h"
 #include "Application/RenderTarget.h"
 #include "Application/ReplayPlatform.h"
@@ -92,11 +94,12 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     }
     case ScriptVerb::Press:
     case ScriptVerb::Release:
-        _editor.input().setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
+        _editor.setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
         return drawn({});
     case ScriptVerb::Scroll: _editor.input().scroll({0.0f, Float(numbers[0])}, command.modifiers); return drawn({});
-    case ScriptVerb::Key:
-    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), command.verb == ScriptVerb::Key, false); return drawn({});
+    case ScriptVerb::Key: _editor.setKey(int(numbers[0]), true, numbers[1] != 0.0); return drawn({});
+    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), false, false); return drawn({});
+    case ScriptVerb::Clipboard: ImGui::SetClipboardText(argument.data()); return {};
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
     case ScriptVerb::Focus: _editor.input().setWindowFocus(numbers[0] != 0.0); return drawn({});
     case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
@@ -113,7 +116,10 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Save: return _editor.save(argument);
     case ScriptVerb::New: _editor.startNew(); return drawn({});
     case ScriptVerb::Edit: return drawn(VantrelTools::Script{_editor.session()}.run(argument));
+    case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
+    case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});
     case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
+    case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);

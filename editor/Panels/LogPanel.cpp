@@ -13,6 +13,7 @@ namespace {
 ImVec4 colorOf(Severity severity) {
     switch(severity) {
     case Severity::Information: break;
+    case Severity::Debug: return ImGui::GetStyleColorVec4(ImGuiCol_TextDisabled);
     case Severity::Warning: return {0.95f, 0.78f, 0.35f, 1.0f};
     case Severity::Error: return {1.0f, 0.48f, 0.42f, 1.0f};
     }

@@ -3,14 +3,17 @@
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
-#include <Vantrel/EngineData/JsonObject.h>
-#include <Vantrel/EngineData/ValueAccess.h>
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
 #include "Views/SceneView/Gizmo/Toolbar.h"
+#include "Views/SceneView/Keys/ObjectActions.h"
+#include "Views/SceneView/ObjectIdReadback.h"
+#include "Views/SceneView/Overlays/Legend.h"
 #include "Views/SceneView/Overlays/SelectionBox.h"
+#include "Views/SceneView/Overlays/TextureOverlay.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
+#include "Views/SceneView/PhysicsSimulation.h"
 #include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
 
@@ -24,7 +27,7 @@ namespace {
 constexpr char Name[] = "Scene View";
 
 // GLFW's.
-constexpr int KeyF = 70, KeyEscape = 256;
+constexpr int KeyEscape = 256;
 
 // Of the distance to what the camera turns about.
 constexpr Float NormalLength = 0.02f;
@@ -65,6 +68,7 @@ SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::
 
 SceneView::~SceneView() {
     if(!_editor) return;
+    _drop.leave(_editor->state());
     _gizmo.endDrag(_editor->state());
     _editor->state().sceneViewFramebuffer = nullptr;
 }
@@ -141,14 +145,18 @@ void SceneView::draw() {
     }
     _isVisible = beginWindow();
     applyMenu();
+    drawTextureOverlay(_renderer->debug(), _renderer->compressedTextureAtlas().statistics());
     if(_isVisible) {
         renderScene();
+        showLegend();
         showImage();
         moveWithGizmo();
         showBox();
+        takeDrops();
     } else {
         _frame.isHovered = false;
         _gizmo.endDrag(_editor->state());
+        _drop.leave(_editor->state());
     }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
@@ -158,12 +166,18 @@ void SceneView::draw() {
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
     letGo();
+    _drop.leave(_editor->state());
 }
 
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
     _gizmo.endDrag(_editor->state());
+}
+
+void SceneView::takeDrops() {
+    _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
+        _navigation.state().orbitDistance});
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -190,8 +204,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    const ViewMenuResult menu = drawViewMenu(_renderMode, _editor->state());
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics(*_data), _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
+    if(menu.togglesSimulation) toggleSimulation();
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
 }
@@ -208,6 +223,7 @@ void SceneView::updateFrozenCulling() {
 }
 
 void SceneView::updateFrameSize() {
+    _frame.origin = UserInterface::wholePoint(ImGui::GetCursorScreenPos());
     const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
@@ -242,17 +258,17 @@ void SceneView::renderScene() {
 void SceneView::showToolbar() {
     SharedState& state = _editor->state();
     const CameraState& camera = _navigation.state();
-    const bool hasPhysics = ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool();
     const Range2D window =
         Range2D::fromSize(UserInterface::vector(ImGui::GetWindowPos()), UserInterface::vector(ImGui::GetWindowSize()));
-    const ToolbarResult result = drawToolbar(
-        {_gizmo.settings(), camera.flySpeed, camera.flySpeedMin, camera.flySpeedMax, hasPhysics, state.isSimulating()},
+    const ToolbarResult result = drawToolbar({_gizmo.settings(), camera.flySpeed, camera.flySpeedMin,
+                                                 camera.flySpeedMax, hasPhysics(*_data), state.isSimulating()},
         window);
     _navigation.setFlySpeed(result.flySpeed);
     const GizmoSettings& chosen = result.gizmo;
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)
         _gizmo.setOperation(chosen.gizmoOperation, chosen.gizmoSpace, state);
     _gizmo.setSettings(chosen);
+    if(result.togglesSimulation) toggleSimulation();
     if(result.isChoiceHovered) _frame.isHovered = false;
     if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
 }
@@ -284,7 +300,6 @@ void SceneView::lookAroundWhileFlying() {
 }
 
 void SceneView::showImage() {
-    _frame.origin = Vector2i{UserInterface::vector(ImGui::GetCursorScreenPos())};
     ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
     switch(_renderMode) {
     case RenderMode::Shaded:
@@ -292,6 +307,24 @@ void SceneView::showImage() {
     case RenderMode::ObjectId: return UserInterface::image(framebuffers.objectIds().id(), Vector2{_frame.size});
     }
     VANTREL_UNREACHABLE("Views/SceneView", 1372);
+}
+
+// The object below the mouse. Reading it waits for the GPU, so that is done only where somebody may want to know.
+Containers::StringView SceneView::pointedName() {
+    if(!_frame.isHovered || _navigation.mode() == NavigationMode::Fly) return {};
+    const Scene& scene = _data->scene().main();
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    const std::vector<Id> objects =
+        readObjectIds(_frameRenderer.framebuffers().resolved(), pixelBelow(mouse, _frame), scene);
+    if(objects.empty() || objects.front() == RootObject) return {};
+    return scene.objectNames.nameOf(objects.front());
+}
+
+void SceneView::showLegend() {
+    const bool showsOverdraw = _editor->state().display(DebugDisplay::Overdraw);
+    const Vector2 origin{_frame.origin};
+    drawLegend({origin, origin + Vector2{_frame.size}}, showsOverdraw,
+        showsOverdraw ? Containers::StringView{} : pointedName());
 }
 
 void SceneView::showBox() {
@@ -329,8 +362,44 @@ void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
 
 void SceneView::keyPressEvent(const KeyEvent& event) {
     if(event.key == KeyEscape && _gizmo.isHeld()) return cancelDrag();
-    _navigation.keyPress(event, _isFocused, *_data);
-    if(event.key == KeyF && !ImGui::IsAnyItemActive()) _navigation.frameSelection(*_data, _camera);
+    const bool isIdle = _navigation.mode() == NavigationMode::Idle;
+    for(const KeyAction action: actionsOf(event, {_isFocused, isIdle, ImGui::IsAnyItemActive(), hasPhysics(*_data)}))
+        perform(action, event);
+}
+
+void SceneView::chooseGizmo(KeyAction action) {
+    const GizmoSettings& present = _gizmo.settings();
+    const GizmoChoice choice = chosen(action, {present.gizmoOperation, present.gizmoSpace});
+    _gizmo.setOperation(choice.operation, choice.space, _editor->state());
+}
+
+void SceneView::toggleSimulation() {
+    SharedState& state = _editor->state();
+    simulatePhysics(!state.isSimulating(), state);
+}
+
+void SceneView::perform(KeyAction action, const KeyEvent& event) {
+    switch(action) {
+    case KeyAction::FrameSelection: _navigation.frameSelection(*_data, _camera); return;
+    case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
+    case KeyAction::ChooseTranslation:
+    case KeyAction::ChooseRotation:
+    case KeyAction::ChooseScaling: return chooseGizmo(action);
+    case KeyAction::ArmBox: return _picking.armBox();
+    case KeyAction::CancelBox: return _picking.cancelBox();
+    case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
+    case KeyAction::ToggleSimulation: return toggleSimulation();
+    case KeyAction::Copy:
+    case KeyAction::CopyTrees: return performOnObjects(action, *_editor);
+    case KeyAction::DeleteSelected:
+    case KeyAction::Paste:
+    case KeyAction::PasteChild:
+    case KeyAction::Duplicate:
+    case KeyAction::DuplicateTrees:
+        // A step of its own.
+        _gizmo.endDrag(_editor->state());
+        return performOnObjects(action, *_editor);
+    }
 }
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }

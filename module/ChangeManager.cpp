@@ -381,6 +381,7 @@ void ChangeManager::checkLastChange() const {
 }
 
 void ChangeManager::applyChange(const Change& change, JsonValue* target) {
+    ++_appliedCount;
     if(!change.newValue)
         eraseValue(_projectFile, change.path);
     else if(!change.oldValue)

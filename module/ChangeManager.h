@@ -151,6 +151,9 @@ public:
     std::int32_t lastChange() const { return _lastChange; }
     // The open group, -1 for none.
     std::int32_t group() const { return _group; }
+    // Counts what was written into the document, undone and merged changes included: whoever keeps something of the
+    // document asks whether it is another one.
+    std::uint64_t appliedCount() const { return _appliedCount; }
 
     // Index of the first record that is another one than when markSeen() was called; at most the size of the log, and as
     // much where none is. For one reader, who asks when no trial is under way.
@@ -227,6 +230,7 @@ private:
     MergeIndex _mergeIndex;
     KeptAside _keptAside;
     std::int32_t _firstUnseen = 0;
+    std::uint64_t _appliedCount = 0;
     Trial _trial = Trial::None;
     bool _isNotifying = false;
     bool _markIsValid = true; // false: the marked state cannot be reached by undo

@@ -12,8 +12,12 @@
 #include <imgui_internal.h>
 
 #include "Application/EditCommands.h"
+#include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
+#include "Data/FoundJournal.h"
+#include "Data/Journal.h"
 #include "Data/StepWalk.h"
+#include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
@@ -47,6 +51,11 @@ std::string absolutePath(const std::string& path) {
 
 bool isProjectPath(const std::string& path) { return fs::path{path}.extension() == ".json"; }
 
+ProjectSession::EarlierSteps earlierSteps(Recover recover) {
+    using Earlier = ProjectSession::EarlierSteps;
+    return recover == Recover::BringBack ? Earlier::BringBack : Earlier::PutAside;
+}
+
 ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled) {
     std::string text = "Importing " + progress.name;
     if(progress.waiting) text += ", " + std::to_string(progress.waiting) + " more to come";
@@ -64,8 +73,9 @@ bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
     _loader{files.module}, _lastFrame{platform.now()} {
@@ -76,6 +86,7 @@ Editor::Editor(Platform& platform, Files files):
 
 Editor::~Editor() {
     closeView();
+    _marks.update(*_session);
     _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
@@ -122,6 +133,7 @@ std::string Editor::open(const std::string& path) {
         requestFrames();
         return {};
     }
+    _earlierSteps = earlierSteps(_recover);
     const OpenedProject result = _session->open(absolute);
     opened(result, absolute);
     return result.error;
@@ -131,6 +143,7 @@ void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
     if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
     for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
     Utility::Debug{} << "Opened" << path.data();
 }
@@ -191,6 +204,7 @@ void Editor::updateSteps(const std::vector<ImportResult>& imported) {
     for(const ImportResult& result: imported)
         if(result.inserted.error.empty()) names.push_back("Import " + fs::path{result.source}.filename().string());
     _session->steps().update(names);
+    _session->updateJournal();
 }
 
 bool Editor::isGestureUnderWay() {
@@ -305,8 +319,74 @@ void Editor::run(const ProjectAction& action) {
         if(!error.empty()) Utility::Error{} << error.data();
         return _dialogs.saved(action.path, error, isKept);
     }
-    case ProjectAction::Kind::Open: return openInSteps(action.path);
+    case ProjectAction::Kind::Open:
+    case ProjectAction::Kind::OpenWithSteps:
+    case ProjectAction::Kind::OpenWithoutSteps:
+    case ProjectAction::Kind::OpenAsItIs: return openAsked(action);
+    case ProjectAction::Kind::OpenCopy: return openCopy(action.path);
+    case ProjectAction::Kind::OpenUntitled: return openUntitled(action.path);
+    case ProjectAction::Kind::DiscardUntitled: WorkingFolder::discard(action.path); return recoverUntitled();
+    case ProjectAction::Kind::KeepMine: _keptMine = _session->changedOutside(); return;
     }
+}
+
+void Editor::keepJournals(Recover recover) {
+    _recover = recover;
+    _keepsJournals = true;
+    _session->keepJournals();
+}
+
+void Editor::openAsked(const ProjectAction& action) {
+    using Kind = ProjectAction::Kind;
+    using Earlier = ProjectSession::EarlierSteps;
+    const std::string path = absolutePath(action.path);
+    const bool isAsked = action.kind == Kind::Open && _recover == Recover::Ask && isProjectPath(path) &&
+        path != _session->path() && _keepsJournals;
+    if(isAsked)
+        if(std::optional<ProjectChoice> question = journalQuestion(path, _session->findJournal(path)))
+            return _dialogs.ask(std::move(*question));
+    _earlierSteps = action.kind == Kind::OpenWithSteps ? Earlier::BringBack
+        : action.kind == Kind::OpenWithoutSteps        ? Earlier::Discard
+        : action.kind == Kind::OpenAsItIs              ? Earlier::PutAside
+                                                       : earlierSteps(_recover);
+    openInSteps(path);
+}
+
+void Editor::openCopy(const std::string& path) {
+    const std::string copy = copyPath(path);
+    const std::string error = _session->recoverCopy(path, copy);
+    if(!error.empty()) return showError(error);
+    addRecentFile(_settings.recentFiles, copy);
+    Utility::Debug{} << "Brought back as" << copy.data();
+}
+
+void Editor::openUntitled(const std::string& workingFolder) {
+    const std::string error = _session->recoverUntitled(workingFolder);
+    if(!error.empty()) showError(error);
+}
+
+void Editor::recoverUntitled() {
+    if(_recover == Recover::PutAside) return;
+    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
+        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
+        std::optional<ProjectChoice> question = untitledQuestion(folder, found);
+        if(!question) continue;
+        if(_recover == Recover::BringBack) return openUntitled(folder);
+        return _dialogs.ask(std::move(*question));
+    }
+}
+
+void Editor::setFocus(bool hasFocus) {
+    _input.setWindowFocus(hasFocus);
+    if(hasFocus) askForChanges();
+}
+
+void Editor::askForChanges() {
+    if(isBlocked() || isGestureUnderWay() || _dialogs.isOpen()) return;
+    const std::optional<FileFingerprint> changed = _session->changedOutside();
+    if(!changed || changed == _keptMine) return;
+    _dialogs.ask(changedQuestion(_session->path(), _session->changes().hasUnsavedChanges()));
+    requestFrames();
 }
 
 void Editor::openInSteps(const std::string& path) {
@@ -344,6 +424,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(!isCompiling) {
         _session->update();
         updateSteps();
+        _marks.update(*_session);
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);
@@ -355,6 +436,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
+    tellRefused();
     updateFocus();
     takeDropped(_drop.endFrame());
 
@@ -369,6 +451,8 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _command.reset();
     if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
     if(!isBlocked()) runActions();
+    // Whatever was done in this frame outlives it.
+    if(!isBlocked()) updateSteps();
     makeThumbnail(framebuffer);
 }
 
@@ -384,7 +468,9 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed});
+    const std::optional<ImportProgress> importing = _imports.progress();
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+        _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -444,10 +530,25 @@ void Editor::drawStatus() {
     status.selected = _session->data().selection().countSet();
     status.statistics = _session->editor().state().statistics;
     status.frameTime = _frameTime * 1000.0;
+    if(const Journal* const journal = _session->journal()) status.journalTrouble = journal->trouble();
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
+}
+
+// One line for all that a box or a command was about.
+void Editor::tellRefused() {
+    const EditorData::Refused refused = _session->data().takeRefused();
+    const Scene& scene = _session->data().scene().main();
+    if(!refused.count || !scene.isValid(refused.object)) return;
+    if(refused.count != 1) {
+        Utility::Warning{} << refused.count << "objects are locked and cannot be selected";
+        return;
+    }
+    const Containers::StringView name = scene.objectNames.nameOf(refused.object);
+    Utility::Warning{} << (name.isEmpty() ? scene.objectIds.nameOf(refused.object) : name)
+                       << "is locked and cannot be selected";
 }
 
 void Editor::updateFocus() {

@@ -32,6 +32,14 @@ std::string selection(Editor& editor) {
     return text;
 }
 
+std::string marks(Editor& editor) {
+    std::string text;
+    const ObjectMarks& marks = editor.session().data().marks();
+    for(const std::string& id: marks.ids(ObjectMark::Hidden)) text += "hidden " + id + '\n';
+    for(const std::string& id: marks.ids(ObjectMark::Locked)) text += "locked " + id + '\n';
+    return text;
+}
+
 std::string undo(Editor& editor) {
     std::string text;
     const ChangeManager& changes = editor.session().changes();
@@ -66,7 +74,9 @@ std::string log(Editor& editor) {
 std::string statistics(Editor& editor) {
     SharedState& state = editor.session().editor().state();
     std::string text = "visible meshes " + std::to_string(state.statistics.visibleMeshes) + "\ndraw calls " +
-        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) + '\n';
+        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) +
+        "\nobject id draw calls " + std::to_string(state.statistics.pass(FramePass::ObjectIds).drawCalls) +
+        "\noutline draw calls " + std::to_string(state.statistics.pass(FramePass::Outline).drawCalls) + '\n';
     const Containers::StringView reload = state.lastReload;
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
 }
@@ -79,6 +89,7 @@ std::string clipboard() {
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
+    if(kind == "marks") return marks(editor);
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);

@@ -67,6 +67,14 @@ std::string parseWait(Line& line) {
     return {};
 }
 
+// A number of the field where one is given, from 0.
+std::string parseField(Line& line) {
+    line.command.words = {line.words[0]};
+    if(line.words.size() == 2) return readNatural(line.words[1], 0, 32, line.command);
+    line.command.numbers.push_back(-1);
+    return {};
+}
+
 std::string parseSizeWords(Line& line) {
     std::string error = readNatural(line.words[0], 1, MaxWindowSize, line.command);
     return error.empty() ? readNatural(line.words[1], 1, MaxWindowSize, line.command) : error;
@@ -141,13 +149,13 @@ std::string parseEdit(Line& line) {
 }
 
 std::string parseDump(Line& line) {
-    for(const char* const kind: {"document", "selection", "undo", "history", "log", "statistics", "clipboard"})
+    for(const char* const kind: {"document", "selection", "marks", "undo", "history", "log", "statistics", "clipboard"})
         if(line.words[0] == kind) {
             line.command.words = {
                 line.words[0], line.rest.substr(line.rest.find_first_not_of(" \t", line.words[0].size()))};
             return {};
         }
-    return quoted(line.words[0]) + " is none of document, selection, undo, history, log, statistics, clipboard";
+    return quoted(line.words[0]) + " is none of document, selection, marks, undo, history, log, statistics, clipboard";
 }
 
 // The kind as its number, the id, and the file.
@@ -203,6 +211,7 @@ struct Syntax {
 
 constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
+    {"field", ScriptVerb::Field, 1, 2, "field KEY [NUMBER]", parseField},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},
     {"press", ScriptVerb::Press, 1, 5, "press left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
     {"release", ScriptVerb::Release, 1, 5, "release left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
@@ -216,6 +225,10 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"fontsize", ScriptVerb::FontSize, 1, 1, "fontsize FACTOR", parseFontSize},
     {"focus", ScriptVerb::Focus, 1, 1, "focus on|off", parseFocus},
     {"select", ScriptVerb::Select, 0, Any, "select [ID...]", parseWords},
+    {"hide", ScriptVerb::Hide, 1, Any, "hide ID...", parseWords},
+    {"show", ScriptVerb::Show, 1, Any, "show ID...", parseWords},
+    {"lock", ScriptVerb::Lock, 1, Any, "lock ID...", parseWords},
+    {"unlock", ScriptVerb::Unlock, 1, Any, "unlock ID...", parseWords},
     {"reload", ScriptVerb::Reload, 0, Any, "reload [FILE]", parseRest},
     {"open", ScriptVerb::Open, 1, Any, "open FILE", parseRest},
     {"save", ScriptVerb::Save, 1, Any, "save FILE", parseRest}, {"new", ScriptVerb::New, 0, 0, "new", parseRest},
@@ -228,7 +241,8 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},
     {"thumbnail", ScriptVerb::Thumbnail, 3, Any, "thumbnail mesh|material|image ID FILE", parseThumbnail},
-    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|undo|history|log|statistics|clipboard FILE", parseDump},
+    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|history|log|statistics|clipboard FILE",
+        parseDump},
     {"quit", ScriptVerb::Quit, 0, 0, "quit", parseRest}};
 
 bool isBlank(char character) { return std::isspace(static_cast<unsigned char>(character)); }

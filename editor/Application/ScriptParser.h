@@ -11,6 +11,7 @@ namespace VantrelEngine {
 enum class ScriptVerb {
     Wait,
     Mouse,
+    Field,
     Move,
     Press,
     Release,
@@ -24,6 +25,10 @@ enum class ScriptVerb {
     FontSize,
     Focus,
     Select,
+    Hide,
+    Show,
+    Lock,
+    Unlock,
     Reload,
     Open,
     Save,

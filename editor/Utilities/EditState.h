@@ -15,7 +15,7 @@ struct SharedState;
 CORRADE_VISIBILITY_EXPORT bool canEdit(const SharedState& state);
 
 // The scene follows the document, so that what is selected is what is there. Costs what changed since it did.
-EditorData& upToDate(SharedState& state);
+CORRADE_VISIBILITY_EXPORT EditorData& upToDate(SharedState& state);
 
 // Ids of the document, of objects of the scene.
 std::vector<std::string> idsOf(const EditorData& data, const std::vector<Id>& objects);

@@ -11,7 +11,7 @@ class EditorData;
 
 // The selected objects of the scene as it is compiled, in the order in which descendants follow their ancestors. Costs
 // what is selected, and a step for every 64 ids.
-std::vector<Id> selectedObjects(const EditorData& data);
+CORRADE_VISIBILITY_EXPORT std::vector<Id> selectedObjects(const EditorData& data);
 // Those of them with no selected object above.
 std::vector<Id> topSelectedObjects(const EditorData& data);
 // Those and all below them.

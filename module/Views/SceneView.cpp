@@ -130,10 +130,15 @@ void SceneView::stateSaved() {
 
 void SceneView::draw() {
     Platform& platform = *_editor->state().platform;
-    _clock.tick(platform.now());
+    const Double begin = platform.now();
+    _clock.tick(begin);
+    PassStatistics& reload = _editor->state().statistics.pass(FramePass::Reload);
+    reload = {};
     if(_reload.isDue(_data->scene().revisions())) {
         reloadRuntime();
-        _clock.skip(platform.now());
+        const Double end = platform.now();
+        _clock.skip(end);
+        reload.milliseconds = float((end - begin) * 1000.0);
     }
     _gizmo.beginFrame();
 
@@ -247,9 +252,6 @@ void SceneView::renderScene() {
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
-    state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
-        std::uint32_t(_renderer->drawnShadowCasters())};
 
     showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();

@@ -101,28 +101,35 @@ TEST_F(EditorJourneyTest, ADialogKeepsEventsFromTheView) {
 
 TEST_F(EditorJourneyTest, ClicksInTheListSelect) {
     play(R"(
-mouse 60 61
+mouse 60 96
 press left
 release left
 dump selection {}/one
-key LeftShift
-mouse 60 81
+key LeftCtrl
+mouse 60 134
 press left
 release left
 dump selection {}/two
-mouse 60 61
+mouse 60 96
+press left
+release left
+keyup LeftCtrl
+dump selection {}/toggled
+key LeftShift
+mouse 60 134
 press left
 release left
 keyup LeftShift
-dump selection {}/toggled
+dump selection {}/range
 select crates ball
 dump selection {}/chosen
 select
 dump selection {}/none
 )");
     EXPECT_EQ(read("one"), "ground\n");
-    EXPECT_EQ(read("two"), "ground\ncolumns\n");
-    EXPECT_EQ(read("toggled"), "columns\n");
+    EXPECT_EQ(read("two"), "ground\ncolumn1\n");
+    EXPECT_EQ(read("toggled"), "column1\n");
+    EXPECT_EQ(read("range"), "ground\ncolumns\ncolumn1\n");
     EXPECT_EQ(read("chosen"), "crates\nball\n");
     EXPECT_EQ(read("none"), "");
 }

@@ -72,8 +72,9 @@ TEST(ScriptParserTest, BadLines) {
         {"resize 0 10", "\"0\" is not between 1 and 8192"}, {"scale 9", "\"9\" is not between 0 and 4"},
         {"focus maybe", "\"maybe\" is none of on, off"}, {"drop a.png 3", "expected: drop FILE X Y"},
         {"drop a.png 3 y", "\"y\" is no number"},
-        {"dump picture a", "\"picture\" is none of document, selection, undo, history, log, statistics, clipboard"},
-        {"dump undo", "expected: dump document|selection|undo|history|log|statistics|clipboard FILE"},
+        {"dump picture a",
+            "\"picture\" is none of document, selection, marks, undo, history, log, statistics, clipboard"},
+        {"dump undo", "expected: dump document|selection|marks|undo|history|log|statistics|clipboard FILE"},
         {"quit now", "expected: quit"}};
     for(const auto& testCase: cases) {
         const ParsedScript script = parseScript(std::string{"# first\n\n  "} + testCase.line + "\nquit");

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include <VantrelHost/DocumentWriter.h>
+#include <imgui.h>
 
 #include "Application/Editor.h"
 
@@ -28,6 +29,14 @@ std::string selection(Editor& editor) {
         const Containers::StringView id = data.scene().main().objectIds.nameOf(Id(object));
         text += std::string{id.data(), id.size()} + '\n';
     }
+    return text;
+}
+
+std::string marks(Editor& editor) {
+    std::string text;
+    const ObjectMarks& marks = editor.session().data().marks();
+    for(const std::string& id: marks.ids(ObjectMark::Hidden)) text += "hidden " + id + '\n';
+    for(const std::string& id: marks.ids(ObjectMark::Locked)) text += "locked " + id + '\n';
     return text;
 }
 
@@ -72,12 +81,19 @@ std::string statistics(Editor& editor) {
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
 }
 
+std::string clipboard() {
+    const char* const text = ImGui::GetClipboardText();
+    return text ? text : "";
+}
+
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
+    if(kind == "marks") return marks(editor);
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
+    if(kind == "clipboard") return clipboard();
     return statistics(editor);
 }
 

@@ -19,6 +19,8 @@ std::string figures(const StatusLine& status) {
     return text;
 }
 
+constexpr const char* NoJournal = "no journal";
+
 ImVec4 colorOf(Severity severity) {
     if(severity == Severity::Error) return {1.0f, 0.48f, 0.42f, 1.0f};
     return ImGui::GetStyleColorVec4(ImGuiCol_Text);
@@ -37,6 +39,16 @@ void explain(const StatusLine& status) {
         status.lastReload.empty() ? "places only" : status.lastReload.data());
 }
 
+// In front of the figures, where it stays until it is over.
+void drawTrouble(const std::string& trouble) {
+    ImGui::TextColored(colorOf(Severity::Error), "%s", NoJournal);
+    if(ImGui::IsItemHovered())
+        ImGui::SetTooltip(
+            "What is not saved is lost if the editor ends unexpectedly: the journal cannot be written.\n%s",
+            trouble.data());
+    ImGui::SameLine(0.0f, ImGui::GetStyle().ItemSpacing.x * 2.0f);
+}
+
 } // namespace
 
 void drawStatusBar(const StatusLine& status) {
@@ -45,10 +57,14 @@ void drawStatusBar(const StatusLine& status) {
     if(ImGui::BeginViewportSideBar("##status", nullptr, ImGuiDir_Down, ImGui::GetFrameHeight(), flags) &&
         ImGui::BeginMenuBar()) {
         const std::string text = figures(status);
+        const float trouble = status.journalTrouble.empty()
+            ? 0.0f
+            : ImGui::CalcTextSize(NoJournal).x + ImGui::GetStyle().ItemSpacing.x * 2.0f;
         const float start = ImGui::GetWindowPos().x + ImGui::GetWindowWidth() - ImGui::CalcTextSize(text.data()).x -
-            ImGui::GetStyle().WindowPadding.x;
+            ImGui::GetStyle().WindowPadding.x - trouble;
         if(status.message) drawMessage(*status.message, start - ImGui::GetStyle().ItemSpacing.x * 2.0f);
         ImGui::SetCursorScreenPos({start, ImGui::GetCursorScreenPos().y});
+        if(trouble > 0.0f) drawTrouble(status.journalTrouble);
         ImGui::TextUnformatted(text.data());
         if(ImGui::IsItemHovered()) explain(status);
         ImGui::EndMenuBar();

@@ -7,6 +7,7 @@
 #include <Magnum/Magnum.h>
 
 #include <Vantrel/EditorData/EditorState.h>
+#include <Vantrel/EditorData/ViewPointer.h>
 
 namespace Magnum::GL {
 class Framebuffer;
@@ -16,6 +17,7 @@ namespace VantrelEngine {
 
 class AssetCompiler;
 class ChangeManager;
+class EditorData;
 class ImportQueue;
 class Platform;
 
@@ -68,10 +70,11 @@ struct FrameStatistics {
     std::uint64_t uploadedBytes = 0;
 };
 
-// What the editor and its views share, and what outlives a module that is loaded again. The editor owns the two
-// instances; both are there for as long as there are views.
+// What the editor and its views share, and what outlives a module that is loaded again. The editor owns the data and the
+// two instances; they are there for as long as there are views.
 struct SharedState {
     EditorState views;
+    EditorData* data = nullptr;
     AssetCompiler* assetCompiler = nullptr;
     ChangeManager* changeManager = nullptr;
     // Null where nothing can be imported. See EditorUtilities/LoadFile.h.
@@ -102,6 +105,12 @@ struct SharedState {
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,
     // attachment 1 the objects' ids, low byte red and high byte green. Its viewport is all of it.
     Magnum::GL::Framebuffer* sceneViewFramebuffer = nullptr;
+
+    // Written by the scene view in each of its frames.
+    ViewPointer viewPointer;
+    // The project cannot be changed just now: it is replaced, or an import is compiled. Written by the editor before each
+    // frame.
+    bool isLocked = false;
 
     // For the status bar.
     FrameStatistics statistics;

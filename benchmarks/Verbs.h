@@ -35,9 +35,17 @@ void record(std::size_t count, std::size_t changes, const Budget& budget);
 
 // Frames in which so many objects are dragged.
 void drag(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
+// The same in a view of a grid of at most 10,000 objects, by the mouse and drawn; and a drag of so many times 60 frames
+// of at most 1,000 objects, whose last frames cost what its first ones do.
+void dragInView(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
 
 // Undoing a drag of so many objects.
 void undo(std::size_t count, std::size_t dragged, const Budget& budget);
+// The same in a view, with the frame that shows it.
+void undoInView(std::size_t count, std::size_t dragged, const Budget& budget);
+
+// How many frames it takes until what was done is seen: an edit, a click, a drag, a movement of the camera.
+void lag(std::size_t count);
 
 // Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);

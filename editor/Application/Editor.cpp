@@ -209,7 +209,7 @@ void Editor::updateSteps(const std::vector<ImportResult>& imported) {
 
 bool Editor::isGestureUnderWay() {
     const ChangeManager& changes = _session->changes();
-    return changes.trial() == Trial::Gesture || changes.group() >= 0;
+    return changes.trial() == Trial::Gesture || changes.group() >= 0 || _session->editor().state().isHandleHeld;
 }
 
 // What is only shown ends with whatever the user does next. Whether there was any of it.

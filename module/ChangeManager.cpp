@@ -154,10 +154,14 @@ void ChangeManager::recordVector3(Containers::StringView path, const Vector3& ve
 
 void ChangeManager::recordTransform(Containers::StringView objectPath, const Matrix4& transformation, bool merge) {
     const Quaternion rotation = rotationFromMatrix(transformation.rotationShear());
-    const Vector3 vector = rotation.vector();
-    Vector3 scaling = transformation.scaling();
+    recordTransform(objectPath, transformation.translation(), rotation, transformation.scaling(), merge);
+}
+
+void ChangeManager::recordTransform(Containers::StringView objectPath, const Vector3& translation,
+    const Quaternion& rotation, Vector3 scaling, bool merge) {
     keepZeroScaling(objectPath, scaling);
-    recordVector3(objectPath + "/translation"_s, transformation.translation(), merge);
+    recordVector3(objectPath + "/translation"_s, translation, merge);
+    const Vector3 vector = rotation.vector();
     record(objectPath + "/rotation"_s,
         numbers({double(vector.x()), double(vector.y()), double(vector.z()), double(rotation.scalar())},
             _projectFile.allocator()),

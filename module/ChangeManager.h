@@ -107,6 +107,10 @@ public:
     // is none, see rotationFromMatrix(). A factor of the scaling that the document has as zero, and that is what the
     // engine computes with instead, stays zero.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
+    // The same of the three parts, for a scaling that no matrix holds: with factors that are negative, or whose squares are
+    // too small or too large. The rotation is a unit quaternion.
+    void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Vector3& translation,
+        const Magnum::Quaternion& rotation, Magnum::Vector3 scaling, bool merge);
 
     // Forgets all changes: another document is in place. Listeners stay. Aborts while a group is open.
     void clear();
@@ -156,6 +160,10 @@ public:
     // Whether the document differs from the state that was marked (at first, from
     // the state without changes).
     bool hasUnsavedChanges() const { return !_markIsValid || _markedChange != _lastChange; }
+    // The last change in effect in that state (-1: none); none where undo and redo do not lead to it.
+    std::optional<std::int32_t> savedChange() const {
+        return _markIsValid ? std::optional<std::int32_t>{_markedChange} : std::nullopt;
+    }
 
 private:
     // The records that a merge may find: those of one group that end the log.

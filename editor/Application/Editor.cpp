@@ -1,5 +1,6 @@
 #include "Application/Editor.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <Corrade/Utility/Debug.h>
@@ -11,6 +12,7 @@
 #include <imgui_internal.h>
 
 #include "Application/RecentFiles.h"
+#include "Data/StepWalk.h"
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
@@ -97,6 +99,8 @@ void Editor::closeView() {
 }
 
 std::string Editor::reloadView(const std::string& moduleFile) {
+    if(isGestureUnderWay()) return "The view is not reloaded while something is dragged";
+    dropPreview();
     if(!_loader.module()) {
         if(!moduleFile.empty()) _loader.setFile(moduleFile);
         return loadView();
@@ -130,6 +134,8 @@ void Editor::opened(const OpenedProject& opened, const std::string& path) {
 }
 
 std::string Editor::save(const std::string& path, bool overwritesRepaired) {
+    if(isGestureUnderWay()) return path + ": nothing is saved while something is dragged";
+    dropPreview();
     const std::string absolute = absolutePath(path);
     std::string error =
         _session->save(absolute, overwritesRepaired ? ProjectStore::Repaired::Overwrite : ProjectStore::Repaired::Keep);
@@ -150,12 +156,17 @@ void Editor::import(const std::string& path) {
 }
 
 bool Editor::finishImports() {
-    bool isWhole = true;
-    for(const ImportResult& result: _imports.finish()) {
-        showImported(result);
-        if(!result.inserted.error.empty()) isWhole = false;
-    }
-    return isWhole;
+    updateSteps();
+    const std::vector<ImportResult> results = _imports.finish();
+    showImported(results);
+    return std::all_of(
+        results.begin(), results.end(), [](const ImportResult& result) { return result.inserted.error.empty(); });
+}
+
+void Editor::showImported(const std::vector<ImportResult>& results) {
+    if(results.empty()) return;
+    updateSteps(results);
+    for(const ImportResult& result: results) showImported(result);
 }
 
 void Editor::showImported(const ImportResult& result) {
@@ -172,15 +183,47 @@ void Editor::showError(const std::string& line) {
     requestFrames();
 }
 
+// A step is called after the file that it came from.
+void Editor::updateSteps(const std::vector<ImportResult>& imported) {
+    std::vector<std::string> names;
+    for(const ImportResult& result: imported)
+        if(result.inserted.error.empty()) names.push_back("Import " + fs::path{result.source}.filename().string());
+    _session->steps().update(names);
+}
+
+bool Editor::isGestureUnderWay() {
+    const ChangeManager& changes = _session->changes();
+    return changes.trial() == Trial::Gesture || changes.group() >= 0;
+}
+
+// What is only shown ends with whatever the user does next. Whether there was any of it.
+bool Editor::dropPreview() {
+    if(_session->changes().trial() != Trial::Preview) return false;
+    _session->changes().dropTrial();
+    return true;
+}
+
+void Editor::goTo(std::size_t step) {
+    if(isBlocked() || isGestureUnderWay() || dropPreview()) return;
+    goToStep(*_session, step);
+    requestFrames();
+}
+
 void Editor::perform(Command command) {
     // Whoever leaves does not wait for what takes long.
     if(command == Command::Quit && _imports.isOpening()) _imports.giveUp();
     if(isBlocked()) return;
-    ChangeManager& changes = _session->changes();
-    _dialogs.setProject(_session->path(), changes.hasUnsavedChanges());
     requestFrames();
-    // While a gesture is under way its changes belong together.
-    const bool isEditing = changes.group() >= 0;
+    if(!isGestureUnderWay()) return performNow(command);
+    // Its changes belong together. Whoever leaves is asked in any case.
+    if(command == Command::Quit || command == Command::Help) performNow(command);
+}
+
+void Editor::performNow(Command command) {
+    const bool wasPreviewed = command != Command::Help && dropPreview();
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    updateSteps();
+    const std::size_t step = _session->steps().position();
     switch(command) {
     case Command::New: return _dialogs.startNew();
     case Command::Open: return _dialogs.chooseAndOpen();
@@ -191,10 +234,10 @@ void Editor::perform(Command command) {
     case Command::Help: _isHelpOpen = !_isHelpOpen; return;
     case Command::ResetLayout: _settings.panes = {}; return _panels.panes().reset();
     case Command::Undo:
-        if(!isEditing && changes.canUndo()) changes.undoLast();
+        if(!wasPreviewed && step) goTo(step - 1);
         return;
     case Command::Redo:
-        if(!isEditing && changes.canRedo()) changes.redoLast();
+        if(!wasPreviewed) goTo(step + 1);
         return;
     case Command::ReloadView: {
         const std::string error = reloadView();
@@ -205,6 +248,8 @@ void Editor::perform(Command command) {
 }
 
 void Editor::setKey(int key, bool isDown, bool isRepeated) {
+    // What is selected now is what the key acts on.
+    if(isDown && !isBlocked()) updateSteps();
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
@@ -266,12 +311,15 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening)
-        for(const ImportResult& result: _imports.update(_isReplayed ? Endless : OpeningStep)) showImported(result);
+    if(!_opening) {
+        if(!_imports.isCompiling()) updateSteps();
+        showImported(_imports.update(_isReplayed ? Endless : OpeningStep));
+    }
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) {
         _session->update();
         _marks.update(*_session);
+        updateSteps();
     }
     _thumbnails.beginFrame();
     _session->editor().state().wantsFrame = false;
@@ -294,6 +342,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
     if(_command) perform(*_command);
     _command.reset();
+    if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
     if(!isBlocked()) runActions();
     makeThumbnail(framebuffer);
 }
@@ -345,8 +394,10 @@ void Editor::drawImport() {
 
 void Editor::drawMenu() {
     MenuState state;
-    state.canUndo = _session->changes().canUndo();
-    state.canRedo = _session->changes().canRedo();
+    const StepLog& steps = _session->steps();
+    const std::size_t step = steps.position();
+    state.undo = step ? &steps.steps()[step - 1].name : nullptr;
+    state.redo = step != steps.steps().size() ? &steps.steps()[step].name : nullptr;
     state.title = title();
     state.recentFiles = &_settings.recentFiles;
     state.panes = &_settings.panes;

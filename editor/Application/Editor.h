@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Magnum/GL/GL.h>
 #include <Magnum/Magnum.h>
@@ -106,6 +107,12 @@ private:
 
     void initView();
     void closeView();
+    void updateSteps(const std::vector<ImportResult>& imported = {});
+    bool isGestureUnderWay();
+    bool dropPreview();
+    // Undoes or redoes until so many steps are in effect.
+    void goTo(std::size_t step);
+    void performNow(Command command);
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
@@ -113,6 +120,7 @@ private:
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
     void drawScene();
+    void showImported(const std::vector<ImportResult>& results);
     void showImported(const ImportResult& result);
     void drawImport();
     void drawPanels();

@@ -32,7 +32,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::ProjectSettings: return;
     case Panel::Assets: return;
     case Panel::Resources: return;
-    case Panel::History: return;
+    case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
     case Panel::Problems: return _problems.draw(context.session);
     case Panel::Statistics: return;

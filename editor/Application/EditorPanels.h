@@ -1,5 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "Panels/HistoryPanel.h"
 #include "Panels/LogPanel.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Panels/Panes.h"
@@ -28,15 +33,19 @@ public:
 
     // Draws all that are open. The panes are laid out.
     void draw(const PanelContext& context);
+    // How many steps the user wants to be in effect, if that was asked for since the last call.
+    std::optional<std::size_t> takeStep() { return std::exchange(_step, {}); }
 
 private:
     std::string badgeOf(Panel panel) const;
     void drawPanel(Panel panel, const PanelContext& context);
 
     Panes _panes;
+    HistoryPanel _history;
     LogPanel _log;
     OutlinerPanel _outliner;
     ProblemsPanel _problems;
+    std::optional<std::size_t> _step;
 };
 
 } // namespace VantrelEngine

@@ -50,6 +50,20 @@ std::string undo(Editor& editor) {
     return text;
 }
 
+std::string history(Editor& editor) {
+    std::string text;
+    const StepLog& log = editor.session().steps();
+    const std::optional<std::size_t> saved = log.savedPosition();
+    std::size_t position = 0;
+    for(const Step& step: log.steps()) {
+        ++position;
+        text += position == log.position() ? '>' : ' ';
+        text += position == saved ? '*' : ' ';
+        text += ' ' + std::to_string(step.end - step.first) + ' ' + step.name + '\n';
+    }
+    return text;
+}
+
 std::string log(Editor& editor) {
     std::string text;
     for(const LogLine& line: editor.log().lines()) text += line.text + '\n';
@@ -69,6 +83,7 @@ std::string textOf(Editor& editor, const std::string& kind, std::string& error) 
     if(kind == "selection") return selection(editor);
     if(kind == "marks") return marks(editor);
     if(kind == "undo") return undo(editor);
+    if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
     return statistics(editor);
 }

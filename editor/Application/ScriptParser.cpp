@@ -132,13 +132,13 @@ std::string parseEdit(Line& line) {
 }
 
 std::string parseDump(Line& line) {
-    for(const char* const kind: {"document", "selection", "marks", "undo", "log", "statistics"})
+    for(const char* const kind: {"document", "selection", "marks", "undo", "history", "log", "statistics"})
         if(line.words[0] == kind) {
             line.command.words = {
                 line.words[0], line.rest.substr(line.rest.find_first_not_of(" \t", line.words[0].size()))};
             return {};
         }
-    return quoted(line.words[0]) + " is none of document, selection, marks, undo, log, statistics";
+    return quoted(line.words[0]) + " is none of document, selection, marks, undo, history, log, statistics";
 }
 
 // The kind as its number, the id, and the file.
@@ -202,13 +202,13 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"save", ScriptVerb::Save, 1, Any, "save FILE", parseRest}, {"new", ScriptVerb::New, 0, 0, "new", parseRest},
     {"record", ScriptVerb::Edit, 2, Any, "record POINTER JSON", parseEdit},
     {"remove", ScriptVerb::Edit, 1, Any, "remove POINTER", parseEdit},
-    {"undo", ScriptVerb::Edit, 0, 0, "undo", parseEdit}, {"redo", ScriptVerb::Edit, 0, 0, "redo", parseEdit},
+    {"undo", ScriptVerb::Undo, 0, 0, "undo", parseRest}, {"redo", ScriptVerb::Redo, 0, 0, "redo", parseRest},
     {"import", ScriptVerb::Import, 1, Any, "import FILE", parseRest},
     {"drop", ScriptVerb::Drop, 3, Any, "drop FILE X Y", parseDrop},
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},
     {"thumbnail", ScriptVerb::Thumbnail, 3, Any, "thumbnail mesh|material|image ID FILE", parseThumbnail},
-    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|log|statistics FILE", parseDump},
+    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|history|log|statistics FILE", parseDump},
     {"quit", ScriptVerb::Quit, 0, 0, "quit", parseRest}};
 
 bool isBlank(char character) { return std::isspace(static_cast<unsigned char>(character)); }

@@ -32,6 +32,8 @@ enum class ScriptVerb {
     Save,
     New,
     Edit,
+    Undo,
+    Redo,
     Drop,
     Import,
     WaitForImport,

@@ -129,6 +129,8 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Save: return _editor.save(argument);
     case ScriptVerb::New: _editor.startNew(); return drawn({});
     case ScriptVerb::Edit: return drawn(VantrelTools::Script{_editor.session()}.run(argument));
+    case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
+    case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});
     case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});

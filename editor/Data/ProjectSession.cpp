@@ -33,7 +33,7 @@ ProjectSession::ProjectSession():
                                  _data.scene().resources(), _data.scene().resourceMaps(), _data.scene().revisions())},
     _compiler{std::make_unique<AssetCompiler>(&_data)}, _listener{std::make_unique<ProjectListener>(
                                                             _data, *_compiler, *_resourceCompiler)},
-    _changes{std::make_unique<ChangeManager>(_data.project())} {
+    _changes{std::make_unique<ChangeManager>(_data.project())}, _steps{*_changes, _data} {
     _listener->registerWith(*_changes);
     _changes->compileListeners();
     _editor.state().data = &_data;

@@ -12,6 +12,7 @@
 
 #include "AssetCompiler.h"
 #include "ChangeManager.h"
+#include "Data/StepLog.h"
 
 namespace VantrelEngine {
 
@@ -34,6 +35,8 @@ public:
     EditorData& data() { return _data; }
     VantrelEditor& editor() { return _editor; }
     ChangeManager& changes() { return *_changes; }
+    // Of whoever shows the project to a user: the session does not update it by itself.
+    StepLog& steps() { return _steps; }
     AssetCompiler& compiler() { return *_compiler; }
     ResourceCompiler& resourceCompiler() { return *_resourceCompiler; }
 
@@ -94,6 +97,7 @@ private:
     std::unique_ptr<AssetCompiler> _compiler;
     std::unique_ptr<ProjectListener> _listener;
     std::unique_ptr<ChangeManager> _changes;
+    StepLog _steps;
     // Of the scene when its environment was read; of none at first.
     std::optional<std::uint32_t> _environmentRevision;
 };

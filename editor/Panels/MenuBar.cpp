@@ -55,10 +55,16 @@ void drawFileMenu(const MenuState& state, MenuChoice& choice) {
     ImGui::EndMenu();
 }
 
+// "Undo Move 3 objects".
+void drawStepItem(const Item& item, const std::string* step, MenuChoice& choice) {
+    const std::string label = step ? std::string{item.label} + ' ' + *step : std::string{item.label};
+    drawItem({label.data(), item.shortcut, item.command}, step, choice);
+}
+
 void drawEditMenu(const MenuState& state, MenuChoice& choice) {
     if(!beginMenu("Edit")) return;
-    drawItem({"Undo", "Ctrl+Z", Command::Undo}, state.canUndo, choice);
-    drawItem({"Redo", "Ctrl+Y", Command::Redo}, state.canRedo, choice);
+    drawStepItem({"Undo", "Ctrl+Z", Command::Undo}, state.undo, choice);
+    drawStepItem({"Redo", "Ctrl+Y", Command::Redo}, state.redo, choice);
     ImGui::EndMenu();
 }
 

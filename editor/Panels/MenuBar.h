@@ -14,8 +14,9 @@ namespace VantrelEngine {
 
 // What the menus show, and what they switch in place.
 struct MenuState {
-    bool canUndo = false;
-    bool canRedo = false;
+    // What the steps are called; null where there is none.
+    const std::string* undo = nullptr;
+    const std::string* redo = nullptr;
     // In front of the menus' end: the project's name, and whether it differs from its file.
     std::string title;
     const std::vector<std::string>* recentFiles = nullptr;

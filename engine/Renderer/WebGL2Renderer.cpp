@@ -79,6 +79,8 @@ void WebGL2Renderer::setMultiDrawEnabled(bool enabled) {
 
 void WebGL2Renderer::setFrustumCullingEnabled(bool enabled) { _state->isCullingEnabled = enabled; }
 
+RendererDebug& WebGL2Renderer::debug() { return _state->debug; }
+
 void WebGL2Renderer::setViewportSize(Id view, const Vector2i& size) {
     Vector2i& known = entry(_state->viewportSizes, view, Vector2i{1});
     if(known == Math::max(size, Vector2i{1})) return;

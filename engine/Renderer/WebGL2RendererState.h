@@ -86,6 +86,7 @@ struct WebGL2Renderer::State {
     Magnum::Color4 clearColor{0.0f, 1.0f};
     bool isDepthPassEnabled = false;
     bool isCullingEnabled = true;
+    RendererDebug debug;
     Shaders::BloomPass bloom;
     // Whether it is asked for: after it failed, too.
     bool isBloomEnabled = false, isBloomFailureSaid = false;

@@ -3,10 +3,16 @@
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
+#include <Vantrel/EngineData/JsonObject.h>
+#include <Vantrel/EngineData/ValueAccess.h>
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
+#include "Views/SceneView/Gizmo/Toolbar.h"
+#include "Views/SceneView/ObjectIdReadback.h"
+#include "Views/SceneView/Overlays/Legend.h"
 #include "Views/SceneView/Overlays/SelectionBox.h"
+#include "Views/SceneView/Overlays/TextureOverlay.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
 #include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
@@ -21,7 +27,7 @@ namespace {
 constexpr char Name[] = "Scene View";
 
 // GLFW's.
-constexpr int KeyF = 70;
+constexpr int KeyF = 70, KeyEscape = 256;
 
 // Of the distance to what the camera turns about.
 constexpr Float NormalLength = 0.02f;
@@ -38,13 +44,32 @@ ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
     return data;
 }
 
+GizmoSettings gizmoSettings(const SceneViewRecord& record) {
+    return {GizmoOperation(record.gizmoOperation), GizmoSpace(record.gizmoSpace), record.snapTranslationEnabled,
+        record.snapRotationEnabled, record.snapScaleEnabled, record.snapRotation, record.snapTranslation,
+        record.snapScale};
+}
+
+void note(SceneViewRecord& record, const GizmoSettings& settings) {
+    record.gizmoOperation = UnsignedInt(settings.gizmoOperation);
+    record.gizmoSpace = UnsignedInt(settings.gizmoSpace);
+    record.snapTranslationEnabled = settings.snapTranslationEnabled;
+    record.snapRotationEnabled = settings.snapRotationEnabled;
+    record.snapScaleEnabled = settings.snapScaleEnabled;
+    record.snapRotation = settings.snapRotation;
+    record.snapTranslation = settings.snapTranslation;
+    record.snapScale = settings.snapScale;
+}
+
 }
 
 SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::StringView& plugin):
     EditorView{manager, plugin} {}
 
 SceneView::~SceneView() {
-    if(_editor) _editor->state().sceneViewFramebuffer = nullptr;
+    if(!_editor) return;
+    _gizmo.endDrag(_editor->state());
+    _editor->state().sceneViewFramebuffer = nullptr;
 }
 
 Containers::StringView SceneView::name() const {
@@ -88,14 +113,17 @@ void SceneView::restoreState(const Containers::Array<char>& state) {
     const SceneViewRecord& record = *_data->sceneView;
     _navigation.restore(*_data, _camera, record.camera, record.orbitDistance, record.flySpeed);
     _renderMode = RenderMode(record.renderMode);
+    _gizmo.setSettings(gizmoSettings(record));
 }
 
 void SceneView::stateSaved() {
+    _gizmo.endDrag(_editor->state());
     SceneViewRecord record = _data->sceneView.value_or(SceneViewRecord{});
     record.camera = _camera.transformation();
     record.orbitDistance = _navigation.state().orbitDistance;
     record.flySpeed = _navigation.state().flySpeed;
     record.renderMode = UnsignedInt(_renderMode);
+    note(record, _gizmo.settings());
     _data->sceneView = record;
 }
 
@@ -106,6 +134,7 @@ void SceneView::draw() {
         reloadRuntime();
         _clock.skip(platform.now());
     }
+    _gizmo.beginFrame();
 
     if(!_editor->state().views.isViewOpen(_viewIndex)) return hide();
     if(_data->projectNumber != _projectSeen) {
@@ -115,12 +144,17 @@ void SceneView::draw() {
     }
     _isVisible = beginWindow();
     applyMenu();
+    drawTextureOverlay(_renderer->debug(), _renderer->compressedTextureAtlas().statistics());
     if(_isVisible) {
         renderScene();
+        showLegend();
         showImage();
+        moveWithGizmo();
         showBox();
-    } else
+    } else {
         _frame.isHovered = false;
+        _gizmo.endDrag(_editor->state());
+    }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
 }
@@ -134,6 +168,7 @@ void SceneView::hide() {
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
+    _gizmo.endDrag(_editor->state());
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -160,7 +195,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    const ViewMenuResult menu = drawViewMenu(_renderMode, _editor->state());
+    // The project may have changed since the last frame.
+    const bool hasPhysics = ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool();
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics, _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
@@ -178,6 +215,7 @@ void SceneView::updateFrozenCulling() {
 }
 
 void SceneView::updateFrameSize() {
+    _frame.origin = UserInterface::wholePoint(ImGui::GetCursorScreenPos());
     const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
     _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
@@ -205,7 +243,31 @@ void SceneView::renderScene() {
         _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
         std::uint32_t(_renderer->drawnShadowCasters())};
 
+    showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
+}
+
+void SceneView::showToolbar() {
+    SharedState& state = _editor->state();
+    const CameraState& camera = _navigation.state();
+    const ToolbarResult result = drawToolbar(
+        {_gizmo.settings(), camera.flySpeed, camera.flySpeedMin, camera.flySpeedMax,
+            ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool(), state.isSimulating()},
+        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+    _navigation.setFlySpeed(result.flySpeed);
+    const GizmoSettings& chosen = result.gizmo;
+    if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)
+        _gizmo.setOperation(chosen.gizmoOperation, chosen.gizmoSpace, state);
+    _gizmo.setSettings(chosen);
+    if(result.isChoiceHovered) _frame.isHovered = false;
+    if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
+}
+
+void SceneView::moveWithGizmo() {
+    if(_picking.isBoxArmed()) return _gizmo.endDrag(_editor->state());
+    const bool isBusy = _navigation.mode() != NavigationMode::Idle;
+    if(_gizmo.draw({*_data, _editor->state(), _camera, _frame.origin, _frame.size, isBusy}))
+        _editor->state().wantsFrame = true;
 }
 
 // A window that is new has its size in its second frame.
@@ -228,7 +290,6 @@ void SceneView::lookAroundWhileFlying() {
 }
 
 void SceneView::showImage() {
-    _frame.origin = Vector2i{UserInterface::vector(ImGui::GetCursorScreenPos())};
     ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
     switch(_renderMode) {
     case RenderMode::Shaded:
@@ -236,6 +297,24 @@ void SceneView::showImage() {
     case RenderMode::ObjectId: return UserInterface::image(framebuffers.objectIds().id(), Vector2{_frame.size});
     }
     VANTREL_UNREACHABLE("Views/SceneView", 1372);
+}
+
+// The object below the mouse. Reading it waits for the GPU, so that is done only where somebody may want to know.
+Containers::StringView SceneView::pointedName() {
+    if(!_frame.isHovered || _navigation.mode() == NavigationMode::Fly) return {};
+    const Scene& scene = _data->scene().main();
+    const Vector2i mouse = UserInterface::wholePoint(ImGui::GetIO().MousePos);
+    const std::vector<Id> objects =
+        readObjectIds(_frameRenderer.framebuffers().resolved(), pixelBelow(mouse, _frame), scene);
+    if(objects.empty() || objects.front() == RootObject) return {};
+    return scene.objectNames.nameOf(objects.front());
+}
+
+void SceneView::showLegend() {
+    const bool showsOverdraw = _editor->state().display(DebugDisplay::Overdraw);
+    const Vector2 origin{_frame.origin};
+    drawLegend({origin, origin + Vector2{_frame.size}}, showsOverdraw,
+        showsOverdraw ? Containers::StringView{} : pointedName());
 }
 
 void SceneView::showBox() {
@@ -247,9 +326,19 @@ void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
+// While a handle is held the other buttons are the gizmo's.
 void SceneView::mousePressEvent(const MouseEvent& event) {
+    if(_gizmo.isHeld()) {
+        if(event.button == MouseButton::Right) cancelDrag();
+        return;
+    }
     apply(_navigation.mousePress(event, _frame.isHovered));
     if(event.button == MouseButton::Left) _picking.mousePress(event, pressState(), pickTarget());
+}
+
+void SceneView::cancelDrag() {
+    _gizmo.cancelDrag(_editor->state());
+    _editor->state().wantsFrame = true;
 }
 
 void SceneView::mouseReleaseEvent(const MouseEvent& event) {
@@ -262,18 +351,23 @@ void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
 }
 
 void SceneView::keyPressEvent(const KeyEvent& event) {
+    if(event.key == KeyEscape && _gizmo.isHeld()) return cancelDrag();
     _navigation.keyPress(event, _isFocused, *_data);
     if(event.key == KeyF && !ImGui::IsAnyItemActive()) _navigation.frameSelection(*_data, _camera);
 }
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
-void SceneView::focusLost() { apply(_navigation.endMode()); }
+void SceneView::focusLost() {
+    apply(_navigation.endMode());
+    _gizmo.endDrag(_editor->state());
+}
 
 PressState SceneView::pressState() const {
     PressState state;
     state.isHovered = _frame.isHovered;
     state.isFlying = _navigation.mode() == NavigationMode::Fly;
+    state.isOverHandle = _data->firstSelectedObject() && _gizmo.isOver();
     return state;
 }
 

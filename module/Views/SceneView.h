@@ -11,6 +11,7 @@
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
+#include "Views/SceneView/Gizmo/TransformGizmo.h"
 #include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
@@ -58,6 +59,11 @@ private:
     void renderScene();
     void showImage();
     void showBox();
+    void showLegend();
+    Corrade::Containers::StringView pointedName();
+    void showToolbar();
+    void moveWithGizmo();
+    void cancelDrag();
     void frameAsked(bool isSettled);
     void lookAroundWhileFlying();
 
@@ -79,6 +85,7 @@ private:
     FrozenCulling _frozen;
     ViewCamera _camera;
     CameraNavigation _navigation;
+    TransformGizmo _gizmo;
     Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;

@@ -37,12 +37,13 @@ TEST(ScriptParserTest, GoodLines) {
         {"reload", ScriptVerb::Reload, {}, {}, 0}, {"reload x.so", ScriptVerb::Reload, {}, {"x.so"}, 0},
         {"open my file.json", ScriptVerb::Open, {}, {"my file.json"}, 0}, {"new", ScriptVerb::New, {}, {}, 0},
         {"record /a {\"b\": 1}", ScriptVerb::Edit, {}, {"record /a {\"b\": 1}"}, 0},
-        {"undo", ScriptVerb::Edit, {}, {"undo"}, 0}, {"wait import", ScriptVerb::WaitForImport, {}, {}, 0},
+        {"undo", ScriptVerb::Undo, {}, {}, 0}, {"wait import", ScriptVerb::WaitForImport, {}, {}, 0},
         {"import my file.glb", ScriptVerb::Import, {}, {"my file.glb"}, 0},
         {"drop my file.png 10 20", ScriptVerb::Drop, {10, 20}, {"my file.png"}, 0},
         {"screenshot a.png", ScriptVerb::Screenshot, {}, {"a.png"}, 0},
         {"idimage b.png", ScriptVerb::IdImage, {}, {"b.png"}, 0},
         {"thumbnail mesh esh a b.png", ScriptVerb::Thumbnail, {5}, {"esh", "a b.png"}, 0},
+        {"redo", ScriptVerb::Redo, {}, {}, 0},
         {"dump undo  my log.txt", ScriptVerb::Dump, {}, {"undo", "my log.txt"}, 0},
         {"quit", ScriptVerb::Quit, {}, {}, 0}};
     for(const auto& testCase: cases) {
@@ -68,8 +69,9 @@ TEST(ScriptParserTest, BadLines) {
         {"key", "expected: key NAME"}, {"resize 0 10", "\"0\" is not between 1 and 8192"},
         {"scale 9", "\"9\" is not between 0 and 4"}, {"focus maybe", "\"maybe\" is none of on, off"},
         {"drop a.png 3", "expected: drop FILE X Y"}, {"drop a.png 3 y", "\"y\" is no number"},
-        {"dump picture a", "\"picture\" is none of document, selection, undo, log, statistics"},
-        {"dump undo", "expected: dump document|selection|undo|log|statistics FILE"}, {"quit now", "expected: quit"}};
+        {"dump picture a", "\"picture\" is none of document, selection, undo, history, log, statistics"},
+        {"dump undo", "expected: dump document|selection|undo|history|log|statistics FILE"},
+        {"quit now", "expected: quit"}};
     for(const auto& testCase: cases) {
         const ParsedScript script = parseScript(std::string{"# first\n\n  "} + testCase.line + "\nquit");
         EXPECT_EQ(script.error, std::string{"line 3: \""} + testCase.line + "\": " + testCase.reason);

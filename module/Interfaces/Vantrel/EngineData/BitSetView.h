@@ -26,6 +26,9 @@ public:
     // Bits.
     std::size_t size() const { return _size; }
 
+    // The words that the set is made of, to be compared with others.
+    Corrade::Containers::ArrayView<const Magnum::UnsignedLong> words() const { return {_words, wordCount(_size)}; }
+
     // Whether the number is in the set; what is beyond the size is not.
     bool isSet(std::size_t i) const { return i < _size && (_words[i / 64] >> i % 64 & 1); }
 

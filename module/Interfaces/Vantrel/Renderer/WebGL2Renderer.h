@@ -17,6 +17,7 @@
 #include <Vantrel/EngineData/Types.h>
 #include <Vantrel/Renderer/BloomPass.h>
 #include <Vantrel/Renderer/Draw.h>
+#include <Vantrel/Renderer/RendererDebug.h>
 #include <Vantrel/Renderer/RendererState.h>
 #include <Vantrel/Renderer/TextureAtlas.h>
 #include <Vantrel/Renderer/TileStackTextureAtlas.h>
@@ -73,6 +74,8 @@ public:
     // Whether all meshes of a group are drawn with one call, where the GL can. The picture is the same.
     void setMultiDrawEnabled(bool enabled);
     void setFrustumCullingEnabled(bool enabled);
+    // What of the textures render() shows over the pictures of all views.
+    RendererDebug& debug();
     // Pixels, at least 1.
     void setViewportSize(Id view, const Magnum::Vector2i& size);
     // A view may be drawn with the matrices of another one.

@@ -36,6 +36,10 @@ void CameraNavigation::restore(
     write(data, camera);
 }
 
+void CameraNavigation::setFlySpeed(Float speed) {
+    _state.flySpeed = Math::clamp(speed, _state.flySpeedMin, _state.flySpeedMax);
+}
+
 CameraNavigation::Change CameraNavigation::mousePress(const MouseEvent& event, bool isHovered) {
     if(!isHovered) return Change::None;
     if(event.button == MouseButton::Right && beginFly(_state)) {

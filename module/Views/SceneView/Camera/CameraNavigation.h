@@ -25,6 +25,8 @@ public:
 
     const CameraState& state() const { return _state; }
     NavigationMode mode() const { return _state.mode; }
+    // Scene units per second, brought within the bounds. What moves already goes on as it does.
+    void setFlySpeed(Magnum::Float speed);
     // Whether it will move without being told to.
     bool isMoving() const { return _state.mode == NavigationMode::Fly; }
 

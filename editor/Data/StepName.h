@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Utility/VisibilityMacros.h>
+
+#include "ChangeManager.h"
+
+namespace VantrelEngine {
+
+class ProjectFile;
+
+// What a person calls a step of the undo log: "Move 3 objects", "Change base colour of Bricks", "Rename Table to Desk",
+// "Set bloom intensity". Tells of what the step is about in the first place, by the names that are shown; the project is
+// as it is after the step. Costs a step for each change. A line, not empty.
+CORRADE_VISIBILITY_EXPORT std::string stepName(
+    Corrade::Containers::ArrayView<const Change> changes, const ProjectFile& project);
+
+} // namespace VantrelEngine

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include <Corrade/Containers/ArrayView.h>
+#include <Magnum/Math/Matrix4.h>
+#include <Magnum/Math/Vector3.h>
+#include <Vantrel/EngineData/BitSetView.h>
+#include <Vantrel/EngineData/Types.h>
+
+namespace VantrelEngine {
+
+class EditorData;
+class ValueAccess;
+struct SharedState;
+
+// Takes objects along with one drag: writes where they are into the scene and, through the change manager, whose group
+// the caller opens and commits, into the document. No object of them is below another one. Costs what is dragged.
+//
+// An object is left out, with a line, where its parent's scaling would skew it, and from moving and turning where that is
+// zero. What the simulation moves is left alone while it runs.
+class DragRecorder {
+public:
+    using Objects = Corrade::Containers::ArrayView<const Id>;
+
+    // As long as the recorder lives; the scene's absolute transformations are up to date whenever it is called.
+    explicit DragRecorder(EditorData& data, SharedState& state): _data{data}, _state{state} {}
+
+    // The delta since the last call, in the world.
+    void move(const Magnum::Matrix4& delta, Objects objects);
+    // The factors since the last call, along the objects' own axes.
+    void scale(const Magnum::Vector3& factors, Objects objects);
+
+    // After the commit: what was written last is in its place and need not be compiled.
+    void committed();
+
+private:
+    enum class Reason { Flat, Skewed };
+
+    BitSetView leftOut() { return BitSetView{{_leftOutWords.data(), _leftOutWords.size()}, MaxObjects + 1}; }
+    bool isDragged(Id object);
+    bool isSimulated(Id object) const;
+    bool isBelowZero(Id object) const;
+    ValueAccess entryOf(Id object) const;
+    void leaveOutFlat(Objects objects);
+    void moveObject(const Magnum::Matrix4& delta, Id object);
+    void recordTransform(Id object, const ValueAccess& entry);
+    void leaveOut(Id object);
+    void sayLeftOut(Reason reason);
+
+    EditorData& _data;
+    SharedState& _state;
+    bool _isFlatKnown = false;
+    // By id.
+    std::array<Magnum::UnsignedLong, BitSetView::wordCount(MaxObjects + 1)> _leftOutWords{};
+    std::vector<Id> _newlyLeftOut, _written;
+};
+
+} // namespace VantrelEngine

@@ -1,0 +1,168 @@
+#include "Views/SceneView/Gizmo/TransformGizmo.h"
+
+#include <imgui.h>
+// The library's own header needs the one above.
+#include <ImGuizmo.h>
+
+#include <Vantrel/EditorData/EditorData.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
+
+#include "ChangeManager.h"
+#include "Views/SceneView/Gizmo/GizmoMath.h"
+#include "Views/SceneView/ViewCamera.h"
+
+namespace VantrelEngine {
+
+using namespace Magnum;
+
+namespace {
+
+ImGuizmo::OPERATION libraryOperation(GizmoOperation operation) {
+    switch(operation) {
+    case GizmoOperation::Translate: return ImGuizmo::TRANSLATE;
+    case GizmoOperation::Rotate: return ImGuizmo::ROTATE;
+    case GizmoOperation::Scale: return ImGuizmo::SCALE;
+    }
+    return ImGuizmo::TRANSLATE;
+}
+
+// Length of an axis as a part of the picture's shorter side.
+constexpr Float AxisLength = 0.15f;
+
+// The library wants a part of half the longer side.
+Float clipSpaceSize(const Vector2i& size) { return 2.0f * AxisLength * Float(size.min()) / Float(size.max()); }
+
+ImGuizmo::MODE libraryMode(GizmoSpace space) { return space == GizmoSpace::Local ? ImGuizmo::LOCAL : ImGuizmo::WORLD; }
+
+}
+
+void TransformGizmo::setOperation(GizmoOperation operation, GizmoSpace space, SharedState& state) {
+    endDrag(state);
+    releaseHandle();
+    _settings.gizmoOperation = operation;
+    _settings.gizmoSpace = space;
+}
+
+void TransformGizmo::beginFrame() { ImGuizmo::BeginFrame(); }
+
+bool TransformGizmo::isOver() const { return ImGuizmo::IsOver(); }
+
+bool TransformGizmo::draw(const GizmoScene& scene) {
+    const std::optional<Grip> grip = this->grip(scene.data);
+    const bool isOther = grip && _isHeld && grip->key != _heldKey;
+    // Others have ended the trial, with what was dragged.
+    const bool isTaken = _gizmoInUse && scene.state.changeManager->trial() != Trial::Gesture;
+    if(!grip || isOther || isTaken) endDrag(scene.state);
+    if(!grip) return false;
+
+    ImGuizmo::SetDrawlist();
+    ImGuizmo::SetRect(Float(scene.origin.x()), Float(scene.origin.y()), Float(scene.size.x()), Float(scene.size.y()));
+    ImGuizmo::SetGizmoSizeClipSpace(clipSpaceSize(scene.size));
+    ViewManager& views = scene.camera.views();
+    const Matrix4 view = views.viewTransform(scene.camera.view()).toMatrix();
+    Matrix4 matrix = grip->matrix, delta;
+    const bool isChanged = ImGuizmo::Manipulate(view.data(), views.projectionMatrix(scene.camera.view()).data(),
+        libraryOperation(_settings.gizmoOperation), libraryMode(_settings.gizmoSpace), matrix.data(), delta.data(),
+        snapSteps());
+    if(scene.isBusy && !_isHeld) {
+        if(ImGuizmo::IsUsing()) releaseHandle();
+        return false;
+    }
+    if(ImGuizmo::IsUsing()) {
+        _isHeld = true;
+        _heldKey = grip->key;
+    }
+    if(isChanged) record(scene, *grip, delta);
+    if(!ImGuizmo::IsUsing()) endDrag(scene.state);
+    return isChanged;
+}
+
+// None where nothing is selected, or what is selected is nowhere.
+std::optional<TransformGizmo::Grip> TransformGizmo::grip(EditorData& data) {
+    Scene& scene = data.scene().main();
+    const std::size_t count = data.selection().countSet();
+    if(!count) return {};
+    scene.computeAbsoluteTransformations();
+    _isSeveral = count > 1;
+    Matrix4 matrix;
+    UnsignedLong gesture = 0;
+    if(_isSeveral) {
+        _objects = _topmost.find(scene, data.selection());
+        matrix = Matrix4::translation(meanPosition(data));
+        gesture = gestureKey({_objects.data(), _objects.size()});
+    } else {
+        const Id object = *data.firstSelectedObject();
+        _objects.assign(1, object);
+        matrix = scene.absoluteTransformationAsMatrix(object);
+        gesture = object;
+    }
+    if(!isFinite(matrix)) return {};
+    return Grip{groupKey(_settings.gizmoOperation, _settings.gizmoSpace, gesture), matrix};
+}
+
+Vector3 TransformGizmo::meanPosition(const EditorData& data) const {
+    Vector3d sum;
+    for(const Id object: _objects) sum += Vector3d{data.scene().main().absoluteTransformation(object).translation()};
+    return Vector3{sum / Double(_objects.size())};
+}
+
+// Ctrl never switches steps off.
+const Float* TransformGizmo::snapSteps() const {
+    const bool isControlHeld = ImGui::GetIO().KeyCtrl;
+    switch(_settings.gizmoOperation) {
+    case GizmoOperation::Translate:
+        return _settings.snapTranslationEnabled || isControlHeld ? _settings.snapTranslation.data() : nullptr;
+    case GizmoOperation::Rotate:
+        return _settings.snapRotationEnabled || isControlHeld ? &_settings.snapRotation : nullptr;
+    case GizmoOperation::Scale:
+        return _settings.snapScaleEnabled || isControlHeld ? _settings.snapScale.data() : nullptr;
+    }
+    return nullptr;
+}
+
+void TransformGizmo::record(const GizmoScene& scene, const Grip& grip, const Matrix4& delta) {
+    ChangeManager& changes = *scene.state.changeManager;
+    if(!_recorder) {
+        changes.beginTrial(Trial::Gesture);
+        _recorder.emplace(scene.data, scene.state);
+    }
+    changes.beginGroup(grip.key, _gizmoInUse);
+    _gizmoInUse = true;
+    if(_settings.gizmoOperation == GizmoOperation::Scale)
+        _recorder->scale(scaleFactors(delta), {_objects.data(), _objects.size()});
+    else
+        _recorder->move(delta, {_objects.data(), _objects.size()});
+    changes.commit();
+    _recorder->committed();
+}
+
+// The library's delta is that of the frame where the matrix carries the size that was reached, and the total of the drag
+// where it carries none.
+Vector3 TransformGizmo::scaleFactors(const Matrix4& delta) {
+    const Vector3 lengths = axisLengths(delta);
+    if(!_isSeveral) return lengths;
+    const Vector3 factors = lengths / _totalScale;
+    _totalScale = lengths;
+    return factors;
+}
+
+void TransformGizmo::releaseHandle() {
+    ImGuizmo::Enable(false);
+    ImGuizmo::Enable(true);
+}
+
+void TransformGizmo::endDrag(SharedState& state) {
+    if(_isHeld) releaseHandle();
+    if(_gizmoInUse && state.changeManager->trial() == Trial::Gesture) state.changeManager->keepTrial();
+    _recorder.reset();
+    _totalScale = Vector3{1.0f};
+    _isHeld = _gizmoInUse = false;
+}
+
+void TransformGizmo::cancelDrag(SharedState& state) {
+    if(_gizmoInUse && state.changeManager->trial() == Trial::Gesture) state.changeManager->dropTrial();
+    _gizmoInUse = false;
+    endDrag(state);
+}
+
+} // namespace VantrelEngine

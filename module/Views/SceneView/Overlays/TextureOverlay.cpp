@@ -1,0 +1,50 @@
+#include "Views/SceneView/Overlays/TextureOverlay.h"
+
+#include <Vantrel/Renderer/RendererDebug.h>
+
+#include "Views/UserInterface.h"
+
+namespace VantrelEngine {
+
+using namespace Magnum;
+
+namespace {
+
+void drawStatistics(const TileStackTextureAtlas::Statistics& statistics) {
+    ImGui::Text("tiles to add:\t\t\t%zu", statistics.tilesToAdd);
+    ImGui::Text("tiles active:\t\t\t%zu", statistics.tilesActive);
+    ImGui::Text("tiles locked:\t\t\t%zu", statistics.tilesLocked);
+    ImGui::Text("tiles to remove:\t\t%zu", statistics.tilesToRemove);
+    ImGui::Text("tiles to upload:\t\t%zu", statistics.tilesToUpload);
+    ImGui::Text("cache capacity:\t\t%zu", statistics.cacheCapacity);
+    ImGui::Text("compact list size:\t%zu", statistics.compactListSize);
+}
+
+// At the top right of the view, the first time.
+void placeFirst() {
+    const Vector2 view = UserInterface::vector(ImGui::GetWindowPos());
+    const Float margin = ImGui::GetFrameHeight();
+    ImGui::SetNextWindowPos(
+        {view.x() + ImGui::GetWindowWidth() - margin, view.y() + 3.0f * margin}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
+}
+
+}
+
+void drawTextureOverlay(RendererDebug& debug, const TileStackTextureAtlas::Statistics& statistics) {
+    if(!debug.textureOverlay) return;
+    placeFirst();
+    if(ImGui::Begin("Texture Overlay", nullptr, ImGuiWindowFlags_AlwaysAutoResize)) {
+        ImGui::InputInt("mip", &debug.mipLevel, 1, 100);
+        ImGui::Checkbox("texture atlas", &debug.textureAtlas);
+        ImGui::Checkbox("virtual atlas", &debug.virtualAtlas);
+        ImGui::Checkbox("tile feedback", &debug.tileFeedback);
+        ImGui::Checkbox("streaming cache", &debug.streamingCache);
+        ImGui::Checkbox("shadow atlas", &debug.shadowAtlas);
+        ImGui::Spacing();
+        ImGui::TextDisabled("Statistics");
+        drawStatistics(statistics);
+    }
+    ImGui::End();
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include "Views/Test/SceneViewFixture.h"
+
+namespace {
+
+using namespace Magnum;
+using namespace VantrelEngine;
+using VantrelTest::differences;
+
+class PickingViewTest: public VantrelTest::SceneViewFixture {
+protected:
+    PickingViewTest() {
+        addCube("left", "[-1.5, 0, 1.5]");
+        addCube("right", "[1.5, 0, -1.5]");
+        host.frame();
+    }
+    void click(const Vector2i& point, unsigned modifiers = 0) {
+        hover(point);
+        press(MouseButton::Left, modifiers);
+        release(MouseButton::Left, modifiers);
+    }
+    std::string selected() {
+        std::string names;
+        for(const char* id: {"left", "right"})
+            if(data().isSelected(objectOf(id))) names += id;
+        return names;
+    }
+
+    static constexpr Vector2i Left{80, 138}, Right{240, 138}, Nothing{160, 60};
+};
+
+TEST_F(PickingViewTest, clicksSelectWhatIsSeen) {
+    click(Left);
+    EXPECT_EQ(selected(), "left");
+    click(Right, ModifierShift);
+    EXPECT_EQ(selected(), "leftright");
+    click(Right);
+    EXPECT_EQ(selected(), "right");
+    click(Nothing);
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(PickingViewTest, withTwicePixels) {
+    host.platform.scale = Vector2{2.0f};
+    host.resize({321, 241});
+    host.frame();
+    click(Left);
+    EXPECT_EQ(selected(), "left");
+    click(Right);
+    EXPECT_EQ(selected(), "right");
+}
+
+// The framebuffers stay; what is below the mouse is what is seen there.
+TEST_F(PickingViewTest, afterAChangeOfTheScaleAlone) {
+    host.platform.scale = Vector2{3.0f};
+    click(Right);
+    EXPECT_EQ(selected(), "right");
+    click(Left);
+    EXPECT_EQ(selected(), "left");
+}
+
+TEST_F(PickingViewTest, theNextFrameShowsTheSelection) {
+    hover(Left);
+    const Image2D before = host.picture();
+    press(MouseButton::Left);
+    host.frame();
+    EXPECT_GT(differences(before, host.picture()), 100);
+}
+
+TEST_F(PickingViewTest, nothingWhileFlyingOrOutside) {
+    hover(Left);
+    press(MouseButton::Right);
+    host.platform.cursor = Vector2d{Left};
+    press(MouseButton::Left);
+    EXPECT_EQ(selected(), "");
+    release(MouseButton::Right);
+    hover({-20, 138});
+    press(MouseButton::Left);
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(PickingViewTest, otherButtonsSelectNothing) {
+    hover(Left);
+    press(MouseButton::Middle);
+    release(MouseButton::Middle);
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(PickingViewTest, placesTheSelectedObject) {
+    click(Left);
+    click(Right, ModifierControl | ModifierShift);
+    host.frame();
+    EXPECT_EQ(selected(), "left");
+    EXPECT_EQ(
+        data().scene().main().absoluteTransformation(objectOf("left")).translation(), (Vector3{1.5f, 0.0f, -1.5f}));
+    EXPECT_EQ(host.objectAt({80, 240 - 138}), NoObject);
+    host.session.changes().undoLast();
+    host.frame();
+    EXPECT_EQ(host.objectAt({80, 240 - 138}), objectOf("left"));
+}
+
+TEST_F(PickingViewTest, whoAsksForAnObjectIsAnswered) {
+    host.state.pickRequest.isPending = 1;
+    click(Right);
+    EXPECT_EQ(selected(), "");
+    EXPECT_EQ(host.state.pickRequest.name, "right");
+}
+
+} // namespace

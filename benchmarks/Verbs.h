@@ -100,6 +100,9 @@ void box(std::size_t count, const Magnum::Vector2i& size, const Budget& budget);
 // The glow of a kernel's size and number of passes, at least 3, beside plain blurs; and how its time grows with both.
 void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budget& budget);
 
+// The panel of all objects: a frame in which nothing changes, one after an edit of one object, and a search.
+void outliner(std::size_t count, const Budget& budget);
+
 // So many changes of the picture's size, beside plain allocations.
 void resize(std::size_t count);
 

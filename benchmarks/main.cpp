@@ -159,6 +159,9 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addCountedVerb(app, arguments.fewer, "lag", "Frames until what was done is seen").callback([&] {
         VantrelBench::lag(arguments.fewer);
     });
+    addProjectVerb(app, arguments, "outliner", "The panel of all objects").callback([&] {
+        VantrelBench::outliner(arguments.count, arguments.budget());
+    });
     CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
     shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();
     shadow.callback([&] { VantrelBench::shadow(arguments.fewer, arguments.cascades); });

@@ -34,6 +34,7 @@ private:
     // Empty, or the reason.
     std::string perform(const ScriptCommand& command);
     std::string select(const ScriptCommand& command);
+    std::string mark(const ScriptCommand& command);
     std::string writeIdImage(const std::string& file);
     std::string writeThumbnail(const ScriptCommand& command);
     void moveTo(Magnum::Double x, Magnum::Double y);

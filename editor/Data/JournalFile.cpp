@@ -98,7 +98,7 @@ std::string JournalFile::cutTail() {
 }
 
 std::string JournalFile::add(const std::vector<std::string>& lines) {
-    if(!isOpen() || !isAt(_path)) return "the file is gone";
+    if(!isThere()) return "the file is gone";
     std::string error = cutTail();
     if(!error.empty()) return error;
     std::uint64_t checksum = _checksum;
@@ -160,9 +160,8 @@ std::string JournalFile::rename(const std::string& path) {
 }
 
 void JournalFile::remove() {
-    if(!isOpen()) return;
     // Only what is still ours.
-    if(isAt(_path)) _calls->unlink(_path.data());
+    if(isThere()) _calls->unlink(_path.data());
     close();
 }
 

@@ -81,15 +81,17 @@ TEST_F(InspectorPanelTest, GathersWhatManyObjectsHaveInCommonOnceAChange) {
     EXPECT_GT(panel.gatherings(), gathered);
 }
 
+// Of a key that is compiled to nothing: no revision tells of it.
 TEST_F(InspectorPanelTest, SeesAnEditThatTookThePlaceOfAnother) {
-    addObjects(2);
+    record("/materials/m", "{'name': 'M', 'own': 1}");
+    resource = {"materials", "m"};
     changes().beginGroup();
-    record("/objects/o0/name", "'A'", true);
+    record("/materials/m/own", "2");
     changes().commit();
     drawFrame();
     const std::size_t gathered = panel.gatherings();
     changes().beginGroup(0, true);
-    record("/objects/o0/name", "'B'", true);
+    record("/materials/m/own", "3", true);
     changes().commit();
     drawFrame();
     EXPECT_GT(panel.gatherings(), gathered);

@@ -80,6 +80,8 @@ public:
 
     // Components that were set inactive or skipped, and objects that could not be compiled as they are.
     const ComponentProblems::Map& problems() const { return _problems.all(); }
+    // Another number where they are others.
+    std::size_t problemsFingerprint() const { return _problems.fingerprint(); }
 
     // How many objects were compiled, and with their components, since the compiler was made.
     std::size_t compiledObjectCount() const { return _compiledObjectCount; }

@@ -11,6 +11,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
 #include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
 #include "Data/FoundJournal.h"
@@ -23,6 +24,7 @@
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -61,16 +63,19 @@ ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled)
     return {text, progress.fraction, canBeCancelled};
 }
 
-bool isView(const ImGuiWindow* window) {
-    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+bool isWindow(const ImGuiWindow* window, const char* title) {
+    return window && Containers::StringView{window->RootWindow->Name} == title;
 }
+
+bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 } // namespace
 
 Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
-    _session{std::make_unique<ProjectSession>()}, _imports{*_session, std::move(files.converter)},
+    _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
     _loader{files.module}, _lastFrame{platform.now()} {
@@ -81,6 +86,7 @@ Editor::Editor(Platform& platform, Files files):
 
 Editor::~Editor() {
     closeView();
+    _marks.update(*_session);
     _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
@@ -249,6 +255,15 @@ void Editor::performNow(Command command) {
     case Command::Redo:
         if(!wasPreviewed) goTo(step + 1);
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -263,16 +278,29 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
+}
+
 void Editor::dropFile(const std::string& file, const Vector2& position) {
+    requestFrames();
+    if(isProjectPath(file)) return openAsked(file);
     _drop.add(file, position);
+}
+
+void Editor::hold(const std::string& type, const std::string& text) {
+    _input.holdForInterface(true);
+    _held.take(type, text);
     requestFrames();
 }
 
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
-    if(file.empty()) return;
-    if(isProjectPath(file)) return openAsked(file);
-    import(file);
+    if(!file.empty()) import(file);
 }
 
 void Editor::runActions() {
@@ -387,7 +415,8 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening) {
+    // What is dropped just now goes into the project as it is.
+    if(!_opening && !_drop.isPlaying()) {
         if(!_imports.isCompiling()) updateSteps();
         showImported(_imports.update(_isReplayed ? Endless : OpeningStep));
     }
@@ -395,15 +424,19 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(!isCompiling) {
         _session->update();
         updateSteps();
+        _marks.update(*_session);
     }
     _thumbnails.beginFrame();
+    _pictures.update(_isReplayed);
     _session->editor().state().wantsFrame = false;
+    _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 
-    _drop.beginFrame(_input);
+    _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
+    tellRefused();
     updateFocus();
     takeDropped(_drop.endFrame());
 
@@ -435,7 +468,9 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
+    const std::optional<ImportProgress> importing = _imports.progress();
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+        _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -452,6 +487,7 @@ void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
     for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
+    _held.draw();
     if(_loader.module()) _loader.module()->draw();
 }
 
@@ -479,7 +515,9 @@ void Editor::drawMenu() {
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -495,15 +533,31 @@ void Editor::drawStatus() {
     if(const Journal* const journal = _session->journal()) status.journalTrouble = journal->trouble();
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
-    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
+}
+
+// One line for all that a box or a command was about.
+void Editor::tellRefused() {
+    const EditorData::Refused refused = _session->data().takeRefused();
+    const Scene& scene = _session->data().scene().main();
+    if(!refused.count || !scene.isValid(refused.object)) return;
+    if(refused.count != 1) {
+        Utility::Warning{} << refused.count << "objects are locked and cannot be selected";
+        return;
+    }
+    const Containers::StringView name = scene.objectNames.nameOf(refused.object);
+    Utility::Warning{} << (name.isEmpty() ? scene.objectIds.nameOf(refused.object) : name)
+                       << "is locked and cannot be selected";
 }
 
 void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);
@@ -519,7 +573,9 @@ bool Editor::isMoving() const {
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
+bool Editor::wantsFrame() const {
+    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+}
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

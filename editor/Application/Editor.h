@@ -10,18 +10,21 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/FilePictures.h>
 #include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
 #include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
+#include "Application/HeldThing.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
 #include "Application/ModuleFile.h"
 #include "Application/Recover.h"
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
+#include "Data/MarksKeeper.h"
 #include "Data/ProjectOpening.h"
 #include "Data/ProjectSession.h"
 #include "Import/ImportQueue.h"
@@ -81,8 +84,13 @@ public:
     void setFocus(bool hasFocus);
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
+    // A button; the modifiers add to the keys that are held.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
+    // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
+    void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
+    EditorPanels& panels() { return _panels; }
 
     // Releases what the view takes for held.
     void releaseInput();
@@ -137,6 +145,7 @@ private:
     void drawPanels();
     void drawMenu();
     void drawStatus();
+    void tellRefused();
     void updateFocus();
     bool isMoving() const;
     // The project is replaced or compiled: the user can only wait.
@@ -150,18 +159,23 @@ private:
     LogCapture _capture{_log};
     Settings _settings;
     std::unique_ptr<ProjectSession> _session;
+    MarksKeeper _marks;
     ImportQueue _imports;
     Thumbnails _thumbnails;
+    FilePictures _pictures;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
+    HeldThing _held;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
+    // When the menu for it was opened last.
+    bool _clipboardHasObjects = false;
     // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
     std::unique_ptr<ProjectOpening> _opening;
     Magnum::Double _openingBegan = 0.0;

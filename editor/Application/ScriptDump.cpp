@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include <VantrelHost/DocumentWriter.h>
+#include <imgui.h>
 
 #include "Application/Editor.h"
 
@@ -28,6 +29,14 @@ std::string selection(Editor& editor) {
         const Containers::StringView id = data.scene().main().objectIds.nameOf(Id(object));
         text += std::string{id.data(), id.size()} + '\n';
     }
+    return text;
+}
+
+std::string marks(Editor& editor) {
+    std::string text;
+    const ObjectMarks& marks = editor.session().data().marks();
+    for(const std::string& id: marks.ids(ObjectMark::Hidden)) text += "hidden " + id + '\n';
+    for(const std::string& id: marks.ids(ObjectMark::Locked)) text += "locked " + id + '\n';
     return text;
 }
 
@@ -65,17 +74,26 @@ std::string log(Editor& editor) {
 std::string statistics(Editor& editor) {
     SharedState& state = editor.session().editor().state();
     std::string text = "visible meshes " + std::to_string(state.statistics.visibleMeshes) + "\ndraw calls " +
-        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) + '\n';
+        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) +
+        "\nobject id draw calls " + std::to_string(state.statistics.pass(FramePass::ObjectIds).drawCalls) +
+        "\noutline draw calls " + std::to_string(state.statistics.pass(FramePass::Outline).drawCalls) + '\n';
     const Containers::StringView reload = state.lastReload;
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
+}
+
+std::string clipboard() {
+    const char* const text = ImGui::GetClipboardText();
+    return text ? text : "";
 }
 
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
     if(kind == "document") return document(editor, error);
     if(kind == "selection") return selection(editor);
+    if(kind == "marks") return marks(editor);
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
+    if(kind == "clipboard") return clipboard();
     return statistics(editor);
 }
 

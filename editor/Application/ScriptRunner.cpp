@@ -1,5 +1,7 @@
 #include "Application/ScriptRunner.h"
 
+#include <imgui.h>
+
 #include "Application/Editor.h"
 #include "Application/RenderTarget.h"
 #include "Application/ReplayPlatform.h"
@@ -45,6 +47,16 @@ void ScriptRunner::moveTo(Double x, Double y) {
     _editor.input().moveTo({Float(x), Float(y)});
 }
 
+// One that is out of sight is there a frame after it was asked for.
+std::string ScriptRunner::moveToField(const ScriptCommand& command) {
+    for(int i = 0; i != PatientFrames; ++i) {
+        const std::optional<Vector2> place = _editor.panels().placeOf(command.words[0], int(command.numbers[0]));
+        if(place) return moveTo(Double(place->x()), Double(place->y())), std::string{};
+        _stage.drawFrame();
+    }
+    return "there is no such field";
+}
+
 std::string ScriptRunner::select(const ScriptCommand& command) {
     EditorData& data = _editor.session().data();
     data.selection().clear();
@@ -52,6 +64,18 @@ std::string ScriptRunner::select(const ScriptCommand& command) {
         const Id object = _editor.session().compiler().objectOf({word.data(), word.size()});
         if(object == RootObject) return "there is no object \"" + word + "\"";
         data.selectObject(object, true);
+    }
+    return {};
+}
+
+std::string ScriptRunner::mark(const ScriptCommand& command) {
+    const bool isMarked = command.verb == ScriptVerb::Hide || command.verb == ScriptVerb::Lock;
+    const bool isAboutSight = command.verb == ScriptVerb::Hide || command.verb == ScriptVerb::Show;
+    for(const std::string& word: command.words) {
+        const Id object = _editor.session().compiler().objectOf({word.data(), word.size()});
+        if(object == RootObject) return "there is no object \"" + word + "\"";
+        _editor.session().data().marks().setMarked(
+            isAboutSight ? ObjectMark::Hidden : ObjectMark::Locked, object, isMarked);
     }
     return {};
 }
@@ -85,6 +109,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
         for(Double i = 0.0; i < numbers[0]; ++i) _stage.drawFrame();
         return {};
     case ScriptVerb::Mouse: moveTo(numbers[0], numbers[1]); return drawn({});
+    case ScriptVerb::Field: return drawn(moveToField(command));
     case ScriptVerb::Move: {
         const Vector2d position = _platform.cursorPosition();
         moveTo(position.x() + numbers[0], position.y() + numbers[1]);
@@ -92,17 +117,22 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     }
     case ScriptVerb::Press:
     case ScriptVerb::Release:
-        _editor.input().setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
+        _editor.setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
         return drawn({});
     case ScriptVerb::Scroll: _editor.input().scroll({0.0f, Float(numbers[0])}, command.modifiers); return drawn({});
-    case ScriptVerb::Key:
-    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), command.verb == ScriptVerb::Key, false); return drawn({});
+    case ScriptVerb::Key: _editor.setKey(int(numbers[0]), true, numbers[1] != 0.0); return drawn({});
+    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), false, false); return drawn({});
+    case ScriptVerb::Clipboard: ImGui::SetClipboardText(argument.data()); return {};
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
     case ScriptVerb::Focus: _editor.setFocus(numbers[0] != 0.0); return drawn({});
     case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
     case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
     case ScriptVerb::Select: return drawn(select(command));
+    case ScriptVerb::Hide:
+    case ScriptVerb::Show:
+    case ScriptVerb::Lock:
+    case ScriptVerb::Unlock: return drawn(mark(command));
     case ScriptVerb::Reload: {
         // What is refused is seen in the log; the view goes on.
         const std::string error = _editor.reloadView(argument);
@@ -116,6 +146,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
     case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});
     case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
+    case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);

@@ -128,6 +128,11 @@ std::string thumbnailFolder() {
     return folder.empty() ? folder : folder + "/thumbnails";
 }
 
+std::string marksFolder() {
+    const std::string folder = userFolder("XDG_DATA_HOME", "/.local/share");
+    return folder.empty() ? folder : folder + "/vantrel/marks";
+}
+
 Settings readSettings(const std::string& file, Settings settings) {
     std::error_code error;
     if(file.empty() || !fs::exists(file, error)) return settings;

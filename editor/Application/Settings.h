@@ -30,6 +30,9 @@ std::string cacheFolder();
 // Where pictures of resources are kept; empty where the user has no home.
 std::string thumbnailFolder();
 
+// Where it is kept what is hidden and locked in projects ($XDG_DATA_HOME or ~/.local/share); empty without a home.
+std::string marksFolder();
+
 // What the file does not have, or has out of range, is as it is in the argument. A file that is not there is none; one
 // that cannot be read or understood gives one line.
 Settings readSettings(const std::string& file, Settings settings = {});

@@ -271,7 +271,7 @@ void WindowApplication::setButton(Window::Pointer pointer, const Vector2& positi
     if(!button) return;
     setModifiers(modifiers);
     moveTo(position);
-    _editor->input().setButton(*button, isDown);
+    _editor->setButton(*button, isDown);
 }
 
 void WindowApplication::pointerPressEvent(PointerEvent& event) {

@@ -38,7 +38,10 @@ void ObjectMarks::setMarked(ObjectMark mark, Id object, bool isMarked) {
     update(mark, object);
 }
 
-void ObjectMarks::remember(ObjectMark mark, std::string id) { _ids[std::size_t(mark)].insert(std::move(id)); }
+void ObjectMarks::unmarkAll(ObjectMark mark) {
+    const BitSetView& own = _own[std::size_t(mark)].bits;
+    for(std::size_t i = own.findFirstSet(); i != own.size(); i = own.findFirstSet(i + 1)) setMarked(mark, Id(i), false);
+}
 
 void ObjectMarks::clear() {
     for(const ObjectMark mark: AllMarks) {

@@ -41,6 +41,7 @@ ProjectSession::ProjectSession(FileCalls* calls):
     _journal{std::make_unique<Journal>(_calls, *_changes, _steps)} {
     _listener->registerWith(*_changes);
     _changes->compileListeners();
+    _editor.state().data = &_data;
     _editor.state().assetCompiler = _compiler.get();
     _editor.state().changeManager = _changes.get();
     _store.startNew();
@@ -73,6 +74,8 @@ OpenedProject ProjectSession::put(ReadProject project) {
     if(!opened.error.empty()) return opened;
     _data.resources().setProjectFolder(folderOf(path));
     startOver();
+    for(const DocumentProblem& problem: opened.problems)
+        if(problem.kind == DocumentProblem::Kind::Repair) _repairs.push_back(problem);
     return opened;
 }
 
@@ -81,6 +84,7 @@ void ProjectSession::startOver() {
     _journal->end();
     _data.selection().clear();
     _data.marks().clear();
+    _repairs.clear();
     _changes->clear();
     _steps.update();
     _workingFolder.reset();
@@ -136,6 +140,7 @@ std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired
     std::string error = write(path, repaired);
     if(!error.empty()) return error;
     _changes->markSaved();
+    _repairs.clear();
     journalSaved();
     if(folderOf(path) == folder) return {};
     // The files of the resources are others now, or are missing.

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
@@ -68,6 +69,9 @@ public:
     // Empty for a project that has no file yet.
     const std::string& path() const { return _store.path(); }
 
+    // What was changed in the document when it was opened, as long as its file does not have that.
+    const std::vector<DocumentProblem>& repairs() const { return _repairs; }
+
     // Where the project's files are: beside its own file, or in a working folder that is made for a project without one.
     // Empty where that cannot be made.
     std::string folder();
@@ -128,6 +132,7 @@ private:
     EditorData _data;
     VantrelEditor _editor;
     ProjectStore _store;
+    std::vector<DocumentProblem> _repairs;
     // Of a project without a file, from the first file that it has.
     std::unique_ptr<WorkingFolder> _workingFolder;
     std::unique_ptr<ResourceCompiler> _resourceCompiler;

@@ -6,6 +6,8 @@
 
 #include <Vantrel/EngineData/Json.h>
 
+#include "Import/NewIds.h"
+
 namespace VantrelEngine {
 
 class ProjectFile;
@@ -22,19 +24,18 @@ public:
     // The name, or, where that is taken, "NAME 2", "NAME 3" and so on. It is taken from now on.
     std::string uniqueName(const std::string& name);
     // An id that is not taken, made of a name: "Red Paint" gives "red-paint", then "red-paint-2". It is taken from now on.
-    std::string newId(const std::string& name);
+    std::string newId(const std::string& name) { return _newIds.fromName(name); }
     // The same in the form of a UUID.
-    std::string newUuid(const std::string& name);
+    std::string newUuid(const std::string& name) { return _newIds.uuidFromName(name); }
 
 private:
     const ProjectFile& _project;
     std::string _section;
-    std::unordered_set<std::string> _names, _ids;
-    // The last number that a name or an id ended in.
+    NewIds _newIds;
+    std::unordered_set<std::string> _names;
+    // The last number that a name ended in.
     std::unordered_map<std::string, unsigned> _lastNumbers;
     std::unordered_multimap<std::size_t, std::string> _entries;
-
-    bool isTaken(const std::string& id) const;
 };
 
 } // namespace VantrelEngine

@@ -11,9 +11,11 @@ namespace {
 
 std::string figures(const StatusLine& status) {
     char text[256];
-    std::snprintf(text, sizeof text, "%zu objects (%zu selected)   %u draws   %llu triangles   %.1f ms", status.objects,
-        status.selected, status.statistics.drawCalls, static_cast<unsigned long long>(status.statistics.triangles),
-        status.frameTime);
+    std::snprintf(text, sizeof text, "%zu %s (%zu selected)   %u %s   %llu %s   %.1f ms", status.objects,
+        status.objects == 1 ? "object" : "objects", status.selected, status.statistics.drawCalls,
+        status.statistics.drawCalls == 1 ? "draw" : "draws",
+        static_cast<unsigned long long>(status.statistics.triangles),
+        status.statistics.triangles == 1 ? "triangle" : "triangles", status.frameTime);
     return text;
 }
 

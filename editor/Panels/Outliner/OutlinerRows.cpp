@@ -10,16 +10,16 @@ using namespace Corrade;
 
 namespace {
 
-// More than this part of all objects at once is cheaper to be made anew.
+// More than this part of all objects at once, and more than a few, is cheaper to be made anew.
 constexpr std::size_t RebuiltPart = 16;
+constexpr std::size_t Few = 16;
 
 char lowerCase(char letter) { return letter >= 'A' && letter <= 'Z' ? char(letter - 'A' + 'a') : letter; }
 
 // The text is in lower case.
 bool holds(Containers::StringView name, const std::string& text) {
-    return std::search(name.begin(), name.end(), text.begin(), text.end(), [](char inName, char inText) {
-        return lowerCase(inName) == inText;
-    }) != name.end();
+    return std::search(name.begin(), name.end(), text.begin(), text.end(),
+               [](char inName, char inText) { return lowerCase(inName) == inText; }) != name.end();
 }
 
 } // namespace
@@ -31,7 +31,7 @@ Containers::StringView shownName(const Scene& scene, Id object) {
 
 void OutlinerRows::update(Scene& scene, const std::string& search) {
     const bool isTreeOther = !_isBuilt || scene.isAnyRearranged();
-    if(!_isBuilt || scene.rearranged().countSet() > scene.size() / RebuiltPart)
+    if(!_isBuilt || scene.rearranged().countSet() > scene.size() / RebuiltPart + Few)
         build(scene);
     else if(isTreeOther)
         follow(scene);
@@ -109,7 +109,8 @@ void OutlinerRows::find(const Scene& scene, const std::string& search) {
         const Id object = scene.toId(i);
         if(!holds(shownName(scene, object), text)) continue;
         found[object] = Match;
-        for(Id above = scene.parent(object); above != RootObject && found[above] == NotFound; above = scene.parent(above))
+        for(Id above = scene.parent(object); above != RootObject && found[above] == NotFound;
+            above = scene.parent(above))
             found[above] = Above;
     }
     _found.clear();
@@ -132,8 +133,8 @@ OutlinerRow OutlinerRows::row(std::size_t index) const {
 
 std::optional<std::size_t> OutlinerRows::rowOf(Id object) const {
     if(!_isSearch) return _tree.rowOf(object);
-    const auto found = std::find_if(
-        _found.begin(), _found.end(), [object](const OutlinerRow& row) { return row.object == object; });
+    const auto found =
+        std::find_if(_found.begin(), _found.end(), [object](const OutlinerRow& row) { return row.object == object; });
     if(found == _found.end()) return {};
     return std::size_t(found - _found.begin());
 }
@@ -146,7 +147,8 @@ void OutlinerRows::setAllFolded(const Scene& scene, bool areFolded) {
 }
 
 void OutlinerRows::reveal(const Scene& scene, Id object) {
-    for(Id above = scene.parent(object); above != RootObject; above = scene.parent(above)) _tree.setFolded(above, false);
+    for(Id above = scene.parent(object); above != RootObject; above = scene.parent(above))
+        _tree.setFolded(above, false);
 }
 
 } // namespace VantrelEngine

@@ -45,13 +45,13 @@ public:
 
     // Expects a valid object other than the root.
     void setMarked(ObjectMark mark, Id object, bool isMarked);
+    // Takes the mark away from all that have it.
+    void unmarkAll(ObjectMark mark);
 
     // Those that have a mark themselves, in the document or not.
     const Ids& ids(ObjectMark mark) const { return _ids[std::size_t(mark)]; }
     // Another number after each change of these.
     Magnum::UnsignedInt revision() const { return _revision; }
-    // For an object that is not in the scene, or not yet.
-    void remember(ObjectMark mark, std::string id);
     // Another project: nothing is marked.
     void clear();
 

@@ -67,9 +67,12 @@ void CameraNavigation::mouseScroll(
     if(scrollCamera(_state, event.offset.y(), isHovered, depthRange(camera))) write(data, camera);
 }
 
-void CameraNavigation::keyPress(const KeyEvent& event, bool hasFocus, EditorData& data) {
+void CameraNavigation::keyPress(const KeyEvent& event, bool hasFocus) {
     pressMovementKey(_state, event.key, event.modifiers, event.isRepeated, hasFocus);
-    if(showAxisView(_state, event.key, event.modifiers)) write(data);
+}
+
+void CameraNavigation::showAxisView(const KeyEvent& event, EditorData& data) {
+    if(VantrelEngine::showAxisView(_state, event.key, event.modifiers)) write(data);
 }
 
 void CameraNavigation::keyRelease(const KeyEvent& event, bool hasFocus) {

@@ -39,6 +39,9 @@ void drag(std::size_t count, std::size_t dragged, std::size_t frames, const Budg
 // Undoing a drag of so many objects.
 void undo(std::size_t count, std::size_t dragged, const Budget& budget);
 
+// The same with a journal beside without one, until the step is written; and steps that are brought back from one.
+void journal(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
+
 // Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);
 

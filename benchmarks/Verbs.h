@@ -47,6 +47,9 @@ void undoInView(std::size_t count, std::size_t dragged, const Budget& budget);
 // How many frames it takes until what was done is seen: an edit, a click, a drag, a movement of the camera.
 void lag(std::size_t count);
 
+// The same with a journal beside without one, until the step is written; and steps that are brought back from one.
+void journal(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
+
 // Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);
 

@@ -98,6 +98,12 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::undo(arguments.count, arguments.undone, arguments.budget());
         VantrelBench::undoInView(arguments.count, arguments.undone, arguments.budget());
     });
+    CLI::App& journal =
+        addProjectVerb(app, arguments, "journal", "Dragging objects with a journal, and bringing steps back");
+    addCount(journal, "K", arguments.undone, 2, "Objects that are dragged");
+    addCount(journal, "FRAMES", arguments.frames, 3, "Frames of a gesture");
+    journal.callback(
+        [&] { VantrelBench::journal(arguments.count, arguments.undone, arguments.frames, arguments.budget()); });
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });

@@ -41,7 +41,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
-    for verb in math containers against open compile compile_one record drag undo delete reparent xform memory \
+    for verb in math containers against open compile compile_one record drag undo journal delete reparent xform memory \
         reload frame shadow lag idle outline pick box bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
@@ -97,6 +97,9 @@ project_verbs() {
     judges changes exponent 1.1
     judges objects exponent 0.4
     judges beside_bare_log ratio 4
+    runs journal 300 100 6
+    judges drag_beside_none ratio 1.05
+    judges steps_brought_back exponent 1.15
     runs delete 300 50
     judges deleted exponent 1.15
     grep -q in_document_order <<<"$lines" || fail "nothing is deleted in the order of the document"

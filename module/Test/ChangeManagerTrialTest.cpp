@@ -196,6 +196,49 @@ TEST_F(ChangeManagerTrialTest, anotherOneKeepsTheFirst) {
     EXPECT_EQ(manager.trial(), Trial::None);
 }
 
+std::vector<Change> logOf(ChangeManager& manager) {
+    std::vector<Change> log;
+    JsonAllocator allocator;
+    for(const Change& change: manager.changes()) {
+        log.emplace_back();
+        log.back().path = change.path;
+        log.back().group = change.group;
+        if(change.oldValue) log.back().oldValue.emplace(*change.oldValue, allocator);
+        if(change.newValue) log.back().newValue.emplace(*change.newValue, allocator);
+    }
+    return log;
+}
+
+TEST_F(ChangeManagerTrialTest, aLogIsPutInPlace) {
+    record("/objects/a/value", 1);
+    recordGroup("/objects/a/other", 2, false);
+    manager.beginGroup();
+    record("/objects/a/value", 3);
+    record("/objects/a/other", 4);
+    manager.commit();
+    manager.undoLast();
+    const std::string before = state();
+    std::vector<Change> log = logOf(manager);
+    const std::int32_t last = manager.lastChange();
+    manager.clear();
+    manager.restore(std::move(log), last);
+    EXPECT_EQ(manager.firstUnseen(), 0);
+    EXPECT_EQ(state(), before);
+    manager.redoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":3,"other":4}}})");
+    // A new group is none of those that are there.
+    manager.beginGroup();
+    record("/objects/a/value", 5);
+    manager.commit();
+    manager.undoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":3,"other":4}}})");
+    while(manager.canUndo()) manager.undoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":0,"other":0}}})");
+    EXPECT_DEATH(manager.restore({}, -1), "restore\\(\\): the log is not empty");
+    manager.clear();
+    EXPECT_DEATH(manager.restore({}, 0), "restore\\(\\): there is no change 0");
+}
+
 TEST_F(ChangeManagerTrialTest, withAnOpenGroupTheyAbort) {
     manager.beginGroup();
     EXPECT_DEATH(manager.beginTrial(Trial::Gesture), "beginTrial\\(\\): a group is open");

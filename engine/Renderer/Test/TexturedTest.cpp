@@ -99,6 +99,32 @@ struct TexturedTest: RendererTest {
     Id pipeline, left, right;
 };
 
+// What is laid over the picture, from its lower right corner: of colours, of values, and of floats.
+TEST_F(TexturedTest, layersAreShownWhereTheyAreAskedFor) {
+    const std::vector<std::uint32_t> before = frame();
+    renderer.debug().textureAtlas = true;
+    EXPECT_EQ(frame(), before);
+    renderer.debug().textureOverlay = true;
+    const std::vector<std::uint32_t> shown = frame();
+    const auto has = [&](std::size_t sheet, std::uint32_t color) {
+        constexpr std::size_t Edge = Size / 4;
+        for(std::size_t y = 0; y != Edge; ++y)
+            for(std::size_t x = 0; x != Edge; ++x)
+                if(shown[y * Size + Size - Edge * (sheet + 1) + x] == color) return true;
+        return false;
+    };
+    EXPECT_TRUE(has(0, Red) && has(0, Green));
+    EXPECT_TRUE(has(1, Red) && !has(1, Green));
+    EXPECT_TRUE(has(2, Green) && !has(2, Red));
+    std::size_t differences = 0;
+    for(std::size_t i = 0; i != shown.size(); ++i) differences += shown[i] != before[i];
+    EXPECT_EQ(differences, 3u * 14 * 14);
+    EXPECT_EQ(framebuffer.viewport(), (Range2Di{{}, Vector2i{Size}}));
+
+    renderer.debug().textureAtlas = false;
+    EXPECT_EQ(frame(), before);
+}
+
 TEST_F(TexturedTest, theFirstTextureOfAKindBuildsOneProgramOnce) {
     EXPECT_EQ(builtBy([&] { set(left, 1, ColorTexture); }), 1u);
     EXPECT_EQ(builtBy([&] { set(right, 1, OtherColorTexture); }), 0u);

@@ -88,11 +88,22 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& drag = addProjectVerb(app, arguments, "drag", "Dragging objects");
     addCount(drag, "K", arguments.dragged, 2, "Objects that are dragged");
     addCount(drag, "FRAMES", arguments.frames, 3, "Frames of a gesture");
-    drag.callback(
-        [&] { VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget()); });
+    drag.callback([&] {
+        VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+        VantrelBench::dragInView(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+    });
     CLI::App& undo = addProjectVerb(app, arguments, "undo", "Undoing a drag");
     addCount(undo, "K", arguments.undone, 1, "Objects that were dragged");
-    undo.callback([&] { VantrelBench::undo(arguments.count, arguments.undone, arguments.budget()); });
+    undo.callback([&] {
+        VantrelBench::undo(arguments.count, arguments.undone, arguments.budget());
+        VantrelBench::undoInView(arguments.count, arguments.undone, arguments.budget());
+    });
+    CLI::App& journal =
+        addProjectVerb(app, arguments, "journal", "Dragging objects with a journal, and bringing steps back");
+    addCount(journal, "K", arguments.undone, 2, "Objects that are dragged");
+    addCount(journal, "FRAMES", arguments.frames, 3, "Frames of a gesture");
+    journal.callback(
+        [&] { VantrelBench::journal(arguments.count, arguments.undone, arguments.frames, arguments.budget()); });
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });
@@ -150,6 +161,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     framing.callback([&] { VantrelBench::frameSelection(arguments.count, arguments.topology, arguments.budget()); });
     addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
         VantrelBench::idle(arguments.count);
+    });
+    addCountedVerb(app, arguments.fewer, "lag", "Frames until what was done is seen").callback([&] {
+        VantrelBench::lag(arguments.fewer);
+    });
+    addProjectVerb(app, arguments, "outliner", "The panel of all objects").callback([&] {
+        VantrelBench::outliner(arguments.count, arguments.budget());
     });
     CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
     shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();

@@ -97,6 +97,9 @@ struct SharedState {
     // editor clears it before each frame.
     bool wantsFrame = false;
 
+    // Set by a view while the user holds a handle of its gizmo, moved or not: nothing is undone meanwhile.
+    bool isHandleHeld = false;
+
     // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;
 

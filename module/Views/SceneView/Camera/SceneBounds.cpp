@@ -27,11 +27,17 @@ BoundingSphere boundsOfObject(EditorData& data, Id object) {
     return bounds;
 }
 
-BoundingSphere boundsOfDescendants(EditorData& data, const ObjectData& place) {
+// The bounds of the selected objects' own meshes, by id: what is below several of them is computed once, in the order in
+// which it lies in memory.
+using OwnBounds = std::vector<BoundingSphere>;
+
+BoundingSphere boundsOfDescendants(EditorData& data, const ObjectData& place, const OwnBounds& own) {
     const Scene& scene = data.scene().main();
     BoundingSphere bounds;
-    for(std::size_t i = 1; i <= place.descendants; ++i)
-        bounds = merged(bounds, boundsOfObject(data, scene.toId(place.index + i)));
+    for(std::size_t i = 1; i <= place.descendants; ++i) {
+        const Id object = scene.toId(place.index + i);
+        bounds = merged(bounds, data.isSelected(object) ? own[object] : boundsOfObject(data, object));
+    }
     return bounds;
 }
 
@@ -61,6 +67,9 @@ std::vector<SelectedBounds> boundsOfSelection(EditorData& data) {
     std::vector<SelectedBounds> selected;
     for(std::size_t i = selection.findFirstSet(); i < selection.size(); i = selection.findFirstSet(i + 1))
         if(scene.isValid(Id(i))) selected.push_back({Id(i), boundsOfObject(data, Id(i)), false});
+    if(selected.empty()) return selected;
+    OwnBounds own(selected.back().object + 1u);
+    for(const SelectedBounds& each: selected) own[each.object] = each.bounds;
 
     IndexSet empty{scene.size()};
     for(const SelectedBounds& each: selected)
@@ -70,7 +79,7 @@ std::vector<SelectedBounds> boundsOfSelection(EditorData& data) {
         if(!each.bounds.isEmpty()) continue;
         const ObjectData place = scene.objectData(each.object);
         each.isWithinOther = !empty.bits.isSet(place.index);
-        if(!each.isWithinOther) each.bounds = boundsOfDescendants(data, place);
+        if(!each.isWithinOther) each.bounds = boundsOfDescendants(data, place, own);
     }
     return selected;
 }

@@ -20,7 +20,7 @@ struct SelectedBounds {
 };
 
 // The selected objects in the order of their ids. Absolute transformations are up to date. Costs the selected objects and
-// those below them, each of these once however deep they are, and a step for every 64 objects of the scene.
+// those below them, each of these once however deep they are, and some bytes for each id up to the last one.
 std::vector<SelectedBounds> boundsOfSelection(EditorData& data);
 
 } // namespace VantrelEngine

@@ -69,7 +69,7 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
         return false;
     }
     if(ImGuizmo::IsUsing()) {
-        _isHeld = true;
+        _isHeld = scene.state.isHandleHeld = true;
         _heldKey = grip->key;
         _heldPosition = matrix.translation();
     }
@@ -157,7 +157,7 @@ void TransformGizmo::endDrag(SharedState& state) {
     if(_gizmoInUse && state.changeManager->trial() == Trial::Gesture) state.changeManager->keepTrial();
     _recorder.reset();
     _totalScale = Vector3{1.0f};
-    _isHeld = _gizmoInUse = false;
+    _isHeld = _gizmoInUse = state.isHandleHeld = false;
 }
 
 void TransformGizmo::cancelDrag(SharedState& state) {

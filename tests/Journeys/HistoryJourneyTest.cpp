@@ -17,11 +17,11 @@ std::string clickOnRow(int row) {
 
 class HistoryJourneyTest: public JourneyTest {
 protected:
-    void playHistory(const std::string& script) { playWith("--module " + Recorder, script); }
-    // With the view itself.
-    void playView(const std::string& script) { playWith("", script); }
-    void playWith(const std::string& module, const std::string& script) {
-        const JourneyResult result = play(script, module + " --size 1440x900 --frames 1 " + Courtyard);
+    void playHistory(const std::string& script) { playWith("--module " + Recorder + " --size 1440x900", script); }
+    // With the view itself, the middle of whose picture is (480, 270).
+    void playView(const std::string& script) { playWith("--size 1000x700", script); }
+    void playWith(const std::string& arguments, const std::string& script) {
+        const JourneyResult result = play(script, arguments + " --frames 1 " + Courtyard);
         EXPECT_EQ(result.status, 0) << result.output;
     }
     // As JSON values: what was removed comes back behind the others.
@@ -143,7 +143,7 @@ const std::string Redo = "key LeftCtrl\nkey Y\nkeyup Y\nkeyup LeftCtrl\n";
 
 // The ball in the middle of the picture, with something to be undone and something to be redone.
 const std::string BallInMiddle = "record /objects/ball/name \"A\"\nrecord /objects/ball/name \"B\"\nselect ball\n"
-                                 "mouse 700 370\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
+                                 "mouse 480 270\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
 
 TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
     playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\n" + Undo + "dump history {}/held\n" +
@@ -170,9 +170,9 @@ TEST_F(HistoryJourneyTest, ACancelledDragLeavesWhatCanBeRedone) {
 
 TEST_F(HistoryJourneyTest, UndoEndsAPreviewAndNothingMore) {
     playView(BallInMiddle +
-        "dump document {}/start.json\ndrag material glow\nmouse 690 360\nwait 2\n"
+        "dump document {}/start.json\nmouse 700 12\ndrag materials glow\nmouse 474 262\nwait 2\n"
         "dump document {}/preview.json\n" +
-        Undo + "mouse 100 500\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
+        Undo + "mouse 700 12\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
         "dump history {}/redone\n");
     EXPECT_FALSE(isSame("preview.json", "start.json"));
     EXPECT_TRUE(isSame("over.json", "start.json"));

@@ -423,8 +423,8 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) {
         _session->update();
-        updateSteps();
         _marks.update(*_session);
+        updateSteps();
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);

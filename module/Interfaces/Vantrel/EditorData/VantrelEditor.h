@@ -36,7 +36,8 @@ constexpr std::size_t DebugDisplayCount = 6;
 struct ObjectPickRequest {
     // Not 0 while the answer is waited for.
     std::uint32_t isPending = 0;
-    // The answer: the object's id in the document.
+    // The answer: the object's id in the document. Written at each click on an object; who asked takes it and ends the
+    // request.
     Corrade::Containers::String name;
 };
 

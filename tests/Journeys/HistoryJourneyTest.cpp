@@ -146,8 +146,9 @@ const std::string BallInMiddle = "record /objects/ball/name \"A\"\nrecord /objec
                                  "mouse 480 270\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
 
 TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
-    playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\n" + Undo + "dump history {}/held\n" +
-        "move 30 0\nmove 10 0\n" + Undo + Redo + "undo\ndump history {}/dragged\ndump document {}/dragged.json\n" +
+    playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\nundo\n" + Undo +
+        "dump history {}/held\n" + "move 30 0\nmove 10 0\n" + Undo + Redo +
+        "undo\ndump history {}/dragged\ndump document {}/dragged.json\n" +
         "release left\nwait 2\ndump history {}/over\ndump document {}/over.json\n" + Undo +
         "dump history {}/undone\ndump document {}/undone.json\n");
     EXPECT_EQ(read("held"), ">  1 Rename Ball to A\n   1 Rename A to B\n") << "held, not moved yet";

@@ -18,8 +18,8 @@ std::string clickOnRow(int row) {
 class HistoryJourneyTest: public JourneyTest {
 protected:
     void playHistory(const std::string& script) { playWith("--module " + Recorder + " --size 1440x900", script); }
-    // With the view itself, the middle of whose picture is (480, 270).
-    void playView(const std::string& script) { playWith("--size 1000x700", script); }
+    // With the view itself, the middle of whose picture is (410, 180).
+    void playView(const std::string& script) { playWith("--size 860x520", script); }
     void playWith(const std::string& arguments, const std::string& script) {
         const JourneyResult result = play(script, arguments + " --frames 1 " + Courtyard);
         EXPECT_EQ(result.status, 0) << result.output;
@@ -120,7 +120,7 @@ TEST_F(HistoryJourneyTest, ImportsAreCalledAfterTheirFiles) {
     setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
     const JourneyResult result = play("import {}/lamp.glb\nimport {}/bad.glb\nimport {}/crate.glb\nwait import\n"
                                       "wait 2\ndump history {}/history\n",
-        "--module " + Recorder + " --converter " FAKE_CONVERTER " --size 1000x700 --frames 1");
+        "--module " + Recorder + " --converter " FAKE_CONVERTER " --size 860x520 --frames 1");
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_EQ(namesIn(read("history")), "Import lamp.glb\nImport crate.glb\n") << result.output;
 }
@@ -143,7 +143,7 @@ const std::string Redo = "key LeftCtrl\nkey Y\nkeyup Y\nkeyup LeftCtrl\n";
 
 // The ball in the middle of the picture, with something to be undone and something to be redone.
 const std::string BallInMiddle = "record /objects/ball/name \"A\"\nrecord /objects/ball/name \"B\"\nselect ball\n"
-                                 "mouse 480 270\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
+                                 "mouse 410 180\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
 
 TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
     playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\nundo\n" + Undo +
@@ -171,7 +171,7 @@ TEST_F(HistoryJourneyTest, ACancelledDragLeavesWhatCanBeRedone) {
 
 TEST_F(HistoryJourneyTest, UndoEndsAPreviewAndNothingMore) {
     playView(BallInMiddle +
-        "dump document {}/start.json\nmouse 700 12\ndrag materials glow\nmouse 474 262\nwait 2\n"
+        "dump document {}/start.json\nmouse 700 12\ndrag materials glow\nmouse 404 172\nwait 2\n"
         "dump document {}/preview.json\n" +
         Undo + "mouse 700 12\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
         "dump history {}/redone\n");

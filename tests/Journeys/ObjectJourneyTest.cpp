@@ -149,6 +149,14 @@ TEST_F(ObjectJourneyTest, NoKeyActsWhileSomebodyTypes) {
     EXPECT_EQ(objectCount("later"), objectCount("before") + 1) << "the keys came back";
 }
 
+TEST_F(ObjectJourneyTest, NoKeyActsInTheFieldAboveTheList) {
+    playView(dump("before") + "select ball\nmouse 100 70\npress left\nrelease left\ntype b\n" + held("C", "D") +
+        held("C", "A") + "key Delete\nkeyup Delete\nkey F\nkeyup F\nwait 2\n" + dump("after") +
+        "dump selection {}/selection\n");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_EQ(read("selection"), "ball\n");
+}
+
 TEST_F(ObjectJourneyTest, TheListHasTheKeysToo) {
     // A click into the list selects its first row.
     playView("mouse 60 96\npress left\nrelease left\n" + dump("before") + held("C", "D") + dump("doubled") +

@@ -88,11 +88,22 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& drag = addProjectVerb(app, arguments, "drag", "Dragging objects");
     addCount(drag, "K", arguments.dragged, 2, "Objects that are dragged");
     addCount(drag, "FRAMES", arguments.frames, 3, "Frames of a gesture");
-    drag.callback(
-        [&] { VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget()); });
+    drag.callback([&] {
+        VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+        VantrelBench::dragInView(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+    });
     CLI::App& undo = addProjectVerb(app, arguments, "undo", "Undoing a drag");
     addCount(undo, "K", arguments.undone, 1, "Objects that were dragged");
-    undo.callback([&] { VantrelBench::undo(arguments.count, arguments.undone, arguments.budget()); });
+    undo.callback([&] {
+        VantrelBench::undo(arguments.count, arguments.undone, arguments.budget());
+        VantrelBench::undoInView(arguments.count, arguments.undone, arguments.budget());
+    });
+    CLI::App& journal =
+        addProjectVerb(app, arguments, "journal", "Dragging objects with a journal, and bringing steps back");
+    addCount(journal, "K", arguments.undone, 2, "Objects that are dragged");
+    addCount(journal, "FRAMES", arguments.frames, 3, "Frames of a gesture");
+    journal.callback(
+        [&] { VantrelBench::journal(arguments.count, arguments.undone, arguments.frames, arguments.budget()); });
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });
@@ -151,6 +162,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
     addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
         VantrelBench::idle(arguments.count);
     });
+    addCountedVerb(app, arguments.fewer, "lag", "Frames until what was done is seen").callback([&] {
+        VantrelBench::lag(arguments.fewer);
+    });
+    addProjectVerb(app, arguments, "outliner", "The panel of all objects").callback([&] {
+        VantrelBench::outliner(arguments.count, arguments.budget());
+    });
     CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
     shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();
     shadow.callback([&] { VantrelBench::shadow(arguments.fewer, arguments.cascades); });
@@ -165,6 +182,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
             arguments.outlineWidth, arguments.budget());
     });
+    addProjectVerb(app, arguments, "pick", "Clicking on an object").callback([&] {
+        VantrelBench::pick(arguments.count, arguments.budget());
+    });
+    CLI::App& box = addProjectVerb(app, arguments, "box", "Selecting all objects of a picture with a box");
+    addSize(box, arguments);
+    box.callback([&] { VantrelBench::box(arguments.count, arguments.size(), arguments.budget()); });
     CLI::App& bloom = *app.add_subcommand("bloom", "The glow around what is bright");
     addSeconds(bloom, arguments);
     bloom.add_option("KERNEL", arguments.kernelSize, "Size of the kernel")

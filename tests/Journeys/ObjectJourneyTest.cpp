@@ -9,6 +9,7 @@ namespace VantrelTest {
 
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -107,6 +108,16 @@ TEST_F(ObjectJourneyTest, DeletedAndBroughtBack) {
     EXPECT_TRUE(isSame("undone", "before"));
     EXPECT_TRUE(isSame("again", "before"));
     EXPECT_NE(picture("deleted.png").pixels, picture("before.png").pixels);
+}
+
+TEST_F(ObjectJourneyTest, TheSelectionOfAStepComesBackWithIt) {
+    playView(View + std::string{"select ball ground\nwait 1\n"} + held("C", "D") + held("C", "Z") +
+        "dump selection {}/undone\n" + held("C", "Y") + "dump selection {}/redone\nkey Delete\nkeyup Delete\n" +
+        "dump selection {}/deleted\n" + held("C", "Z") + "dump selection {}/back\n");
+    EXPECT_EQ(read("undone"), "ground\nball\n");
+    EXPECT_EQ(read("redone"), "ground-2\nball-2\n");
+    EXPECT_EQ(read("deleted"), "");
+    EXPECT_THAT(read("back"), AnyOf("ground-2\nball-2\n", "ball-2\nground-2\n"));
 }
 
 TEST_F(ObjectJourneyTest, EverythingAtOnce) {

@@ -280,6 +280,15 @@ void ChangeManager::dropTrial() {
     _trial = Trial::None;
 }
 
+void ChangeManager::rewindTrial(std::int32_t lastChange) {
+    CORRADE_ASSERT(_group < 0, "ChangeManager::rewindTrial(): a group is open. Forgot commit()?", );
+    CORRADE_ASSERT(_trial != Trial::None && lastChange >= _keptAside.lastChange && lastChange <= _lastChange,
+        "ChangeManager::rewindTrial(): this is not on trial", );
+    for(; _lastChange != lastChange; --_lastChange) undo(currentChange());
+    _changes.erase(_changes.begin() + _lastChange + 1, _changes.end());
+    _mergeIndex.clear();
+}
+
 void ChangeManager::putBackKeptAside() {
     _changes.erase(_changes.begin() + _lastChange + 1, _changes.end());
     std::move(_keptAside.undone.begin(), _keptAside.undone.end(), std::back_inserter(_changes));
@@ -372,6 +381,7 @@ void ChangeManager::checkLastChange() const {
 }
 
 void ChangeManager::applyChange(const Change& change, JsonValue* target) {
+    ++_appliedCount;
     if(!change.newValue)
         eraseValue(_projectFile, change.path);
     else if(!change.oldValue)

@@ -107,8 +107,7 @@ public:
     // is none, see rotationFromMatrix(). A factor of the scaling that the document has as zero, and that is what the
     // engine computes with instead, stays zero.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Matrix4& transformation, bool merge);
-    // The same of the three parts, for a scaling that no matrix holds: with factors that are negative, or whose squares are
-    // too small or too large. The rotation is a unit quaternion.
+    // The same of its three parts, which keeps the signs of the scaling, and all digits. The rotation is a unit quaternion.
     void recordTransform(Corrade::Containers::StringView objectPath, const Magnum::Vector3& translation,
         const Magnum::Quaternion& rotation, Magnum::Vector3 scaling, bool merge);
 
@@ -128,6 +127,9 @@ public:
     // Undoes what was recorded since, and forgets it: what can be redone, and what counts as saved, is as it was before.
     // Nothing where no trial is under way; aborts while a group is open.
     void dropTrial();
+    // Undoes, and forgets, what of the trial was recorded behind the record of this index; the trial goes on. Aborts while
+    // a group is open, without a trial, and for an index before the trial's.
+    void rewindTrial(std::int32_t lastChange);
     Trial trial() const { return _trial; }
 
     // Closes the open group and announces its changes in the order of the log.
@@ -149,6 +151,9 @@ public:
     std::int32_t lastChange() const { return _lastChange; }
     // The open group, -1 for none.
     std::int32_t group() const { return _group; }
+    // Counts what was written into the document, undone and merged changes included: whoever keeps something of the
+    // document asks whether it is another one.
+    std::uint64_t appliedCount() const { return _appliedCount; }
 
     // Index of the first record that is another one than when markSeen() was called; at most the size of the log, and as
     // much where none is. For one reader, who asks when no trial is under way.
@@ -225,6 +230,7 @@ private:
     MergeIndex _mergeIndex;
     KeptAside _keptAside;
     std::int32_t _firstUnseen = 0;
+    std::uint64_t _appliedCount = 0;
     Trial _trial = Trial::None;
     bool _isNotifying = false;
     bool _markIsValid = true; // false: the marked state cannot be reached by undo

@@ -19,16 +19,21 @@ CLI::Validator isSize{[](std::string& text) {
                       },
     "WxH"};
 
+Recover recoverOf(const std::string& text) {
+    return text == "yes" ? Recover::BringBack : text == "no" ? Recover::PutAside : Recover::Ask;
+}
+
 // Whether what belongs to headless runs only came without one, or the other way round, or is too much together.
 std::string whyNotTogether(const CLI::App& app, const CommandLine& line) {
     if(line.isHeadless) {
         if(line.project.empty() && line.script.empty()) return "--headless needs a project or a script";
         const Vector2d pixels = Vector2d{line.size} * Double(line.scale);
+        if(line.recover && !line.keepsJournals) return "--recover without a window goes with --journal only";
         if(pixels.product() > Double(MaxPixelCount))
             return "--size times --scale is more than " + std::to_string(MaxPixelCount) + " pixels";
         return {};
     }
-    for(const char* const option: {"--frames", "--screenshot", "--script", "--scale"})
+    for(const char* const option: {"--frames", "--screenshot", "--script", "--scale", "--journal"})
         if(app.count(option)) return std::string{option} + " goes with --headless only";
     return {};
 }
@@ -49,7 +54,7 @@ std::optional<Vector2i> parseSize(const std::string& text) {
 
 std::optional<CommandLine> readCommandLine(int argc, const char* const* argv, int& status) {
     CommandLine line;
-    std::string size;
+    std::string size, recover;
     CLI::App app{"Edits 3D scenes. Without --headless it opens a window.", "vantrel-editor"};
     app.add_option("PROJECT", line.project,
         "The project file to open, or a model (.glb, .gltf, .obj, .fbx, ...) or an "
@@ -63,6 +68,9 @@ std::optional<CommandLine> readCommandLine(int argc, const char* const* argv, in
         ->check(CLI::Range(1, MaxFrameCount));
     app.add_option("--script", line.script, "Plays what the user does from this file");
     app.add_option("--screenshot", line.screenshot, "Writes the last frame to this PNG file");
+    app.add_flag("--journal", line.keepsJournals, "Keeps a journal without a window, too");
+    app.add_option("--recover", recover, "Whether steps of a journal that were not saved are brought back")
+        ->check(CLI::IsMember({"yes", "no", "ask"}));
     app.add_option("--scale", line.scale, "Framebuffer pixels per point (default 1)")->check(CLI::Range(0.25f, 4.0f));
     try {
         app.parse(argc, argv);
@@ -72,6 +80,7 @@ std::optional<CommandLine> readCommandLine(int argc, const char* const* argv, in
         return {};
     }
     if(!size.empty()) line.size = *parseSize(size);
+    if(!recover.empty()) line.recover = recoverOf(recover);
     const std::string mistake = whyNotTogether(app, line);
     if(mistake.empty()) return line;
     std::cerr << "vantrel-editor: " << mistake << "\n";

@@ -6,6 +6,8 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 
+#include "Application/Recover.h"
+
 namespace VantrelEngine {
 
 // What the editor was asked for when it was started.
@@ -20,6 +22,10 @@ struct CommandLine {
     bool isHeadless = false;
     int frameCount = 3;
     std::string script;
+    // Without a window: each project has a journal. With one it always has.
+    bool keepsJournals = false;
+    // None: with a window the user is asked, without one the journal is put aside.
+    std::optional<Recover> recover;
     // The picture of the last frame; empty for none.
     std::string screenshot;
     // Window points, and framebuffer pixels per point.

@@ -11,14 +11,20 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Application/EditCommands.h"
+#include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
+#include "Data/FoundJournal.h"
+#include "Data/Journal.h"
 #include "Data/StepWalk.h"
+#include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
+#include "Utilities/PlacementGuard.h"
 
 namespace VantrelEngine {
 
@@ -45,6 +51,11 @@ std::string absolutePath(const std::string& path) {
 
 bool isProjectPath(const std::string& path) { return fs::path{path}.extension() == ".json"; }
 
+ProjectSession::EarlierSteps earlierSteps(Recover recover) {
+    using Earlier = ProjectSession::EarlierSteps;
+    return recover == Recover::BringBack ? Earlier::BringBack : Earlier::PutAside;
+}
+
 ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled) {
     std::string text = "Importing " + progress.name;
     if(progress.waiting) text += ", " + std::to_string(progress.waiting) + " more to come";
@@ -52,9 +63,11 @@ ShownProgress shownProgress(const ImportProgress& progress, bool canBeCancelled)
     return {text, progress.fraction, canBeCancelled};
 }
 
-bool isView(const ImGuiWindow* window) {
-    return window && Containers::StringView{window->RootWindow->Name} == ViewName;
+bool isWindow(const ImGuiWindow* window, const char* title) {
+    return window && Containers::StringView{window->RootWindow->Name} == title;
 }
+
+bool isView(const ImGuiWindow* window) { return isWindow(window, ViewName); }
 
 } // namespace
 
@@ -120,6 +133,7 @@ std::string Editor::open(const std::string& path) {
         requestFrames();
         return {};
     }
+    _earlierSteps = earlierSteps(_recover);
     const OpenedProject result = _session->open(absolute);
     opened(result, absolute);
     return result.error;
@@ -129,6 +143,7 @@ void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
     if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
     for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
     Utility::Debug{} << "Opened" << path.data();
 }
@@ -189,11 +204,12 @@ void Editor::updateSteps(const std::vector<ImportResult>& imported) {
     for(const ImportResult& result: imported)
         if(result.inserted.error.empty()) names.push_back("Import " + fs::path{result.source}.filename().string());
     _session->steps().update(names);
+    _session->updateJournal();
 }
 
 bool Editor::isGestureUnderWay() {
     const ChangeManager& changes = _session->changes();
-    return changes.trial() == Trial::Gesture || changes.group() >= 0;
+    return changes.trial() == Trial::Gesture || changes.group() >= 0 || _session->editor().state().isHandleHeld;
 }
 
 // What is only shown ends with whatever the user does next. Whether there was any of it.
@@ -239,6 +255,15 @@ void Editor::performNow(Command command) {
     case Command::Redo:
         if(!wasPreviewed) goTo(step + 1);
         return;
+    case Command::Copy:
+    case Command::CopyTrees:
+    case Command::Paste:
+    case Command::PasteChild:
+    case Command::Duplicate:
+    case Command::DuplicateTrees:
+    case Command::Delete:
+    case Command::SelectAll:
+    case Command::SelectNone: return performEdit(command, _session->editor());
     case Command::ReloadView: {
         const std::string error = reloadView();
         if(!error.empty()) showError(error);
@@ -253,16 +278,29 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
+        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(!refusal.empty()) Utility::Warning{} << refusal.data();
+    _input.setButton(button, isDown, modifiers, refusal.empty());
+}
+
 void Editor::dropFile(const std::string& file, const Vector2& position) {
+    requestFrames();
+    if(isProjectPath(file)) return openAsked(file);
     _drop.add(file, position);
+}
+
+void Editor::hold(const std::string& type, const std::string& text) {
+    _input.holdForInterface(true);
+    _held.take(type, text);
     requestFrames();
 }
 
 // Over the view it is the view's; a file that nobody wants is opened or imported all the same.
 void Editor::takeDropped(const std::string& file) {
-    if(file.empty()) return;
-    if(isProjectPath(file)) return openAsked(file);
-    import(file);
+    if(!file.empty()) import(file);
 }
 
 void Editor::runActions() {
@@ -281,8 +319,74 @@ void Editor::run(const ProjectAction& action) {
         if(!error.empty()) Utility::Error{} << error.data();
         return _dialogs.saved(action.path, error, isKept);
     }
-    case ProjectAction::Kind::Open: return openInSteps(action.path);
+    case ProjectAction::Kind::Open:
+    case ProjectAction::Kind::OpenWithSteps:
+    case ProjectAction::Kind::OpenWithoutSteps:
+    case ProjectAction::Kind::OpenAsItIs: return openAsked(action);
+    case ProjectAction::Kind::OpenCopy: return openCopy(action.path);
+    case ProjectAction::Kind::OpenUntitled: return openUntitled(action.path);
+    case ProjectAction::Kind::DiscardUntitled: WorkingFolder::discard(action.path); return recoverUntitled();
+    case ProjectAction::Kind::KeepMine: _keptMine = _session->changedOutside(); return;
     }
+}
+
+void Editor::keepJournals(Recover recover) {
+    _recover = recover;
+    _keepsJournals = true;
+    _session->keepJournals();
+}
+
+void Editor::openAsked(const ProjectAction& action) {
+    using Kind = ProjectAction::Kind;
+    using Earlier = ProjectSession::EarlierSteps;
+    const std::string path = absolutePath(action.path);
+    const bool isAsked = action.kind == Kind::Open && _recover == Recover::Ask && isProjectPath(path) &&
+        path != _session->path() && _keepsJournals;
+    if(isAsked)
+        if(std::optional<ProjectChoice> question = journalQuestion(path, _session->findJournal(path)))
+            return _dialogs.ask(std::move(*question));
+    _earlierSteps = action.kind == Kind::OpenWithSteps ? Earlier::BringBack
+        : action.kind == Kind::OpenWithoutSteps        ? Earlier::Discard
+        : action.kind == Kind::OpenAsItIs              ? Earlier::PutAside
+                                                       : earlierSteps(_recover);
+    openInSteps(path);
+}
+
+void Editor::openCopy(const std::string& path) {
+    const std::string copy = copyPath(path);
+    const std::string error = _session->recoverCopy(path, copy);
+    if(!error.empty()) return showError(error);
+    addRecentFile(_settings.recentFiles, copy);
+    Utility::Debug{} << "Brought back as" << copy.data();
+}
+
+void Editor::openUntitled(const std::string& workingFolder) {
+    const std::string error = _session->recoverUntitled(workingFolder);
+    if(!error.empty()) showError(error);
+}
+
+void Editor::recoverUntitled() {
+    if(_recover == Recover::PutAside) return;
+    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
+        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
+        std::optional<ProjectChoice> question = untitledQuestion(folder, found);
+        if(!question) continue;
+        if(_recover == Recover::BringBack) return openUntitled(folder);
+        return _dialogs.ask(std::move(*question));
+    }
+}
+
+void Editor::setFocus(bool hasFocus) {
+    _input.setWindowFocus(hasFocus);
+    if(hasFocus) askForChanges();
+}
+
+void Editor::askForChanges() {
+    if(isBlocked() || isGestureUnderWay() || _dialogs.isOpen()) return;
+    const std::optional<FileFingerprint> changed = _session->changedOutside();
+    if(!changed || changed == _keptMine) return;
+    _dialogs.ask(changedQuestion(_session->path(), _session->changes().hasUnsavedChanges()));
+    requestFrames();
 }
 
 void Editor::openInSteps(const std::string& path) {
@@ -311,7 +415,8 @@ void Editor::goOnOpening() {
 void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& windowSize) {
     const Double now = _platform.now();
     goOnOpening();
-    if(!_opening) {
+    // What is dropped just now goes into the project as it is.
+    if(!_opening && !_drop.isPlaying()) {
         if(!_imports.isCompiling()) updateSteps();
         showImported(_imports.update(_isReplayed ? Endless : OpeningStep));
     }
@@ -322,10 +427,12 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
         updateSteps();
     }
     _thumbnails.beginFrame();
+    _pictures.update(_isReplayed);
     _session->editor().state().wantsFrame = false;
+    _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 
-    _drop.beginFrame(_input);
+    _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
     drawPanels();
@@ -344,6 +451,8 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _command.reset();
     if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
     if(!isBlocked()) runActions();
+    // Whatever was done in this frame outlives it.
+    if(!isBlocked()) updateSteps();
     makeThumbnail(framebuffer);
 }
 
@@ -359,7 +468,9 @@ void Editor::drawPanels() {
     drawStatus();
     _panels.panes().layOut(_settings.panes);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
-    _panels.draw({*_session, _log, _thumbnails, _settings.panes, isProjectThere});
+    const std::optional<ImportProgress> importing = _imports.progress();
+    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+        _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
     if(_isHelpOpen) drawHelpWindow(_isHelpOpen);
@@ -376,6 +487,7 @@ void Editor::drawScene() {
     EditorState& views = _session->editor().state().views;
     for(unsigned view = 0; view != views.viewCount(); ++view) _panels.panes().place(views, view);
     _drop.draw();
+    _held.draw();
     if(_loader.module()) _loader.module()->draw();
 }
 
@@ -403,7 +515,9 @@ void Editor::drawMenu() {
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
+    state.edit = editAbilities(_session->editor(), _clipboardHasObjects);
     const MenuChoice choice = drawMenuBar(state);
+    if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
     if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
@@ -416,9 +530,10 @@ void Editor::drawStatus() {
     status.selected = _session->data().selection().countSet();
     status.statistics = _session->editor().state().statistics;
     status.frameTime = _frameTime * 1000.0;
+    if(const Journal* const journal = _session->journal()) status.journalTrouble = journal->trouble();
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
-    status.message = _log.lines().empty() ? nullptr : &_log.lines().back();
+    status.message = _log.message().text.empty() ? nullptr : &_log.message();
     drawStatusBar(status);
 }
 
@@ -440,7 +555,9 @@ void Editor::updateFocus() {
     const ImGuiContext& context = *ImGui::GetCurrentContext();
     InterfaceFocus focus;
     focus.isViewHovered = isView(context.HoveredWindow);
-    focus.isViewFocused = isView(context.NavWindow);
+    focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
+        : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
+                                              : ShortcutFocus::Elsewhere;
     focus.isTyping = context.IO.WantTextInput;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);
@@ -456,7 +573,9 @@ bool Editor::isMoving() const {
         _session->editor().state().wantsFrame;
 }
 
-bool Editor::wantsFrame() const { return isMoving() || (!isWaiting() && _thumbnails.isWorkWaiting()); }
+bool Editor::wantsFrame() const {
+    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+}
 
 std::string Editor::title() const {
     if(_opening) return "Opening ...";

@@ -10,15 +10,18 @@
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/Platform.h>
+#include <VantrelHost/FilePictures.h>
 #include <VantrelHost/Thumbnails.h>
 
 #include "Application/CursorShape.h"
 #include "Application/EditorDialogs.h"
 #include "Application/EditorPanels.h"
 #include "Application/FileDrop.h"
+#include "Application/HeldThing.h"
 #include "Application/InputRouter.h"
 #include "Application/LogCapture.h"
 #include "Application/ModuleFile.h"
+#include "Application/Recover.h"
 #include "Application/Settings.h"
 #include "Application/UserInterface.h"
 #include "Data/MarksKeeper.h"
@@ -58,6 +61,11 @@ public:
     // From another file than before where one is given.
     std::string reloadView(const std::string& moduleFile = {});
 
+    // From now on each project has a journal.
+    void keepJournals(Recover recover);
+    // Looks for projects that were never saved, and that an editor left behind that ended unexpectedly.
+    void recoverUntitled();
+
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
     // From now on a project is opened between two frames, after ReplayedOpening frames that show the bar: a replayed run
@@ -72,10 +80,17 @@ public:
     void showError(const std::string& line);
 
     InputRouter& input() { return _input; }
+    // Of the window. Looks whether somebody else changed the project's file meanwhile.
+    void setFocus(bool hasFocus);
     // A key, which may be the shortcut of a command.
     void setKey(int key, bool isDown, bool isRepeated);
+    // A button; the modifiers add to the keys that are held.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
     void dropFile(const std::string& file, const Magnum::Vector2& position);
+    // Takes something into the mouse, as if it had been dragged out of a panel; a release of the left button drops it.
+    void hold(const std::string& type, const std::string& text);
     UserInterface& interface() { return _interface; }
+    EditorPanels& panels() { return _panels; }
 
     // Releases what the view takes for held.
     void releaseInput();
@@ -116,7 +131,11 @@ private:
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
+    void openAsked(const ProjectAction& action);
     void openInSteps(const std::string& path);
+    void openCopy(const std::string& path);
+    void openUntitled(const std::string& workingFolder);
+    void askForChanges();
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
     void drawScene();
@@ -143,20 +162,30 @@ private:
     MarksKeeper _marks;
     ImportQueue _imports;
     Thumbnails _thumbnails;
+    FilePictures _pictures;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
+    HeldThing _held;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;
     bool _isHelpOpen = false;
     std::optional<Command> _command;
+    // When the menu for it was opened last.
+    bool _clipboardHasObjects = false;
     // A project that is opened between frames, and when that began. Nothing else is done meanwhile.
     std::unique_ptr<ProjectOpening> _opening;
     Magnum::Double _openingBegan = 0.0;
     bool _isReplayed = false;
+    // Of projects that are opened without asking; and of the one that is opened.
+    Recover _recover = Recover::PutAside;
+    ProjectSession::EarlierSteps _earlierSteps = ProjectSession::EarlierSteps::PutAside;
+    bool _keepsJournals = false;
+    // What somebody else put into the project's file that the user has decided not to read.
+    std::optional<FileFingerprint> _keptMine;
     int _openingFrames = 0;
     // When the imports began that are going on. None for none.
     std::optional<Magnum::Double> _importsBegan;

@@ -91,8 +91,10 @@ void EditorDialogs::answer(Answer answer) {
         _waiting.reset();
     else if(_asked == Question::Unsaved)
         answerUnsaved(answer);
-    else
+    else if(_asked == Question::Repaired)
         answerRepaired(answer);
+    else
+        answerChoice(answer);
 }
 
 void EditorDialogs::answerUnsaved(Answer answer) {
@@ -107,6 +109,18 @@ void EditorDialogs::answerRepaired(Answer answer) {
         _actions.push_back({ProjectAction::Kind::Save, _savedPath, true});
     else
         saveAs();
+}
+
+void EditorDialogs::ask(ProjectChoice choice) {
+    if(_question.isOpen()) return;
+    _asked = Question::Choice;
+    _onYes = std::move(choice.onYes);
+    _onNo = std::move(choice.onNo);
+    _question.ask(std::move(choice.title), std::move(choice.question), std::move(choice.yes), std::move(choice.no));
+}
+
+void EditorDialogs::answerChoice(Answer answer) {
+    _actions.push_back(std::move(answer == Answer::Yes ? _onYes : _onNo));
 }
 
 std::optional<ProjectAction> EditorDialogs::takeAction() {

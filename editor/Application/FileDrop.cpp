@@ -1,5 +1,6 @@
 #include "Application/FileDrop.h"
 
+#include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <imgui.h>
 
 #include "Application/InputRouter.h"
@@ -12,13 +13,12 @@ namespace {
 
 // The target accepts in one frame what it is given in the next.
 constexpr int DragFrames = 3;
-constexpr const char* PayloadType = "DND_ASSET_CELL";
 
 } // namespace
 
-void FileDrop::beginFrame(InputRouter& input) {
-    if(!isUnderWay()) return;
-    if(_frame < 0) {
+void FileDrop::beginFrame(InputRouter& input, bool mayBegin) {
+    if(!isPlaying()) {
+        if(_waiting.empty() || !mayBegin) return;
         _frame = 0;
         _isTaken = false;
     }
@@ -27,16 +27,16 @@ void FileDrop::beginFrame(InputRouter& input) {
 }
 
 void FileDrop::draw() const {
-    if(!isUnderWay()) return;
+    if(!isPlaying()) return;
     constexpr ImGuiDragDropFlags flags = ImGuiDragDropFlags_SourceExtern | ImGuiDragDropFlags_SourceNoPreviewTooltip;
     if(!ImGui::BeginDragDropSource(flags)) return;
     const std::string& file = _waiting.front().file;
-    ImGui::SetDragDropPayload(PayloadType, file.data(), file.size() + 1);
+    ImGui::SetDragDropPayload(FilePayloadType, file.data(), file.size() + 1);
     ImGui::EndDragDropSource();
 }
 
 std::string FileDrop::endFrame() {
-    if(!isUnderWay()) return {};
+    if(!isPlaying()) return {};
     const ImGuiPayload* const payload = ImGui::GetDragDropPayload();
     if(payload && payload->IsDelivery()) _isTaken = true;
     if(++_frame <= DragFrames) return {};

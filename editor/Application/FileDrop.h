@@ -16,10 +16,13 @@ class FileDrop {
 public:
     // Window points.
     void add(std::string file, const Magnum::Vector2& position) { _waiting.push_back({std::move(file), position}); }
-    bool isUnderWay() const { return _frame >= 0 || !_waiting.empty(); }
+    bool isUnderWay() const { return isPlaying() || !_waiting.empty(); }
+    // One of the gestures has begun and is not over: whoever is to take the file has to be able to.
+    bool isPlaying() const { return _frame >= 0; }
 
-    // Around the windows of a frame: the mouse before it begins, the dragged thing in it, and the end of it.
-    void beginFrame(InputRouter& input);
+    // Around the windows of a frame: the mouse before it begins, the dragged thing in it, and the end of it. Where none may
+    // begin, they wait.
+    void beginFrame(InputRouter& input, bool mayBegin);
     void draw() const;
     // The file that nothing under the mouse wanted, when its gesture is over; else empty.
     std::string endFrame();

@@ -48,13 +48,18 @@ public:
         if(line.fontScale > 0.0f) _editor.settings().fontScale = line.fontScale;
         _editor.input().warpTo({-1.0f, -1.0f});
         _editor.openReplayed();
+        if(line.keepsJournals) _editor.keepJournals(line.recover.value_or(Recover::PutAside));
     }
 
     // Empty, or one line.
     std::string start() {
         std::string error = fitTarget();
         if(error.empty()) error = _editor.loadView();
-        return error.empty() && !_line.project.empty() ? _editor.open(_line.project) : error;
+        if(!error.empty()) return error;
+        if(_line.project.empty()) _editor.recoverUntitled();
+        const bool isAsked = _line.recover == Recover::Ask;
+        if(isAsked && !_line.project.empty()) _editor.openAsked(_line.project);
+        return isAsked || _line.project.empty() ? std::string{} : _editor.open(_line.project);
     }
     // Of a model. What is wrong was said then.
     bool isModelThere() { return _editor.finishImports(); }

@@ -4,7 +4,6 @@
 
 #include "Application/InterfaceInput.h"
 #include "Application/KeyNames.h"
-#include "Application/Shortcuts.h"
 #include "Modules/EventDelivery.h"
 
 #define GLFW_INCLUDE_NONE
@@ -48,12 +47,12 @@ void InputRouter::warpTo(const Vector2& position) {
     _interface.moveTo(position);
 }
 
-void InputRouter::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+void InputRouter::setButton(MouseButton button, bool isDown, unsigned modifiers, bool isForView) {
     _interface.setKey(NoKey, false, _modifiers | modifiers);
     _interface.setButton(int(button), isDown);
     const MouseEvent event{button, wholePoints(_position), _modifiers | modifiers};
     if(isDown)
-        _delivery.pressButton(event, _focus.isViewHovered && !_focus.isBlocked);
+        _delivery.pressButton(event, isForView && isOverView());
     else
         _delivery.releaseButton(event);
 }
@@ -71,9 +70,10 @@ std::optional<Command> InputRouter::setKey(int key, bool isDown, bool isRepeated
         _delivery.releaseKey(event);
         return {};
     }
-    if(!_focus.isTyping && !_focus.isBlocked && !_delivery.isButtonHeld())
-        if(const std::optional<Command> command = shortcutOf(key, _modifiers, isRepeated)) return command;
-    _delivery.pressKey(event, _focus.isViewFocused && !_focus.isTyping && !_focus.isBlocked);
+    const bool isForKeys = !_focus.isTyping && !_focus.isBlocked;
+    if(isForKeys && !_delivery.isButtonHeld())
+        if(const std::optional<Command> command = shortcutOf(key, _modifiers, isRepeated, _focus.focus)) return command;
+    _delivery.pressKey(event, isForKeys);
     return {};
 }
 

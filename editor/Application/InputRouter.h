@@ -7,6 +7,7 @@
 #include <Magnum/Math/Vector2.h>
 #include <Vantrel/Module/InputEvents.h>
 
+#include "Application/Shortcuts.h"
 #include "Panels/Command.h"
 
 namespace VantrelEngine {
@@ -18,8 +19,7 @@ class InterfaceInput;
 struct InterfaceFocus {
     // The mouse is over the view's window, and no other window or menu is in between.
     bool isViewHovered = false;
-    // The view's window has the focus.
-    bool isViewFocused = false;
+    ShortcutFocus focus = ShortcutFocus::Elsewhere;
     // Somebody types into a field.
     bool isTyping = false;
     // A dialog or a menu has to be closed first.
@@ -27,7 +27,7 @@ struct InterfaceFocus {
 };
 
 // Takes what the window system or a script reports and hands it to the UI library and to the view: a press over the view,
-// a key while the view has the focus and nobody types, and releases of what was pressed there.
+// a key while nobody types, whatever has the focus (the view asks for that itself), and releases of what it was told of.
 class InputRouter {
 public:
     explicit InputRouter(InterfaceInput& interface, EventDelivery& delivery):
@@ -42,8 +42,10 @@ public:
     void moveTo(const Magnum::Vector2& position);
     // The cursor was put there without having been moved: no way to tell anybody.
     void warpTo(const Magnum::Vector2& position);
-    // The modifiers add to the keys that are held.
-    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0);
+    // The modifiers add to the keys that are held. A press that the view must not see is the UI library's alone.
+    void setButton(MouseButton button, bool isDown, unsigned modifiers = 0, bool isForView = true);
+    // Whether the view sees a press now.
+    bool isOverView() const { return _focus.isViewHovered && !_focus.isBlocked; }
     void scroll(const Magnum::Vector2& offset, unsigned modifiers = 0);
     // Returns the command whose shortcut the key is; the view does not hear of it then.
     std::optional<Command> setKey(int key, bool isDown, bool isRepeated);

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include <VantrelHost/DocumentWriter.h>
+#include <imgui.h>
 
 #include "Application/Editor.h"
 
@@ -73,9 +74,16 @@ std::string log(Editor& editor) {
 std::string statistics(Editor& editor) {
     SharedState& state = editor.session().editor().state();
     std::string text = "visible meshes " + std::to_string(state.statistics.visibleMeshes) + "\ndraw calls " +
-        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) + '\n';
+        std::to_string(state.statistics.drawCalls) + "\ntriangles " + std::to_string(state.statistics.triangles) +
+        "\nobject id draw calls " + std::to_string(state.statistics.pass(FramePass::ObjectIds).drawCalls) +
+        "\noutline draw calls " + std::to_string(state.statistics.pass(FramePass::Outline).drawCalls) + '\n';
     const Containers::StringView reload = state.lastReload;
     return reload.isEmpty() ? text : text + "last reload\n" + std::string{reload.data(), reload.size()} + '\n';
+}
+
+std::string clipboard() {
+    const char* const text = ImGui::GetClipboardText();
+    return text ? text : "";
 }
 
 std::string textOf(Editor& editor, const std::string& kind, std::string& error) {
@@ -85,6 +93,7 @@ std::string textOf(Editor& editor, const std::string& kind, std::string& error) 
     if(kind == "undo") return undo(editor);
     if(kind == "history") return history(editor);
     if(kind == "log") return log(editor);
+    if(kind == "clipboard") return clipboard();
     return statistics(editor);
 }
 

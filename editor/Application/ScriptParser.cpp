@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <Vantrel/EngineData/ResourceMaps.h>
 #include <Vantrel/Module/InputEvents.h>
 
@@ -66,6 +67,14 @@ std::string parseWait(Line& line) {
     return {};
 }
 
+// A number of the field where one is given, from 0.
+std::string parseField(Line& line) {
+    line.command.words = {line.words[0]};
+    if(line.words.size() == 2) return readNatural(line.words[1], 0, 32, line.command);
+    line.command.numbers.push_back(-1);
+    return {};
+}
+
 std::string parseSizeWords(Line& line) {
     std::string error = readNatural(line.words[0], 1, MaxWindowSize, line.command);
     return error.empty() ? readNatural(line.words[1], 1, MaxWindowSize, line.command) : error;
@@ -109,6 +118,14 @@ std::string parseKey(Line& line) {
     return {};
 }
 
+std::string parseKeyPress(Line& line) {
+    const bool isRepeated = line.words.size() == 2;
+    if(isRepeated && line.words[1] != "repeat") return quoted(line.words[1]) + " is not repeat";
+    std::string error = parseKey(line);
+    line.command.numbers.push_back(isRepeated);
+    return error;
+}
+
 std::string parseFocus(Line& line) {
     if(line.words[0] != "on" && line.words[0] != "off") return quoted(line.words[0]) + " is none of on, off";
     line.command.numbers.push_back(line.words[0] == "on");
@@ -132,13 +149,13 @@ std::string parseEdit(Line& line) {
 }
 
 std::string parseDump(Line& line) {
-    for(const char* const kind: {"document", "selection", "marks", "undo", "history", "log", "statistics"})
+    for(const char* const kind: {"document", "selection", "marks", "undo", "history", "log", "statistics", "clipboard"})
         if(line.words[0] == kind) {
             line.command.words = {
                 line.words[0], line.rest.substr(line.rest.find_first_not_of(" \t", line.words[0].size()))};
             return {};
         }
-    return quoted(line.words[0]) + " is none of document, selection, marks, undo, history, log, statistics";
+    return quoted(line.words[0]) + " is none of document, selection, marks, undo, history, log, statistics, clipboard";
 }
 
 // The kind as its number, the id, and the file.
@@ -169,6 +186,18 @@ std::string parseDrop(Line& line) {
     return {};
 }
 
+// A section of the document, or a file; then its id, or its path, which may have blanks in it.
+std::string parseDrag(Line& line) {
+    const std::string& kind = line.words[0];
+    const bool isFile = kind == "file";
+    const auto isKind = [&kind](const PayloadType& payload) { return kind == payload.kind; };
+    if(!isFile && std::none_of(std::begin(PayloadTypes), std::end(PayloadTypes), isKind))
+        return quoted(kind) + " is none of file, materials, textures, meshes, ...";
+    line.command.words = {isFile ? FilePayloadType : payloadTypeOf({kind.data(), kind.size()}),
+        line.rest.substr(line.rest.find_first_not_of(" \t", kind.size()))};
+    return {};
+}
+
 constexpr std::size_t Any = 1000000;
 
 struct Syntax {
@@ -182,12 +211,15 @@ struct Syntax {
 
 constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
+    {"field", ScriptVerb::Field, 1, 2, "field KEY [NUMBER]", parseField},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},
     {"press", ScriptVerb::Press, 1, 5, "press left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
     {"release", ScriptVerb::Release, 1, 5, "release left|right|middle [shift] [ctrl] [alt] [super]", parseButton},
     {"scroll", ScriptVerb::Scroll, 1, 5, "scroll STEPS [shift] [ctrl] [alt] [super]", parseScroll},
-    {"key", ScriptVerb::Key, 1, 1, "key NAME", parseKey}, {"keyup", ScriptVerb::KeyUp, 1, 1, "keyup NAME", parseKey},
+    {"key", ScriptVerb::Key, 1, 2, "key NAME [repeat]", parseKeyPress},
+    {"keyup", ScriptVerb::KeyUp, 1, 1, "keyup NAME", parseKey},
     {"type", ScriptVerb::Type, 1, Any, "type TEXT", parseRest},
+    {"clipboard", ScriptVerb::Clipboard, 0, Any, "clipboard [TEXT]", parseRest},
     {"resize", ScriptVerb::Resize, 2, 2, "resize WIDTH HEIGHT", parseSizeWords},
     {"scale", ScriptVerb::Scale, 1, 1, "scale FACTOR", parseScale},
     {"fontsize", ScriptVerb::FontSize, 1, 1, "fontsize FACTOR", parseFontSize},
@@ -204,11 +236,13 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"remove", ScriptVerb::Edit, 1, Any, "remove POINTER", parseEdit},
     {"undo", ScriptVerb::Undo, 0, 0, "undo", parseRest}, {"redo", ScriptVerb::Redo, 0, 0, "redo", parseRest},
     {"import", ScriptVerb::Import, 1, Any, "import FILE", parseRest},
+    {"drag", ScriptVerb::Drag, 2, Any, "drag KIND|file ID|PATH", parseDrag},
     {"drop", ScriptVerb::Drop, 3, Any, "drop FILE X Y", parseDrop},
     {"screenshot", ScriptVerb::Screenshot, 1, Any, "screenshot FILE", parseRest},
     {"idimage", ScriptVerb::IdImage, 1, Any, "idimage FILE", parseRest},
     {"thumbnail", ScriptVerb::Thumbnail, 3, Any, "thumbnail mesh|material|image ID FILE", parseThumbnail},
-    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|history|log|statistics FILE", parseDump},
+    {"dump", ScriptVerb::Dump, 2, Any, "dump document|selection|marks|undo|history|log|statistics|clipboard FILE",
+        parseDump},
     {"quit", ScriptVerb::Quit, 0, 0, "quit", parseRest}};
 
 bool isBlank(char character) { return std::isspace(static_cast<unsigned char>(character)); }

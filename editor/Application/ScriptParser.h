@@ -11,6 +11,7 @@ namespace VantrelEngine {
 enum class ScriptVerb {
     Wait,
     Mouse,
+    Field,
     Move,
     Press,
     Release,
@@ -18,6 +19,7 @@ enum class ScriptVerb {
     Key,
     KeyUp,
     Type,
+    Clipboard,
     Resize,
     Scale,
     FontSize,
@@ -35,6 +37,7 @@ enum class ScriptVerb {
     Undo,
     Redo,
     Drop,
+    Drag,
     Import,
     WaitForImport,
     Screenshot,

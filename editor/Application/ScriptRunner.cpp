@@ -1,5 +1,7 @@
 #include "Application/ScriptRunner.h"
 
+#include <imgui.h>
+
 #include "Application/Editor.h"
 #include "Application/RenderTarget.h"
 #include "Application/ReplayPlatform.h"
@@ -43,6 +45,19 @@ std::string ScriptRunner::drawn(std::string error) {
 void ScriptRunner::moveTo(Double x, Double y) {
     _platform.moveTo({x, y});
     _editor.input().moveTo({Float(x), Float(y)});
+}
+
+// What was edited last has moved fields only in the next frame; one that is out of sight is there a frame after it was
+// asked for.
+std::string ScriptRunner::moveToField(const ScriptCommand& command) {
+    for(int i = 0; i != PatientFrames; ++i) {
+        _stage.drawFrame();
+        const std::optional<Vector2> place = _editor.panels().placeOf(command.words[0], int(command.numbers[0]));
+        if(!place) continue;
+        moveTo(Double(place->x()), Double(place->y()));
+        return {};
+    }
+    return "there is no such field";
 }
 
 std::string ScriptRunner::select(const ScriptCommand& command) {
@@ -97,6 +112,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
         for(Double i = 0.0; i < numbers[0]; ++i) _stage.drawFrame();
         return {};
     case ScriptVerb::Mouse: moveTo(numbers[0], numbers[1]); return drawn({});
+    case ScriptVerb::Field: return drawn(moveToField(command));
     case ScriptVerb::Move: {
         const Vector2d position = _platform.cursorPosition();
         moveTo(position.x() + numbers[0], position.y() + numbers[1]);
@@ -104,13 +120,14 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     }
     case ScriptVerb::Press:
     case ScriptVerb::Release:
-        _editor.input().setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
+        _editor.setButton(MouseButton(int(numbers[0])), command.verb == ScriptVerb::Press, command.modifiers);
         return drawn({});
     case ScriptVerb::Scroll: _editor.input().scroll({0.0f, Float(numbers[0])}, command.modifiers); return drawn({});
-    case ScriptVerb::Key:
-    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), command.verb == ScriptVerb::Key, false); return drawn({});
+    case ScriptVerb::Key: _editor.setKey(int(numbers[0]), true, numbers[1] != 0.0); return drawn({});
+    case ScriptVerb::KeyUp: _editor.setKey(int(numbers[0]), false, false); return drawn({});
+    case ScriptVerb::Clipboard: ImGui::SetClipboardText(argument.data()); return {};
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
-    case ScriptVerb::Focus: _editor.input().setWindowFocus(numbers[0] != 0.0); return drawn({});
+    case ScriptVerb::Focus: _editor.setFocus(numbers[0] != 0.0); return drawn({});
     case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
     case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
@@ -132,6 +149,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
     case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});
     case ScriptVerb::Drop: _editor.dropFile(argument, {Float(numbers[0]), Float(numbers[1])}); return drawn({});
+    case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);

@@ -38,6 +38,7 @@ private:
     std::string writeIdImage(const std::string& file);
     std::string writeThumbnail(const ScriptCommand& command);
     void moveTo(Magnum::Double x, Magnum::Double y);
+    std::string moveToField(const ScriptCommand& command);
     std::string resized();
     // The result of what a frame follows.
     std::string drawn(std::string error);

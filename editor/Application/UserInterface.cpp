@@ -18,6 +18,8 @@ UserInterface::UserInterface(std::vector<unsigned char> iconFont):
     ImGuiIO& io = ImGui::GetIO();
     io.IniFilename = nullptr;
     io.ConfigInputTextCursorBlink = false;
+    // A number is typed after a click, and dragged otherwise.
+    io.ConfigDragClickToInputText = true;
     io.ConfigWindowsMoveFromTitleBarOnly = true;
 #ifdef IMGUI_HAS_DOCK
     io.ConfigFlags |= ImGuiConfigFlags_DockingEnable;

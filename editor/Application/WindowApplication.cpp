@@ -123,6 +123,7 @@ bool WindowApplication::open(const CommandLine& line) {
     _editor->interface().setClipboard(
         [this] { return std::string{clipboardText()}; }, [this](const std::string& text) { setClipboardText(text); });
     listenToDrops();
+    _editor->keepJournals(line.recover.value_or(Recover::Ask));
     openProject(line);
     return true;
 }
@@ -156,7 +157,8 @@ void WindowApplication::listenToDrops() {
 void WindowApplication::openProject(const CommandLine& line) {
     const std::string error = _editor->loadView();
     if(!error.empty()) _editor->showError(error);
-    if(!line.project.empty()) _editor->openAsked(line.project);
+    if(line.project.empty()) return _editor->recoverUntitled();
+    _editor->openAsked(line.project);
 }
 
 int WindowApplication::run() {
@@ -269,7 +271,7 @@ void WindowApplication::setButton(Window::Pointer pointer, const Vector2& positi
     if(!button) return;
     setModifiers(modifiers);
     moveTo(position);
-    _editor->input().setButton(*button, isDown);
+    _editor->setButton(*button, isDown);
 }
 
 void WindowApplication::pointerPressEvent(PointerEvent& event) {
@@ -303,12 +305,12 @@ void WindowApplication::textInputEvent(TextInputEvent& event) {
 
 void WindowApplication::focusEvent(FocusEvent&) {
     wakeUp();
-    _editor->input().setWindowFocus(true);
+    _editor->setFocus(true);
 }
 
 void WindowApplication::blurEvent(FocusEvent&) {
     wakeUp();
-    _editor->input().setWindowFocus(false);
+    _editor->setFocus(false);
 }
 
 void WindowApplication::exitEvent(ExitEvent&) {

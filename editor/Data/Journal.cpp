@@ -19,11 +19,6 @@ constexpr std::chrono::seconds RetryTime{2};
 // What is not needed any more may take so much room at least, and as much as the rest.
 constexpr std::size_t SpareSize = 64 * 1024;
 
-std::size_t sizeOf(const std::vector<std::string>& lines, std::size_t first) {
-    return std::accumulate(lines.begin() + std::ptrdiff_t(first), lines.end(), std::size_t{},
-        [](std::size_t size, const std::string& line) { return size + line.size(); });
-}
-
 } // namespace
 
 void Journal::begin(const std::string& path, const std::optional<FileFingerprint>& contents) {
@@ -46,24 +41,20 @@ void Journal::begin(std::unique_ptr<JournalFile> file, const std::optional<FileF
     if(_file->isOpen()) write();
 }
 
-void Journal::goOn(std::unique_ptr<JournalFile> file, std::size_t position) {
+void Journal::goOn(std::unique_ptr<JournalFile> file, const std::optional<FileFingerprint>& contents) {
     _file = std::move(file);
     _path = _file->path();
+    _contents = contents;
     _steps.takeFirstNew();
-    _sizes.clear();
-    for(std::size_t i = 0; i != _steps.steps().size(); ++i) _sizes.push_back(0);
-    _position = position;
+    // How much room each of them takes is told when all of it is written anew.
+    _sizes.assign(_steps.steps().size(), 0);
+    _position = _steps.position();
     _isIncomplete = false;
     _trouble.clear();
 }
 
 void Journal::end() {
     _file->remove();
-    leave();
-}
-
-void Journal::leave() {
-    _file->close();
     _path.clear();
     _trouble.clear();
 }
@@ -71,8 +62,13 @@ void Journal::leave() {
 void Journal::update() {
     if(!isOn() || _changes.trial() != Trial::None || _changes.group() >= 0) return;
     _sizes.resize(std::min(_sizes.size(), _steps.takeFirstNew()));
-    if(isUpToDate() || std::chrono::steady_clock::now() < _nextAttempt) return;
-    write();
+    if(!isUpToDate() && !isWaiting()) write();
+}
+
+// A failure is not repeated frame after frame, but with each step.
+bool Journal::isWaiting() const {
+    return !_trouble.empty() && _failedCount == _steps.steps().size() && _failedPosition == _steps.position() &&
+        std::chrono::steady_clock::now() < _nextAttempt;
 }
 
 bool Journal::isUpToDate() const {
@@ -90,14 +86,16 @@ void Journal::take(const std::string& error) {
     }
     if(_trouble.empty())
         Utility::Warning{} << _path.data() << Utility::Debug::nospace
-                           << ": the journal cannot be written:" << error.data()
-                           << Utility::Debug::nospace << "; what is not saved is lost if the editor ends unexpectedly";
+                           << ": the journal cannot be written:" << error.data() << Utility::Debug::nospace
+                           << "; what is not saved is lost if the editor ends unexpectedly";
     _trouble = error;
+    _failedCount = _steps.steps().size();
+    _failedPosition = _steps.position();
     _nextAttempt = std::chrono::steady_clock::now() + RetryTime;
 }
 
 std::string Journal::stepLine(std::size_t i) const {
-    static const std::vector<std::string> none;
+    static const SelectedIds none;
     const Step& step = _steps.steps()[i];
     return stepEntry({step.name, std::time(nullptr), _changes.changes().slice(step.first, step.end),
         step.selectedBefore, step.selectedAfter, i ? _steps.steps()[i - 1].selectedAfter : none});
@@ -137,17 +135,17 @@ std::string Journal::reopen() {
 
 // All of it anew: the steps, and where among them the project's file is.
 std::string Journal::rewrite() {
-    const std::ptrdiff_t saved = _steps.savedPosition();
-    if(saved < 0) return "the file is gone, and the project has to be saved first";
+    const std::optional<std::size_t> saved = _steps.savedPosition();
+    if(!saved) return "the file is gone, and the project has to be saved first";
     std::string error = reopen();
     if(!error.empty()) return error;
     std::vector<std::string> lines{beginEntry()};
     _sizes.clear();
     error = addSteps(lines, 0, 0);
     if(!error.empty()) return error;
-    if(std::size_t(saved) != _steps.position()) lines.push_back(positionEntry(std::size_t(saved)));
+    if(*saved != _steps.position()) lines.push_back(positionEntry(*saved));
     lines.push_back(fileEntry(_contents));
-    if(std::size_t(saved) != _steps.position()) lines.push_back(positionEntry(_steps.position()));
+    if(*saved != _steps.position()) lines.push_back(positionEntry(_steps.position()));
     error = _file->replace(lines);
     if(!error.empty()) return error;
     _isIncomplete = false;
@@ -165,16 +163,8 @@ void Journal::saving(const FileFingerprint& contents) {
     take(error);
 }
 
-void Journal::saved(const std::string& path) {
+void Journal::saved() {
     if(!isOn()) return;
-    if(path != _path) {
-        const std::unique_ptr<JournalFile> old = std::exchange(_file, std::make_unique<JournalFile>(_calls));
-        _path = path;
-        _isIncomplete = true;
-        write();
-        // What is not in the new one is safe in the project's file.
-        return old->remove();
-    }
     const std::size_t needed = std::accumulate(_sizes.begin(), _sizes.end(), std::size_t{});
     if(!_isIncomplete && _file->size() <= 2 * needed + SpareSize) return;
     _isIncomplete = true;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <VantrelHost/FileFingerprint.h>
 
 #include "Data/JournalFile.h"
@@ -21,7 +22,7 @@ class StepLog;
 // Keeps the steps of a project in a file beside it, so that they outlive the process. See docs/journal.md.
 //
 // Where the file cannot be written, that is said once, and tried again later: the project can be edited all the same.
-class Journal {
+class CORRADE_VISIBILITY_EXPORT Journal {
 public:
     // All of them outlive the journal.
     explicit Journal(FileCalls& calls, const ChangeManager& changes, StepLog& steps):
@@ -31,27 +32,27 @@ public:
     // is one that was opened, or the one at a path.
     void begin(std::unique_ptr<JournalFile> file, const std::optional<FileFingerprint>& contents);
     void begin(const std::string& path, const std::optional<FileFingerprint>& contents);
-    // Goes on with one all of whose steps the log has, so many in effect.
-    void goOn(std::unique_ptr<JournalFile> file, std::size_t position);
-    // No more of it; the file goes, or stays as it is.
+    // Goes on with one that the log was brought back from.
+    void goOn(std::unique_ptr<JournalFile> file, const std::optional<FileFingerprint>& contents);
+    // No more of it; the file goes.
     void end();
-    void leave();
 
     // Writes the steps that are finished, and not written yet. Costs what is new.
     void update();
-    // The project's file is going to hold this; and does. The journal is for the file at a path from then on, and has
-    // nothing in it that is not needed.
+    // The project's file is going to hold this; and does. What is not needed any more goes then, where it is much.
     void saving(const FileFingerprint& contents);
-    void saved(const std::string& path);
+    void saved();
 
     // It was begun.
     bool isOn() const { return !_path.empty(); }
+    const std::string& path() const { return _path; }
     // Why nothing is written; empty where all is well.
     const std::string& trouble() const { return _trouble; }
     std::size_t size() const { return _file->size(); }
 
 private:
     bool isUpToDate() const;
+    bool isWaiting() const;
     void write();
     std::string append();
     std::string rewrite();
@@ -73,7 +74,9 @@ private:
     // The file lacks more than the last steps.
     bool _isIncomplete = false;
     std::string _trouble;
+    // When the same is tried again after a failure, and with how many steps it failed, and so many in effect.
     std::chrono::steady_clock::time_point _nextAttempt;
+    std::size_t _failedCount = 0, _failedPosition = 0;
 };
 
 } // namespace VantrelEngine

@@ -6,13 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 namespace VantrelEngine {
 
 class FileCalls;
 
 // The file of a journal, which is only ever added to. It is locked for as long as the object has it open, so that there is
 // one writer, and stays when the object or the process goes.
-class JournalFile {
+class CORRADE_VISIBILITY_EXPORT JournalFile {
 public:
     // The calls outlive the object.
     explicit JournalFile(FileCalls& calls): _calls{&calls} {}
@@ -27,6 +29,8 @@ public:
     // The same, only where it is there.
     std::string openExisting(const std::string& path);
     bool isOpen() const { return _file >= 0; }
+    // It is open, and still what stands at its path.
+    bool isThere() const { return isOpen() && isAt(_path); }
     bool isInUse() const { return _isInUse; }
 
     // All of it.
@@ -65,7 +69,7 @@ private:
     std::future<void> _flushing;
 };
 
-// ".scene.json.journal" beside "scene.json".
+// ".scene.json.journal" beside "scene.json", or beside what that leads to.
 std::string journalPath(const std::string& project);
 
 } // namespace VantrelEngine

@@ -8,7 +8,10 @@
 #include <VantrelHost/ResourceCompiler.h>
 
 #include "Data/EnvironmentSettings.h"
+#include "Data/FoundJournal.h"
+#include "Data/Journal.h"
 #include "Data/PlacedFiles.h"
+#include "Data/Project/FileCalls.h"
 #include "Data/ProjectFiles.h"
 #include "Data/ProjectListener.h"
 #include "Data/WorkingFolder.h"
@@ -28,12 +31,14 @@ std::string folderOf(const std::string& path) {
 
 } // namespace
 
-ProjectSession::ProjectSession():
-    _store{_data.project()}, _resourceCompiler{std::make_unique<ResourceCompiler>(_data.project(), _data.resources(),
-                                 _data.scene().resources(), _data.scene().resourceMaps(), _data.scene().revisions())},
+ProjectSession::ProjectSession(FileCalls* calls):
+    _calls{calls ? *calls : systemFileCalls()}, _store{_data.project(), &_calls},
+    _resourceCompiler{std::make_unique<ResourceCompiler>(_data.project(), _data.resources(), _data.scene().resources(),
+        _data.scene().resourceMaps(), _data.scene().revisions())},
     _compiler{std::make_unique<AssetCompiler>(&_data)}, _listener{std::make_unique<ProjectListener>(
                                                             _data, *_compiler, *_resourceCompiler)},
-    _changes{std::make_unique<ChangeManager>(_data.project())}, _steps{*_changes, _data} {
+    _changes{std::make_unique<ChangeManager>(_data.project())}, _steps{*_changes, _data},
+    _journal{std::make_unique<Journal>(_calls, *_changes, _steps)} {
     _listener->registerWith(*_changes);
     _changes->compileListeners();
     _editor.state().data = &_data;
@@ -44,7 +49,8 @@ ProjectSession::ProjectSession():
     compileObjects();
 }
 
-ProjectSession::~ProjectSession() = default;
+// Whoever ends it, or puts another project in the place of its one, has given up what is not saved.
+ProjectSession::~ProjectSession() { _journal->end(); }
 
 void ProjectSession::startNew() {
     _store.startNew();
@@ -75,10 +81,12 @@ OpenedProject ProjectSession::put(ReadProject project) {
 
 // With another document.
 void ProjectSession::startOver() {
+    _journal->end();
     _data.selection().clear();
     _data.marks().clear();
     _repairs.clear();
     _changes->clear();
+    _steps.update();
     _workingFolder.reset();
     readEditorSettings();
 }
@@ -128,10 +136,12 @@ std::string ProjectSession::folder() {
 
 std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired repaired) {
     const std::string folder = folderIfAny();
+    keepIfOpenElsewhere(path);
     std::string error = write(path, repaired);
     if(!error.empty()) return error;
     _changes->markSaved();
     _repairs.clear();
+    journalSaved();
     if(folderOf(path) == folder) return {};
     // The files of the resources are others now, or are missing.
     _data.resources().setProjectFolder(folderOf(path));
@@ -151,7 +161,12 @@ std::string ProjectSession::write(const std::string& path, ProjectStore::Repaire
         if(!copied.error.empty()) return path + ": " + copied.error;
         isWhole = copied.isWhole;
     }
-    std::string error = _store.save(path, repaired);
+    std::string text;
+    std::string error = _store.write(path, text);
+    if(!error.empty()) return error;
+    _steps.update();
+    _journal->saving(fingerprintOf(text));
+    error = _store.save(path, text, repaired);
     if(!error.empty()) return error;
     files.keep();
     if(!isWhole && _workingFolder) leaveWorkingFolder();

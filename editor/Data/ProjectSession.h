@@ -16,7 +16,11 @@
 
 namespace VantrelEngine {
 
+class FileCalls;
+struct FoundJournal;
+class Journal;
 class ProjectListener;
+class Recovery;
 class ResourceCompiler;
 class WorkingFolder;
 
@@ -26,8 +30,9 @@ class WorkingFolder;
 //     edit through changes() -> listeners note what changed -> update(), before each frame, compiles that
 class CORRADE_VISIBILITY_EXPORT ProjectSession {
 public:
-    // A new project without a file.
-    explicit ProjectSession();
+    // A new project without a file. The calls, with which the project's file and the journal are written, outlive the
+    // session; null for the system's.
+    explicit ProjectSession(FileCalls* calls = nullptr);
     ~ProjectSession();
     ProjectSession(const ProjectSession&) = delete;
     ProjectSession& operator=(const ProjectSession&) = delete;
@@ -60,7 +65,7 @@ public:
     // its file unless that is wished for.
     std::string save(const std::string& path, ProjectStore::Repaired repaired = ProjectStore::Repaired::Keep);
     // Whether that is so of the file at a path.
-    bool keepsFile(const std::string& path) const { return _store.keeps(path); }
+    bool keepsFile(const std::string& path);
     // Empty for a project that has no file yet.
     const std::string& path() const { return _store.path(); }
 
@@ -70,6 +75,36 @@ public:
     // Where the project's files are: beside its own file, or in a working folder that is made for a project without one.
     // Empty where that cannot be made.
     std::string folder();
+
+    // What somebody else did to the project's file since it was opened or saved, see ProjectStore.
+    std::optional<FileFingerprint> changedOutside() const { return _store.changedOutside(); }
+
+    // From now on each project has a journal, see docs/journal.md; of the one that is open it begins with its first step.
+    void keepJournals() { _keepsJournals = true; }
+    // What is done with the steps that an earlier journal of the project has, and its file lacks.
+    enum class EarlierSteps {
+        Discard,
+        // The document and its undo log are as they were when the journal ended.
+        BringBack,
+        // The journal is kept under another name.
+        PutAside
+    };
+    // Begins the journal of the project, which was opened or begun just now and is compiled.
+    void beginJournal(EarlierSteps steps);
+    // What lies beside a project, whichever it is. Not of the one that is open here.
+    FoundJournal findJournal(const std::string& project) const;
+    // What a journal without a file calls its project.
+    static std::string untitledProject(const std::string& workingFolder);
+    // Puts the project in place that a journal without a file is about: one that was never saved, from its working folder.
+    // Returns an empty text, or one line; the project is a new one then.
+    std::string recoverUntitled(const std::string& workingFolder);
+    // Opens the project that the steps of a stale journal belong to, brings them back, and saves all of it as a file of its
+    // own, which becomes the project's. Returns an empty text, or one line.
+    std::string recoverCopy(const std::string& path, const std::string& copy);
+    // Writes the finished steps that the journal lacks. After each update of the steps.
+    void updateJournal();
+    // Null where there is none.
+    const Journal* journal() const;
 
     // Compiles the resources and the objects that changed since the last call. Call before each frame.
     void update();
@@ -83,10 +118,17 @@ private:
     std::string folderIfAny() const;
     std::string write(const std::string& path, ProjectStore::Repaired repaired);
     void leaveWorkingFolder();
+    std::string journaledProject() const;
+    void beginUntitledJournal();
+    bool applySteps(Recovery& recovery);
+    void bringBack(FoundJournal found);
+    void journalSaved();
+    void keepIfOpenElsewhere(const std::string& path);
     void readEditorSettings();
     void setUsersPending();
     void updateEnvironment();
 
+    FileCalls& _calls;
     EditorData _data;
     VantrelEditor _editor;
     ProjectStore _store;
@@ -98,6 +140,8 @@ private:
     std::unique_ptr<ProjectListener> _listener;
     std::unique_ptr<ChangeManager> _changes;
     StepLog _steps;
+    std::unique_ptr<Journal> _journal;
+    bool _keepsJournals = false;
     // Of the scene when its environment was read; of none at first.
     std::optional<std::uint32_t> _environmentRevision;
 };

@@ -53,10 +53,9 @@ Recovery::Lost Recovery::lost() const {
     Lost lost;
     lost.count = std::size_t(after.steps.end() - made) +
         (before.position > inEffect ? before.position - inEffect : inEffect - before.position);
-    if(after.steps.empty()) return lost;
-    const ReadStep& last = _lines[after.steps.back()].entry.step;
-    lost.lastName = last.name;
-    lost.lastTime = last.time;
+    for(auto line = after.steps.end(); line != made && lost.names.size() != MaxNames;)
+        lost.names.push_back(_lines[*--line].entry.step.name);
+    if(made != after.steps.end()) lost.time = _lines[after.steps.back()].entry.step.time;
     return lost;
 }
 
@@ -82,20 +81,21 @@ void Recovery::restoreLog(ChangeManager& changes, const State& state) {
             if(change.group >= 0) change.group = group;
         std::move(step.changes.begin(), step.changes.end(), std::back_inserter(log));
         if(i < state.position) lastChange = std::int32_t(log.size()) - 1;
-        addSelections(step);
+        addStep(step);
     }
     changes.restore(std::move(log), lastChange);
+    changes.markSaved();
     _position = state.position;
 }
 
-void Recovery::addSelections(ReadStep& step) {
-    StepSelections selections;
+void Recovery::addStep(ReadStep& step) {
+    RecoveredStep recovered{std::move(step.name), {}, {}};
     if(step.before)
-        selections.before = std::move(*step.before);
-    else if(!_selections.empty())
-        selections.before = _selections.back().after;
-    selections.after = step.after ? std::move(*step.after) : selections.before;
-    _selections.push_back(std::move(selections));
+        recovered.before = std::move(*step.before);
+    else if(!_steps.empty())
+        recovered.before = _steps.back().after;
+    recovered.after = step.after ? std::move(*step.after) : recovered.before;
+    _steps.push_back(std::move(recovered));
 }
 
 bool Recovery::applyLine(ChangeManager& changes, JournalEntry& entry) {
@@ -106,21 +106,22 @@ bool Recovery::applyLine(ChangeManager& changes, JournalEntry& entry) {
     return true;
 }
 
-// Recorded as by a user, so that what does not fit the document is refused.
+// Recorded as by a user, so that what does not fit the document is refused, and then all of the step.
 bool Recovery::applyStep(ChangeManager& changes, ReadStep& step) {
     const std::int32_t wanted = changes.lastChange() + std::int32_t(step.changes.size());
     const bool isGroup = step.changes.front().group >= 0;
+    changes.beginTrial(Trial::Gesture);
     if(isGroup) changes.beginGroup();
     for(const Change& change: step.changes)
         changes.recordChange(change.path, change.newValue ? &*change.newValue : nullptr, false);
     if(isGroup) changes.commit();
     if(changes.lastChange() != wanted) {
-        const bool isPartial = changes.lastChange() > wanted - std::int32_t(step.changes.size());
-        if(isPartial) changes.undoLast();
+        changes.dropTrial();
         return false;
     }
-    _selections.resize(_position++);
-    addSelections(step);
+    changes.keepTrial();
+    _steps.resize(_position++);
+    addStep(step);
     return true;
 }
 

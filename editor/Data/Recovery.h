@@ -7,19 +7,22 @@
 #include <string_view>
 #include <vector>
 
+#include <Corrade/Utility/VisibilityMacros.h>
+
 #include "Data/JournalEntry.h"
 
 namespace VantrelEngine {
 
 class ChangeManager;
 
-// What was selected before and after a step, by the ids of the objects.
-struct StepSelections {
+// What is known of a step besides its changes: its name, and the ids of the objects that were selected before and after.
+struct RecoveredStep {
+    std::string name;
     std::vector<std::string> before, after;
 };
 
 // What a journal has of a project, and how it is brought back.
-class Recovery {
+class CORRADE_VISIBILITY_EXPORT Recovery {
 public:
     // Of the text of a journal. Of one that is damaged, what stands before the damage counts.
     explicit Recovery(std::string_view text);
@@ -33,20 +36,21 @@ public:
 
     // The following of the place that was found, or of the begin of the journal.
 
-    // The steps that were made, undone or made again since, with the name of the last one that was made and its time, in
-    // seconds since 1970.
+    // The steps that were made, undone or made again since; of those that were made the names of some, the last one first,
+    // and the time of that, in seconds since 1970.
     struct Lost {
         std::size_t count = 0;
-        std::string lastName;
-        std::int64_t lastTime = 0;
+        std::vector<std::string> names;
+        std::int64_t time = 0;
     };
     Lost lost() const;
 
-    // Puts the log and the document, which is as at the place, into the state at the end. False where it does not fit
+    // Puts the empty log and the document, which is as at the place, into the state at the end; the one at the place counts
+    // as saved. False where it does not fit
     // together; what came before that is brought back. Once.
     bool apply(ChangeManager& changes);
-    // Of the steps of the log afterwards.
-    const std::vector<StepSelections>& selections() const { return _selections; }
+    // Those of the log afterwards.
+    const std::vector<RecoveredStep>& steps() const { return _steps; }
     // How many of them are in effect.
     std::size_t position() const { return _position; }
     // Up to where the journal was brought back: it may go on from there.
@@ -54,6 +58,8 @@ public:
     std::uint64_t checksum() const { return _checksum; }
 
 private:
+    static constexpr std::size_t MaxNames = 5;
+
     struct Line {
         JournalEntry entry;
         std::size_t size;
@@ -70,13 +76,13 @@ private:
     void restoreLog(ChangeManager& changes, const State& state);
     bool applyLine(ChangeManager& changes, JournalEntry& entry);
     bool applyStep(ChangeManager& changes, ReadStep& step);
-    void addSelections(ReadStep& step);
+    void addStep(ReadStep& step);
 
     std::vector<Line> _lines;
     bool _isDamaged = false;
     // How many lines lead to it.
     std::optional<std::size_t> _place;
-    std::vector<StepSelections> _selections;
+    std::vector<RecoveredStep> _steps;
     std::size_t _position = 0;
     std::size_t _size = 0;
     std::uint64_t _checksum = 0;

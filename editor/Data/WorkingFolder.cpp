@@ -1,8 +1,10 @@
 #include "Data/WorkingFolder.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -46,12 +48,14 @@ bool isRecent(const fs::path& folder) {
     return !error && fs::file_time_type::clock::now() - time < KeptFor;
 }
 
-bool hasRecentFolder(const fs::path& folder) {
+// A folder of what was imported, or a journal.
+bool hasRecentWork(const fs::path& folder) {
     std::error_code error;
     for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
         entry.increment(error)) {
         std::error_code ignored;
-        if(entry->is_directory(ignored) && isRecent(entry->path())) return true;
+        const bool isWork = entry->is_directory(ignored) || entry->path().extension() == ".journal";
+        if(isWork && isRecent(entry->path())) return true;
     }
     return false;
 }
@@ -65,7 +69,7 @@ void removeIfAbandoned(const fs::path& folder) {
     const int lock = openLocked((folder / LockName).string(), 0);
     if(lock < 0) return;
     std::error_code error;
-    if(startsWith(folder, ImportPrefix) || !hasRecentFolder(folder)) fs::remove_all(folder, error);
+    if(startsWith(folder, ImportPrefix) || !hasRecentWork(folder)) fs::remove_all(folder, error);
     close(lock);
 }
 
@@ -88,6 +92,10 @@ WorkingFolder::WorkingFolder(Purpose purpose) {
         fs::remove_all(name, error);
 }
 
+WorkingFolder::WorkingFolder(const std::string& abandoned): _lock{openLocked(abandoned + '/' + LockName, 0)} {
+    if(_lock >= 0) _path = abandoned;
+}
+
 WorkingFolder::~WorkingFolder() {
     std::error_code error;
     if(!_path.empty() && !_isLeft) fs::remove_all(_path, error);
@@ -103,6 +111,26 @@ void WorkingFolder::removeAbandoned() {
             entry->is_directory(ignored) && !entry->is_symlink(ignored))
             removeIfAbandoned(entry->path());
     }
+}
+
+void WorkingFolder::discard(const std::string& abandoned) { WorkingFolder{abandoned}; }
+
+std::vector<std::string> WorkingFolder::abandonedProjects() {
+    std::vector<std::pair<fs::file_time_type, std::string>> found;
+    std::error_code error;
+    for(fs::directory_iterator entry{parentFolder(), error}; !error && entry != fs::directory_iterator{};
+        entry.increment(error)) {
+        if(!startsWith(entry->path(), ProjectPrefix)) continue;
+        const int lock = openLocked((entry->path() / LockName).string(), 0);
+        if(lock < 0) continue;
+        close(lock);
+        std::error_code ignored;
+        found.emplace_back(fs::last_write_time(entry->path(), ignored), entry->path().string());
+    }
+    std::sort(found.rbegin(), found.rend());
+    std::vector<std::string> folders;
+    for(auto& each: found) folders.push_back(std::move(each.second));
+    return folders;
 }
 
 } // namespace VantrelEngine

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <Corrade/Utility/VisibilityMacros.h>
 
@@ -14,6 +15,8 @@ public:
     enum class Purpose { Project, Import };
 
     explicit WorkingFolder(Purpose purpose = Purpose::Project);
+    // Takes over one that a process left behind. path() is empty where it is not there, or is somebody's.
+    explicit WorkingFolder(const std::string& abandoned);
     ~WorkingFolder();
     WorkingFolder(const WorkingFolder&) = delete;
     WorkingFolder& operator=(const WorkingFolder&) = delete;
@@ -24,9 +27,13 @@ public:
     // From now on it stays when the object goes, as if the process had left it behind.
     void leave() { _isLeft = true; }
 
-    // Removes what processes left behind that are gone: at once where it is of an import or nothing was imported, else
-    // when nothing was written there for 30 days.
+    // Removes what processes left behind that are gone: at once where it is of an import, or there is neither an import nor
+    // a journal in it, else when nothing was written there for 30 days.
     CORRADE_VISIBILITY_EXPORT static void removeAbandoned();
+    // The folders of projects that were left behind, the last one first.
+    CORRADE_VISIBILITY_EXPORT static std::vector<std::string> abandonedProjects();
+    // Removes one of them, unless somebody has taken it over.
+    CORRADE_VISIBILITY_EXPORT static void discard(const std::string& abandoned);
 
 private:
     std::string _path;

@@ -39,6 +39,8 @@ std::vector<std::string> importedSuffixes() {
 
 bool isImageFile(const std::string& path) { return isOneOf(imageSuffixes(), path); }
 
-bool isImportable(const std::string& path) { return isOneOf(modelSuffixes(), path) || isImageFile(path); }
+bool isModelFile(const std::string& path) { return isOneOf(modelSuffixes(), path); }
+
+bool isImportable(const std::string& path) { return isModelFile(path) || isImageFile(path); }
 
 } // namespace VantrelEngine

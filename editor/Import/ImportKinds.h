@@ -14,6 +14,7 @@ const std::vector<std::string>& imageSuffixes();
 CORRADE_VISIBILITY_EXPORT std::vector<std::string> importedSuffixes();
 
 bool isImageFile(const std::string& path);
+CORRADE_VISIBILITY_EXPORT bool isModelFile(const std::string& path);
 CORRADE_VISIBILITY_EXPORT bool isImportable(const std::string& path);
 
 } // namespace VantrelEngine

@@ -11,6 +11,7 @@
 namespace VantrelEngine {
 
 using namespace Corrade;
+using namespace Magnum;
 namespace fs = std::filesystem;
 
 namespace {
@@ -49,16 +50,21 @@ ImportQueue::ImportQueue(ProjectSession& session, std::string converter, const I
 
 ImportQueue::~ImportQueue() { _session.editor().state().imports = nullptr; }
 
-void ImportQueue::add(const std::string& path, ImportInto into) {
+void ImportQueue::add(const std::string& path, ImportInto into, const std::optional<Vector3>& place) {
     if(!isImportable(path)) {
         Utility::Error{} << shownText(path).data() << Utility::Debug::nospace << ":" << UnknownKind;
         return;
     }
     if(!isOfOpenProject()) giveUp();
     if(into == ImportInto::NewProject)
-        _waiting.push_front({path, into});
+        _waiting.push_front({path, into, place});
     else
-        _waiting.push_back({path, into});
+        _waiting.push_back({path, into, place});
+}
+
+std::optional<Range3D> ImportQueue::boundsOf(const std::string& path) const {
+    const auto found = _bounds.find(path);
+    return found == _bounds.end() ? std::optional<Range3D>{} : found->second;
 }
 
 void ImportQueue::cancel() {
@@ -98,6 +104,7 @@ std::vector<ImportResult> ImportQueue::update(double seconds) {
 
 void ImportQueue::start() {
     _into = _waiting.front().into;
+    _place = _waiting.front().place;
     _job = std::make_unique<ImportJob>(_converter, _waiting.front().path, _limits);
     _waiting.pop_front();
 }
@@ -106,8 +113,9 @@ void ImportQueue::goOn(double seconds) {
     if(_insertion) return insertInSteps(seconds);
     const ImportJob::State state = _job->update();
     sayWarnings(*_job);
-    if(state == ImportJob::State::Failed) return end({_job->error(), {}, 0});
-    if(state == ImportJob::State::Done) _insertion = std::make_unique<InsertImport>(_session, _job->folder(), _into);
+    if(state == ImportJob::State::Failed) return end({_job->error(), {}, 0, {}});
+    if(state == ImportJob::State::Done)
+        _insertion = std::make_unique<InsertImport>(_session, _job->folder(), _into, _place);
 }
 
 void ImportQueue::insertInSteps(double seconds) {
@@ -122,6 +130,7 @@ void ImportQueue::insertInSteps(double seconds) {
 
 void ImportQueue::end(InsertedImport inserted) {
     say(_job->name(), inserted);
+    if(inserted.bounds) _bounds.insert_or_assign(_job->source(), *inserted.bounds);
     _ended.push_back({_job->source(), _into, std::move(inserted)});
     _insertion.reset();
     _job.reset();
@@ -129,7 +138,7 @@ void ImportQueue::end(InsertedImport inserted) {
 
 std::vector<ImportResult> ImportQueue::finish() {
     std::vector<ImportResult> results;
-    while(isBusy() && !(_insertion && _insertion->waitsForGroup())) {
+    while(isBusy() && !(_insertion && _insertion->waitsForChanges())) {
         std::vector<ImportResult> ended = update(Endless);
         results.insert(results.end(), ended.begin(), ended.end());
         wait();
@@ -148,8 +157,8 @@ InsertedImport ImportQueue::run(const std::string& path) {
     ImportJob job{_converter, path, _limits};
     while(job.update() == ImportJob::State::Running) job.wait();
     sayWarnings(job);
-    if(!job.error().empty()) return {job.error(), {}, 0};
-    InsertImport insertion{_session, job.folder(), ImportInto::OpenProject};
+    if(!job.error().empty()) return {job.error(), {}, 0, {}};
+    InsertImport insertion{_session, job.folder(), ImportInto::OpenProject, {}, ImportOnTrial::Joins};
     while(insertion.step(Endless)) insertion.wait();
     return insertion.result();
 }
@@ -158,7 +167,7 @@ InsertedImport ImportQueue::importNow(const std::string& path) {
     if(isCompiling()) insertInSteps(Endless);
     const std::string name = shownText(fs::path{path}.filename().string());
     const bool isAllowed = _session.changes().group() < 0;
-    InsertedImport inserted = isAllowed ? run(path) : InsertedImport{GroupIsOpen, {}, 0};
+    InsertedImport inserted = isAllowed ? run(path) : InsertedImport{GroupIsOpen, {}, 0, {}};
     say(name, inserted);
     return inserted;
 }

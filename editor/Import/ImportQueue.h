@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include <Corrade/Utility/VisibilityMacros.h>
@@ -41,7 +42,11 @@ public:
 
     // A file of a kind that is not known gives a line. One for a new project comes next; what was to come into the old
     // one is given up when it is read.
-    void add(const std::string& path, ImportInto into = ImportInto::OpenProject);
+    // Its objects come to stand on the place, where one is given.
+    void add(const std::string& path, ImportInto into = ImportInto::OpenProject,
+        const std::optional<Magnum::Vector3>& place = {});
+    // The box about the meshes of what was imported from a file last, see InsertedImport. None for other files.
+    std::optional<Magnum::Range3D> boundsOf(const std::string& path) const;
     // Gives up the file that is being imported; the next one begins. Nothing while that is compiled.
     void cancel();
     // That, and those that wait.
@@ -55,14 +60,14 @@ public:
     std::optional<ImportProgress> progress() const;
 
     // Each frame: goes on as far as that takes no waiting, with compiling for about so many seconds. What is done comes
-    // into the project, but while a group of the undo log is open. Imports of a project that is not open any more are
+    // into the project, but while a group of the undo log is open or changes are on trial. Imports of a project that is not open any more are
     // given up. Returns what came to an end.
     std::vector<ImportResult> update(double seconds);
-    // Goes on until nothing is left to be done, or only what waits for an open group of the undo log.
+    // Goes on until nothing is left to be done, or only what waits for the end of a group or a trial of the undo log.
     std::vector<ImportResult> finish();
 
-    // Imports one file at once, whatever the queue does. Waits for its end. An error while a group of the undo log is
-    // open.
+    // Imports one file at once, whatever the queue does, as a part of the trial that is under way. Waits for its end. An
+    // error while a group of the undo log is open.
     InsertedImport importNow(const std::string& path);
 
     ProjectSession& session() { return _session; }
@@ -71,6 +76,7 @@ private:
     struct Waiting {
         std::string path;
         ImportInto into;
+        std::optional<Magnum::Vector3> place;
     };
 
     bool isOfOpenProject();
@@ -87,11 +93,14 @@ private:
     // What is imported just now, and where it goes when it is converted.
     std::unique_ptr<ImportJob> _job;
     ImportInto _into = ImportInto::OpenProject;
+    std::optional<Magnum::Vector3> _place;
     std::unique_ptr<InsertImport> _insertion;
     std::deque<Waiting> _waiting;
     std::vector<ImportResult> _ended;
     // The project that all of them are for.
     unsigned _project = 0;
+    // By path.
+    std::unordered_map<std::string, Magnum::Range3D> _bounds;
 };
 
 } // namespace VantrelEngine

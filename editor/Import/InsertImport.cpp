@@ -9,8 +9,11 @@
 #include "Data/PlacedFiles.h"
 #include "Data/ProjectSession.h"
 #include "Import/ImportPlan.h"
+#include "Import/PlaceImport.h"
 
 namespace VantrelEngine {
+
+using namespace Magnum;
 
 namespace {
 
@@ -75,9 +78,11 @@ void select(const std::vector<std::string>& objects, ProjectSession& session) {
 
 } // namespace
 
-InsertImport::InsertImport(ProjectSession& session, std::string folder, ImportInto into):
-    _session(session), _into{into}, _work{std::async(std::launch::async,
-                                        [this, folder] { return readImportedScene(folder, _scene); })} {}
+InsertImport::InsertImport(ProjectSession& session, std::string folder, ImportInto into,
+    const std::optional<Vector3>& place, ImportOnTrial onTrial):
+    _session(session),
+    _into{into}, _place{place}, _onTrial{onTrial}, _work{std::async(std::launch::async,
+                                                       [this, folder] { return readImportedScene(folder, _scene); })} {}
 
 InsertImport::~InsertImport() {
     if(_files) _files->cancel();
@@ -90,15 +95,17 @@ void InsertImport::wait() {
     if(_work.valid()) _work.wait_for(WaitTime);
 }
 
-bool InsertImport::waitsForGroup() const {
-    return _stage == Stage::Placing && (!_work.valid() || isReady()) && _session.changes().group() >= 0;
+bool InsertImport::waitsForChanges() const {
+    if(_stage != Stage::Placing || (_work.valid() && !isReady())) return false;
+    const ChangeManager& changes = _session.changes();
+    return changes.group() >= 0 || (_onTrial == ImportOnTrial::Waits && changes.trial() != Trial::None);
 }
 
 bool InsertImport::step(double seconds) {
     switch(_stage) {
     case Stage::Reading: return !isReady() || beginFiles();
     case Stage::Placing:
-        if((_work.valid() && !isReady()) || waitsForGroup()) return true;
+        if((_work.valid() && !isReady()) || waitsForChanges()) return true;
         return insert() && compile(seconds);
     case Stage::Compiling: return compile(seconds);
     case Stage::Done: break;
@@ -143,7 +150,7 @@ bool InsertImport::insert() {
     if(!error.empty()) return fail(std::move(error));
     if(_files) _files->keep();
     record(plan, _session);
-    _result = {{}, plan.roots, plan.objectCount};
+    _result = {{}, plan.roots, plan.objectCount, {}};
     _session.beginUpdate();
     _resourceCount = _session.resourceCompiler().remainingCount();
     _stage = Stage::Compiling;
@@ -155,11 +162,17 @@ bool InsertImport::compile(double seconds) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>{seconds};
     do {
         if(_session.updateNext()) continue;
-        select(_result.roots, _session);
-        _stage = Stage::Done;
+        complete();
         return false;
     } while(std::chrono::steady_clock::now() < end);
     return true;
+}
+
+void InsertImport::complete() {
+    _result.bounds = boundsOf(_result.roots, _session);
+    if(_place && !_result.roots.empty()) placeImport(_result.roots, _result.bounds, *_place, _session);
+    select(_result.roots, _session);
+    _stage = Stage::Done;
 }
 
 float InsertImport::fraction() const {

@@ -54,8 +54,10 @@ Answer QuestionDialog::draw() {
     Answer answer = Answer::None;
     if(drawButton(_yes.data()) || isEnterPressed()) answer = Answer::Yes;
     ImGui::SameLine();
-    if(drawButton(_no.data())) answer = Answer::No;
-    ImGui::SameLine();
+    if(!_no.empty()) {
+        if(drawButton(_no.data())) answer = Answer::No;
+        ImGui::SameLine();
+    }
     if(drawButton("Cancel") || isEscapePressed()) answer = Answer::Cancel;
     if(answer != Answer::None) {
         _question.clear();

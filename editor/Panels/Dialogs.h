@@ -18,7 +18,7 @@ private:
 
 enum class Answer { None, Yes, No, Cancel };
 
-// Asks a question with two answers, or to cancel.
+// Asks a question with two answers, or one where the other is empty, or to cancel.
 class QuestionDialog {
 public:
     void ask(std::string title, std::string question, std::string yes, std::string no);

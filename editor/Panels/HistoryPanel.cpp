@@ -1,6 +1,7 @@
 #include "Panels/HistoryPanel.h"
 
 #include <algorithm>
+#include <string>
 
 #include <imgui.h>
 
@@ -26,6 +27,13 @@ void drawText(const Row& row, const char* text) {
         ImGui::TextUnformatted(text);
 }
 
+void drawCount(const Row& row, int count) {
+    const std::string text = std::to_string(count);
+    const float room = ImGui::GetContentRegionAvail().x - ImGui::CalcTextSize(text.data()).x;
+    if(room > 0.0f) ImGui::SetCursorPosX(ImGui::GetCursorPosX() + room);
+    drawText(row, text.data());
+}
+
 void explain(const Step& step) {
     if(!ImGui::IsItemHovered()) return;
     const int count = step.end - step.first;
@@ -44,7 +52,7 @@ bool drawRow(const Row& row, const Step* step) {
     ImGui::SameLine(0.0f, 0.0f);
     drawText(row, step ? step->name.data() : "Start");
     ImGui::TableNextColumn();
-    if(step) drawText(row, std::to_string(step->end - step->first).data());
+    if(step) drawCount(row, step->end - step->first);
     ImGui::TableNextColumn();
     if(row.isSaved) drawText(row, "saved");
     return isClicked;

@@ -7,8 +7,9 @@
 
 namespace VantrelEngine {
 
-enum class Severity : std::uint8_t { Information, Warning, Error };
-constexpr std::size_t SeverityCount = 3;
+// Debug: nothing that a user has to know.
+enum class Severity : std::uint8_t { Information, Warning, Error, Debug };
+constexpr std::size_t SeverityCount = 4;
 
 struct LogLine {
     Severity severity;
@@ -21,6 +22,7 @@ public:
     static constexpr std::size_t MaxLogLines = 10000;
 
     void add(Severity severity, std::string text) {
+        if(severity != Severity::Debug) _message = {severity, text};
         if(_lines.size() == MaxLogLines) {
             --_counts[std::size_t(_lines.front().severity)];
             ++_firstNumber;
@@ -33,9 +35,12 @@ public:
         _firstNumber += _lines.size();
         _lines.clear();
         _counts = {};
+        _message = {};
     }
 
     const std::deque<LogLine>& lines() const { return _lines; }
+    // What was said last to the user; empty for nothing.
+    const LogLine& message() const { return _message; }
     // Of the lines that are kept.
     std::size_t count(Severity severity) const { return _counts[std::size_t(severity)]; }
     // Numbers of the first line that is kept, and of the one that comes next.
@@ -45,6 +50,7 @@ public:
 
 private:
     std::deque<LogLine> _lines;
+    LogLine _message{};
     std::uint64_t _firstNumber = 0;
     std::array<std::size_t, SeverityCount> _counts{};
 };

@@ -11,12 +11,12 @@ namespace VantrelEngine {
 
 // Which lines of a log are shown.
 struct LogChoice {
-    std::array<bool, SeverityCount> isShown{true, true, true};
+    std::array<bool, SeverityCount> isShown{true, true, true, true};
     // Lines that hold it, upper and lower case alike; empty for all.
     std::string text;
 
     bool operator==(const LogChoice& other) const { return isShown == other.isShown && text == other.text; }
-    bool isAll() const { return text.empty() && isShown == std::array<bool, SeverityCount>{true, true, true}; }
+    bool isAll() const { return text.empty() && isShown == std::array<bool, SeverityCount>{true, true, true, true}; }
     bool shows(const LogLine& line) const;
 };
 

@@ -14,6 +14,7 @@ namespace {
 ImVec4 colorOf(Severity severity) {
     switch(severity) {
     case Severity::Information: break;
+    case Severity::Debug: return ImGui::GetStyleColorVec4(ImGuiCol_TextDisabled);
     case Severity::Warning: return {0.95f, 0.78f, 0.35f, 1.0f};
     case Severity::Error: return {1.0f, 0.48f, 0.42f, 1.0f};
     }
@@ -25,6 +26,7 @@ const char* nameOf(Severity severity) {
     case Severity::Information: break;
     case Severity::Warning: return "Warnings";
     case Severity::Error: return "Errors";
+    case Severity::Debug: return "Debug";
     }
     return "Information";
 }
@@ -48,7 +50,7 @@ void LogPanel::draw(Log& log) {
 }
 
 void LogPanel::drawChoice(Log& log) {
-    for(const Severity severity: {Severity::Information, Severity::Warning, Severity::Error})
+    for(const Severity severity: {Severity::Information, Severity::Warning, Severity::Error, Severity::Debug})
         drawSwitch(severity, log.count(severity), _choice.isShown[std::size_t(severity)]);
     ImGui::Checkbox("Follow", &_isAtEnd);
     ImGui::SameLine();

@@ -65,6 +65,8 @@ void drawEditMenu(const MenuState& state, MenuChoice& choice) {
     if(!beginMenu("Edit")) return;
     drawStepItem({"Undo", "Ctrl+Z", Command::Undo}, state.undo, choice);
     drawStepItem({"Redo", "Ctrl+Y", Command::Redo}, state.redo, choice);
+    choice.isEditMenuNew = ImGui::IsWindowAppearing();
+    drawObjectItems(state.edit, choice);
     ImGui::EndMenu();
 }
 

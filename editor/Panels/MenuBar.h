@@ -12,11 +12,21 @@
 
 namespace VantrelEngine {
 
+// What of the menu "Edit" can do something.
+struct EditAbilities {
+    bool hasSelection = false;
+    bool hasObjects = false;
+    // Nothing else is being done to the project.
+    bool canEdit = false;
+    bool clipboardHasObjects = false;
+};
+
 // What the menus show, and what they switch in place.
 struct MenuState {
     // What the steps are called; null where there is none.
     const std::string* undo = nullptr;
     const std::string* redo = nullptr;
+    EditAbilities edit;
     // In front of the menus' end: the project's name, and whether it differs from its file.
     std::string title;
     const std::vector<std::string>* recentFiles = nullptr;
@@ -29,6 +39,8 @@ struct MenuChoice {
     std::optional<Command> command;
     // A recent file; empty for none.
     std::string file;
+    // The menu "Edit" was opened; it is seen in the next frame.
+    bool isEditMenuNew = false;
 };
 
 MenuChoice drawMenuBar(const MenuState& state);

@@ -17,6 +17,7 @@
 namespace VantrelEngine {
 
 using namespace Corrade;
+using namespace Magnum;
 namespace fs = std::filesystem;
 
 namespace {
@@ -37,6 +38,13 @@ bool hasBytesOf(const std::string& path, const FileLink& link, const ResourceMan
     return wanted && wanted->size() == size && std::memcmp(wanted->data(), present->data(), std::size_t(size)) == 0;
 }
 
+// By the file's name, or that with a number: "bricks.png 2".
+bool isNamed(const std::string& name, const std::string& file) {
+    if(name.compare(0, file.size(), file) != 0) return false;
+    const std::string rest = name.substr(file.size());
+    return rest.empty() || (rest.size() > 1 && rest[0] == ' ' && rest.find_first_not_of("0123456789", 1) == rest.npos);
+}
+
 const JsonValue* memberOf(const JsonValue& object, const char* key) {
     if(!object.IsObject()) return nullptr;
     const auto found = object.FindMember(key);
@@ -53,26 +61,39 @@ ImportQueue* queueOf(VantrelEditor& editor, Containers::StringView path) {
 
 void loadFile(Containers::StringView path, VantrelEditor& editor, LoadMode mode, bool keepOpen) {
     CORRADE_ASSERT(mode == LoadMode::Import && !keepOpen, "loadFile(): there is no other mode yet", );
-    if(ImportQueue* const queue = queueOf(editor, path)) queue->add(path);
+    if(ImportQueue* const queue = queueOf(editor, path))
+        queue->add(path, ImportInto::OpenProject, editor.state().viewPointer.place);
 }
 
 bool isImagePath(Containers::StringView path) { return isImageFile(path); }
 
+bool isModelPath(Containers::StringView path) { return isModelFile(path); }
+
+std::optional<Range3D> importedBounds(Containers::StringView path, VantrelEditor& editor) {
+    const ImportQueue* const queue = editor.state().imports;
+    return queue ? queue->boundsOf(path) : std::optional<Range3D>{};
+}
+
 bool isImageLoaded(Containers::StringView path, VantrelEditor& editor) {
+    return !textureOfImage(path, editor).isEmpty();
+}
+
+Containers::String textureOfImage(Containers::StringView path, VantrelEditor& editor) {
     ImportQueue* const queue = editor.state().imports;
-    if(!queue) return false;
+    if(!queue) return {};
     EditorData& data = queue->session().data();
     const std::string name = nameOf(path);
     const JsonValue* const textures = data.project().section("textures");
-    if(!textures || !textures->IsObject()) return false;
+    if(!textures || !textures->IsObject()) return {};
     for(auto texture = textures->MemberBegin(); texture != textures->MemberEnd(); ++texture) {
         const JsonValue* const textureName = memberOf(texture->value, "name");
         const JsonValue* const image = memberOf(texture->value, "image");
-        if(!textureName || !image || name != textureName->GetString()) continue;
+        if(!textureName || !image || !isNamed(textureName->GetString(), name)) continue;
         const FileLink link = data.project().fileLinkForResource("images", image->GetString());
-        if(hasBytesOf(path, link, data.resources())) return true;
+        if(hasBytesOf(path, link, data.resources()))
+            return Containers::String{texture->name.GetString(), texture->name.GetStringLength()};
     }
-    return false;
+    return {};
 }
 
 bool loadImage(Containers::StringView path, VantrelEditor& editor, bool quiet) {

@@ -116,6 +116,11 @@ std::string textOfClip(const JsonDocument& clip) {
     return text;
 }
 
+bool looksLikeClip(std::string_view text) {
+    constexpr std::size_t beginning = 100;
+    return text.substr(0, beginning).find(TypeMarker) != std::string_view::npos;
+}
+
 std::string readClip(std::string_view text, JsonDocument& clip) {
     if(text.empty()) return "it is empty";
     if(text.size() > MaxClipSize) return "it is too large";

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include <Corrade/Containers/StringView.h>
+#include <Corrade/Utility/VisibilityMacros.h>
 #include <Vantrel/EngineData/Json.h>
 
 namespace VantrelEngine {
@@ -23,6 +23,9 @@ JsonDocument copyObjects(const ProjectFile& project, const std::vector<std::stri
 
 // The text of copied objects.
 std::string textOfClip(const JsonDocument& clip);
+
+// Whether the text begins as those do; a quick look. One that was written by hand may look otherwise.
+CORRADE_VISIBILITY_EXPORT bool looksLikeClip(std::string_view text);
 
 // Reads such a text, trusting nothing: the rules of a project's document are kept, with what would be repaired there
 // refused here. Returns an empty text, or one line.

@@ -65,4 +65,12 @@ void selectObjects(VantrelEditor& editor, const StringArray& names, bool additiv
     }
 }
 
+void compileAndSelect(VantrelEditor& editor, const StringArray& names) {
+    if(!names.size()) return;
+    Containers::Array<Containers::StringView> ids{ValueInit, names.size()};
+    for(std::size_t i = 0; i != names.size(); ++i) ids[i] = names[i];
+    editor.state().assetCompiler->compileObjects(ids, true);
+    selectObjects(editor, names, false, true);
+}
+
 } // namespace VantrelEngine

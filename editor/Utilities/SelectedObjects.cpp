@@ -39,4 +39,12 @@ std::vector<Id> selectedTrees(const EditorData& data) {
     return objects;
 }
 
+void selectAllObjects(EditorData& data) {
+    const Scene& scene = data.scene().main();
+    for(std::size_t i = 1; i < scene.size(); ++i) {
+        const Id object = scene.toId(i);
+        if(!data.marks().isLocked(object)) data.selectObject(object, true);
+    }
+}
+
 } // namespace VantrelEngine

@@ -17,4 +17,7 @@ std::vector<Id> topSelectedObjects(const EditorData& data);
 // Those and all below them.
 std::vector<Id> selectedTrees(const EditorData& data);
 
+// Selects every object that is not locked. Costs the size of the scene.
+CORRADE_VISIBILITY_EXPORT void selectAllObjects(EditorData& data);
+
 } // namespace VantrelEngine

@@ -210,6 +210,10 @@ const std::vector<Id>& WebGL2Renderer::visibleMeshes() const { return _state->vi
 
 std::size_t WebGL2Renderer::drawCalls() const { return _state->drawCalls; }
 
+std::size_t WebGL2Renderer::objectIdDrawCalls() const { return _state->objectIdCalls; }
+
+std::size_t WebGL2Renderer::flatDrawCalls() const { return _state->flatCalls; }
+
 std::uint64_t WebGL2Renderer::triangles() const { return _state->triangles; }
 
 std::uint64_t WebGL2Renderer::uploadedBytes() const { return _state->uploadedBytes(); }

@@ -209,8 +209,9 @@ void WebGL2Renderer::State::drawColliders(const ViewUniforms& view) {
     }
 }
 
-void WebGL2Renderer::State::drawPlainly(const ViewUniforms& view, const DrawList& runs,
+std::size_t WebGL2Renderer::State::drawPlainly(const ViewUniforms& view, const DrawList& runs,
     std::shared_ptr<MeshProgram> Pipeline::*program, const Color4& color) {
+    const std::size_t before = drawing.calls();
     buildPrograms();
     bindBuffers();
     PassState state;
@@ -221,6 +222,7 @@ void WebGL2Renderer::State::drawPlainly(const ViewUniforms& view, const DrawList
         drawing.draw((pipeline.*program)->setView(view).setColor(color), runs, run, objects, meshes);
     }
     state.end();
+    return drawing.calls() - before;
 }
 
 void WebGL2Renderer::updateColliderVisualizationBatch(Id, Id material, Scene& scene) {
@@ -295,7 +297,8 @@ void WebGL2Renderer::renderOverdraw(ViewManager& views) {
 
 void WebGL2Renderer::drawObjectIds(const ViewManager& views, Id view, const Scene&) {
     _state->instances.use(_state->list.slots());
-    _state->drawPlainly(_state->viewUniforms(views, view), _state->list, &Pipeline::objectIds, {});
+    _state->objectIdCalls =
+        _state->drawPlainly(_state->viewUniforms(views, view), _state->list, &Pipeline::objectIds, {});
 }
 
 std::size_t WebGL2Renderer::drawFlat(
@@ -304,9 +307,10 @@ std::size_t WebGL2Renderer::drawFlat(
     state.someOfList.assignWhere(
         state.list, [&](Id slot) { return slot < state.objects.size() && objects.isSet(state.objects.object(slot)); });
     const std::size_t count = state.someOfList.slots().size();
+    state.flatCalls = 0;
     if(!count) return 0;
     state.someInstances.use(state.someOfList.slots());
-    state.drawPlainly(state.viewUniforms(views, view), state.someOfList, &Pipeline::oneColor, color);
+    state.flatCalls = state.drawPlainly(state.viewUniforms(views, view), state.someOfList, &Pipeline::oneColor, color);
     return count;
 }
 

@@ -70,6 +70,7 @@ void WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager
 void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
     State& state = *_state;
     state.drawnShadowMaps = state.drawnCasters = 0;
+    state.casterDrawing.resetStatistics();
     if(!views.numActiveComponents()) return;
     scene.lights.setupShadows(scene, views, state.matricesOf(views, views.components()[0]));
     state.shadows.update(scene);
@@ -86,5 +87,7 @@ void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
 std::size_t WebGL2Renderer::drawnShadowMaps() const { return _state->drawnShadowMaps; }
 
 std::size_t WebGL2Renderer::drawnShadowCasters() const { return _state->drawnCasters; }
+
+std::size_t WebGL2Renderer::shadowDrawCalls() const { return _state->casterDrawing.calls(); }
 
 } // namespace VantrelEngine

@@ -71,8 +71,9 @@ struct WebGL2Renderer::State {
     void drawCounts(const ViewUniforms& view);
     void drawColliders(const ViewUniforms& view);
     // With programs that do not depend on the material, of the pipeline of each run; double-sided ones without culling.
-    void drawPlainly(const ViewUniforms& view, const DrawList& list, std::shared_ptr<MeshProgram> Pipeline::*program,
-        const Magnum::Color4& color);
+    // Returns how many calls that took.
+    std::size_t drawPlainly(const ViewUniforms& view, const DrawList& list,
+        std::shared_ptr<MeshProgram> Pipeline::*program, const Magnum::Color4& color);
 
     // What throws shadows and is inside, into the bound framebuffer, as the matrix sees it.
     void drawCasters(const Magnum::Matrix4& matrix, const MeshManager& manager);
@@ -122,6 +123,7 @@ struct WebGL2Renderer::State {
     Magnum::UnsignedLong viewNumber = 0;
     std::size_t drawCalls = 0;
     std::uint64_t triangles = 0;
+    std::size_t objectIdCalls = 0, flatCalls = 0;
 
     // Shadows.
     ShadowMaps shadows;

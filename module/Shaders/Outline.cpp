@@ -112,6 +112,11 @@ void Outline::draw(GL::AbstractFramebuffer& target) {
     composite(target, _positions[last]);
 }
 
+UnsignedInt Outline::drawCalls() const {
+    // The seed and what is blended over the target come on top.
+    return _width > 0.0f ? UnsignedInt(jumpFloodSteps(_viewportSize, _width)) + 2 : 0;
+}
+
 void Outline::seed(const Vector2& size) {
     _offscreenFb[0].bind();
     _mask->bind(MaskUnit);

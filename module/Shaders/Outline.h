@@ -69,7 +69,14 @@ public:
     // depth testing on, blending off and the blend function and equation of plain transparency.
     void draw(Magnum::GL::AbstractFramebuffer& target);
 
+    // How many calls of the GL a draw() makes that draw something.
+    Magnum::UnsignedInt drawCalls() const;
+    // Video memory of the textures, in their format.
+    Magnum::UnsignedLong bytes() const { return Magnum::UnsignedLong(_viewportSize.product()) * 2 * BytesOfPosition; }
+
 private:
+    static constexpr Magnum::UnsignedLong BytesOfPosition = 4;
+
     void createPositions(const Magnum::Vector2i& size, Magnum::Int index);
     void seed(const Magnum::Vector2& size);
     Magnum::Int flood(const Magnum::Vector2& size);

@@ -3,17 +3,17 @@
 #include <Magnum/GL/RenderbufferFormat.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
-#include <Vantrel/EngineData/JsonObject.h>
-#include <Vantrel/EngineData/ValueAccess.h>
 #include <Vantrel/Module/Platform.h>
 
 #include "Utils/Assert.h"
 #include "Views/SceneView/Gizmo/Toolbar.h"
+#include "Views/SceneView/Keys/ObjectActions.h"
 #include "Views/SceneView/ObjectIdReadback.h"
 #include "Views/SceneView/Overlays/Legend.h"
 #include "Views/SceneView/Overlays/SelectionBox.h"
 #include "Views/SceneView/Overlays/TextureOverlay.h"
 #include "Views/SceneView/Overlays/ViewMenu.h"
+#include "Views/SceneView/PhysicsSimulation.h"
 #include "Views/SceneView/Picking/PickMath.h"
 #include "Views/UserInterface.h"
 
@@ -27,7 +27,7 @@ namespace {
 constexpr char Name[] = "Scene View";
 
 // GLFW's.
-constexpr int KeyF = 70, KeyEscape = 256;
+constexpr int KeyEscape = 256;
 
 // Of the distance to what the camera turns about.
 constexpr Float NormalLength = 0.02f;
@@ -68,6 +68,7 @@ SceneView::SceneView(PluginManager::AbstractManager& manager, const Containers::
 
 SceneView::~SceneView() {
     if(!_editor) return;
+    _drop.leave(_editor->state());
     _gizmo.endDrag(_editor->state());
     _editor->state().sceneViewFramebuffer = nullptr;
 }
@@ -129,10 +130,15 @@ void SceneView::stateSaved() {
 
 void SceneView::draw() {
     Platform& platform = *_editor->state().platform;
-    _clock.tick(platform.now());
+    const Double begin = platform.now();
+    _clock.tick(begin);
+    PassStatistics& reload = _editor->state().statistics.pass(FramePass::Reload);
+    reload = {};
     if(_reload.isDue(_data->scene().revisions())) {
         reloadRuntime();
-        _clock.skip(platform.now());
+        const Double end = platform.now();
+        _clock.skip(end);
+        reload.milliseconds = float((end - begin) * 1000.0);
     }
     _gizmo.beginFrame();
 
@@ -151,9 +157,11 @@ void SceneView::draw() {
         showImage();
         moveWithGizmo();
         showBox();
+        takeDrops();
     } else {
         _frame.isHovered = false;
         _gizmo.endDrag(_editor->state());
+        _drop.leave(_editor->state());
     }
     ImGui::End();
     if(_navigation.isMoving() || _renderer->isBakingEnvironment()) _editor->state().wantsFrame = true;
@@ -163,12 +171,18 @@ void SceneView::draw() {
 void SceneView::hide() {
     _isVisible = _isFocused = _frame.isHovered = false;
     letGo();
+    _drop.leave(_editor->state());
 }
 
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
     _gizmo.endDrag(_editor->state());
+}
+
+void SceneView::takeDrops() {
+    _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
+        _navigation.state().orbitDistance});
 }
 
 void SceneView::reloadRuntime() { _reload.run({*_data, _editor->state(), *_renderer, _camera, _materials}); }
@@ -195,10 +209,9 @@ bool SceneView::beginWindow() {
 }
 
 void SceneView::applyMenu() {
-    // The project may have changed since the last frame.
-    const bool hasPhysics = ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool();
-    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics, _editor->state(), _renderer->debug());
+    const ViewMenuResult menu = drawViewMenu(_renderMode, hasPhysics(*_data), _editor->state(), _renderer->debug());
     _renderMode = menu.mode;
+    if(menu.togglesSimulation) toggleSimulation();
     if(menu.collisionShapesOff && _materials.colliderBatch)
         _renderer->clearColliderVisualizationBatch(_materials.colliderBatch);
 }
@@ -239,9 +252,6 @@ void SceneView::renderScene() {
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
-    state.statistics = {std::uint32_t(_renderer->visibleMeshes().size()), std::uint32_t(_renderer->drawCalls()),
-        _renderer->triangles(), std::uint32_t(_renderer->drawnShadowMaps()),
-        std::uint32_t(_renderer->drawnShadowCasters())};
 
     showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
@@ -250,15 +260,17 @@ void SceneView::renderScene() {
 void SceneView::showToolbar() {
     SharedState& state = _editor->state();
     const CameraState& camera = _navigation.state();
-    const ToolbarResult result = drawToolbar(
-        {_gizmo.settings(), camera.flySpeed, camera.flySpeedMin, camera.flySpeedMax,
-            ValueAccess{_data->project()}["settings"]["physx"]["enable"].readValue().asBool(), state.isSimulating()},
-        UserInterface::vector(ImGui::GetWindowPos()), ImGui::GetWindowWidth());
+    const Range2D window =
+        Range2D::fromSize(UserInterface::vector(ImGui::GetWindowPos()), UserInterface::vector(ImGui::GetWindowSize()));
+    const ToolbarResult result = drawToolbar({_gizmo.settings(), camera.flySpeed, camera.flySpeedMin,
+                                                 camera.flySpeedMax, hasPhysics(*_data), state.isSimulating()},
+        window);
     _navigation.setFlySpeed(result.flySpeed);
     const GizmoSettings& chosen = result.gizmo;
     if(chosen.gizmoOperation != _gizmo.settings().gizmoOperation || chosen.gizmoSpace != _gizmo.settings().gizmoSpace)
         _gizmo.setOperation(chosen.gizmoOperation, chosen.gizmoSpace, state);
     _gizmo.setSettings(chosen);
+    if(result.togglesSimulation) toggleSimulation();
     if(result.isChoiceHovered) _frame.isHovered = false;
     if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
 }
@@ -352,8 +364,44 @@ void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
 
 void SceneView::keyPressEvent(const KeyEvent& event) {
     if(event.key == KeyEscape && _gizmo.isHeld()) return cancelDrag();
-    _navigation.keyPress(event, _isFocused, *_data);
-    if(event.key == KeyF && !ImGui::IsAnyItemActive()) _navigation.frameSelection(*_data, _camera);
+    const bool isIdle = _navigation.mode() == NavigationMode::Idle;
+    for(const KeyAction action: actionsOf(event, {_isFocused, isIdle, ImGui::IsAnyItemActive(), hasPhysics(*_data)}))
+        perform(action, event);
+}
+
+void SceneView::chooseGizmo(KeyAction action) {
+    const GizmoSettings& present = _gizmo.settings();
+    const GizmoChoice choice = chosen(action, {present.gizmoOperation, present.gizmoSpace});
+    _gizmo.setOperation(choice.operation, choice.space, _editor->state());
+}
+
+void SceneView::toggleSimulation() {
+    SharedState& state = _editor->state();
+    simulatePhysics(!state.isSimulating(), state);
+}
+
+void SceneView::perform(KeyAction action, const KeyEvent& event) {
+    switch(action) {
+    case KeyAction::FrameSelection: _navigation.frameSelection(*_data, _camera); return;
+    case KeyAction::Navigate: return _navigation.keyPress(event, _isFocused);
+    case KeyAction::ChooseTranslation:
+    case KeyAction::ChooseRotation:
+    case KeyAction::ChooseScaling: return chooseGizmo(action);
+    case KeyAction::ArmBox: return _picking.armBox();
+    case KeyAction::CancelBox: return _picking.cancelBox();
+    case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
+    case KeyAction::ToggleSimulation: return toggleSimulation();
+    case KeyAction::Copy:
+    case KeyAction::CopyTrees: return performOnObjects(action, *_editor);
+    case KeyAction::DeleteSelected:
+    case KeyAction::Paste:
+    case KeyAction::PasteChild:
+    case KeyAction::Duplicate:
+    case KeyAction::DuplicateTrees:
+        // A step of its own.
+        _gizmo.endDrag(_editor->state());
+        return performOnObjects(action, *_editor);
+    }
 }
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }

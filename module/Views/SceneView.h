@@ -8,10 +8,12 @@
 
 #include "Views/EditorView.h"
 #include "Views/SceneView/Camera/CameraNavigation.h"
+#include "Views/SceneView/Drop/DropTarget.h"
 #include "Views/SceneView/EditorMaterials.h"
 #include "Views/SceneView/FrameClock.h"
 #include "Views/SceneView/FrozenCulling.h"
 #include "Views/SceneView/Gizmo/TransformGizmo.h"
+#include "Views/SceneView/Keys/KeyActions.h"
 #include "Views/SceneView/Picking/Picking.h"
 #include "Views/SceneView/Reload/RuntimeReload.h"
 #include "Views/SceneView/Render/FrameRenderer.h"
@@ -58,6 +60,7 @@ private:
     void updateFrameSize();
     void renderScene();
     void showImage();
+    void takeDrops();
     void showBox();
     void showLegend();
     Corrade::Containers::StringView pointedName();
@@ -68,6 +71,9 @@ private:
     void lookAroundWhileFlying();
 
     void apply(CameraNavigation::Change change);
+    void perform(KeyAction action, const KeyEvent& event);
+    void chooseGizmo(KeyAction action);
+    void toggleSimulation();
     void updateFrozenCulling();
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
@@ -89,6 +95,7 @@ private:
     Picking _picking;
     FrameClock _clock;
     ViewFrame _frame;
+    DropTarget _drop;
     Magnum::UnsignedInt _projectSeen = 0;
     RenderMode _renderMode = RenderMode::Shaded;
     bool _isVisible = false;

@@ -38,7 +38,7 @@ TEST_F(EditorJourneyTest, MovementsAreWholePointsThatAddUp) {
     EXPECT_THAT(output, HasSubstr("recorder: move 601 301 0\nrecorder: move 1 -2 0\n"));
 }
 
-TEST_F(EditorJourneyTest, KeysFollowTheFocus) {
+TEST_F(EditorJourneyTest, KeysReachTheView) {
     EXPECT_EQ(heard(play(R"(
 # The view has the focus at first.
 key W
@@ -49,17 +49,24 @@ release left
 key LeftShift
 key W
 keyup LeftShift
-# The list takes the focus; the release is the view's still, the next press is not.
+# The list takes the focus; which keys want it, the view says.
 mouse 100 600
 press left
 release left
 keyup W
 key A
+key A repeat
+keyup A
+# Not while a menu is open.
+mouse 60 10
+press left
+release left
+key A
 keyup A
 )")),
         "init true\nkey 87 0 false\nkeyup 87 0 false\npress 0 600 300 0\nrelease 0 600 300 0\nkey 340 1 false\nkey 87 "
         "1 false\nkeyup 340 0 false\n"
-        "keyup 87 0 false\ndeleted\n");
+        "keyup 87 0 false\nkey 65 0 false\nkey 65 0 true\nkeyup 65 0 false\ndeleted\n");
 }
 
 TEST_F(EditorJourneyTest, LosingTheFocusReleasesWhatIsHeld) {

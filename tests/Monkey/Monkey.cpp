@@ -109,7 +109,7 @@ void Monkey::moveMouse() {
 void Monkey::pressOrRelease() {
     const unsigned button = isOneIn(4) ? below(3) : 0;
     _heldButtons[button] = !_heldButtons[button];
-    _editor.input().setButton(MouseButton(button), _heldButtons[button], modifiers());
+    _editor.setButton(MouseButton(button), _heldButtons[button], modifiers());
 }
 
 void Monkey::pressKey() {
@@ -191,7 +191,7 @@ void Monkey::play(unsigned events) {
 void Monkey::rest() {
     _editor.input().setWindowFocus(true);
     for(unsigned button = 0; button != 3; ++button)
-        if(_heldButtons[button]) _editor.input().setButton(MouseButton(button), false);
+        if(_heldButtons[button]) _editor.setButton(MouseButton(button), false);
     std::fill(std::begin(_heldButtons), std::end(_heldButtons), false);
     for(const int key: _heldKeys) _editor.setKey(key, false, false);
     _heldKeys.clear();

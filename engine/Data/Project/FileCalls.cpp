@@ -20,4 +20,9 @@ int FileCalls::link(const char* from, const char* to) { return ::link(from, to);
 int FileCalls::rename(const char* from, const char* to) { return std::rename(from, to); }
 int FileCalls::unlink(const char* path) { return ::unlink(path); }
 
+FileCalls& systemFileCalls() {
+    static FileCalls calls;
+    return calls;
+}
+
 }

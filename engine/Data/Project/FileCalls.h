@@ -24,4 +24,7 @@ public:
     virtual int unlink(const char* path);
 };
 
+// Those of the system, for whoever has none of their own.
+FileCalls& systemFileCalls();
+
 }

@@ -55,11 +55,6 @@ std::optional<FileStamp> stampOf(const std::string& path) {
     return FileStamp{{status.st_dev, status.st_ino}, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-FileCalls& systemCalls() {
-    static FileCalls calls;
-    return calls;
-}
-
 std::string repairs(std::size_t count) {
     return "the project was repaired in " + std::to_string(count) + (count == 1 ? " place" : " places") +
         " when it was opened";
@@ -117,7 +112,7 @@ struct ProjectStore::State {
         const auto identity = identityOf(file);
         const auto found = identity ? kept.find(*identity) : kept.end();
         if(found != kept.end()) return found->second;
-        const bool isChanged = file == path && changedOutside();
+        const bool isChanged = identity && identity == identityOf(path) && changedOutside();
         return isChanged ? "the file was changed by somebody else since it was opened or saved" : std::string{};
     }
     void release(const std::string& file) {
@@ -126,7 +121,7 @@ struct ProjectStore::State {
 };
 
 ProjectStore::ProjectStore(ProjectFile& file, FileCalls* calls):
-    _state{new State{file, {}, {}, 0, {}, calls ? *calls : systemCalls(), {}, {}, {}}} {
+    _state{new State{file, {}, {}, 0, {}, calls ? *calls : systemFileCalls(), {}, {}, {}}} {
     file.setDefaults(defaultProject());
     file.setEditGuard(&_state->check);
 }

@@ -137,8 +137,7 @@ std::string replaceFile(const std::string& path, std::string_view contents, File
 }
 
 std::string replaceFile(const std::string& path, std::string_view contents) {
-    FileCalls calls;
-    return replaceFile(path, contents, calls);
+    return replaceFile(path, contents, systemFileCalls());
 }
 
 }

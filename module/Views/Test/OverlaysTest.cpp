@@ -170,6 +170,23 @@ TEST_F(OverlaysTest, overdrawHasAGradientAndASentence) {
     EXPECT_TRUE(isLegend("Color indicates amount of overdraw"));
 }
 
+// Neither covers what is above the view, however small that is.
+TEST_F(OverlaysTest, theGradientKeepsToTheLowerHalf) {
+    host.state.display(DebugDisplay::Overdraw) = 1;
+    for(const Int height: {600, 240, 200}) {
+        host.resize({320, height});
+        host.frame();
+        host.frame();
+        const ImGuiWindow* const gradient = window("##legend_overdraw_gradient");
+        ASSERT_TRUE(gradient) << height;
+        EXPECT_GE(gradient->Pos.y, 38 + (height - 38) / 2 - 1) << height;
+    }
+    host.resize({320, 120});
+    host.frame();
+    EXPECT_FALSE(window("##legend_overdraw_gradient"));
+    EXPECT_TRUE(window("##legend"));
+}
+
 // The overdraw is what is seen: a cube is drawn once where it is.
 TEST_F(OverlaysTest, overdrawCanBeChosen) {
     addCube("cube");

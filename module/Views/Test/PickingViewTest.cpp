@@ -27,7 +27,7 @@ protected:
         return names;
     }
 
-    static constexpr Vector2i Left{80, 138}, Right{240, 138}, Nothing{160, 60};
+    static constexpr Vector2i Left{80, 138}, Right{240, 138}, Nothing{160, 225};
 };
 
 TEST_F(PickingViewTest, clicksSelectWhatIsSeen) {

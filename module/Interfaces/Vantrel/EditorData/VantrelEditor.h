@@ -7,6 +7,7 @@
 #include <Magnum/Magnum.h>
 
 #include <Vantrel/EditorData/EditorState.h>
+#include <Vantrel/EditorData/ViewPointer.h>
 
 namespace Magnum::GL {
 class Framebuffer;
@@ -35,18 +36,39 @@ constexpr std::size_t DebugDisplayCount = 6;
 struct ObjectPickRequest {
     // Not 0 while the answer is waited for.
     std::uint32_t isPending = 0;
-    // The answer: the object's id in the document.
+    // The answer: the object's id in the document. Written at each click on an object; who asked takes it and ends the
+    // request.
     Corrade::Containers::String name;
+};
+
+// What the scene view does in a frame, in this order: makes again what was edited, places objects and finds the visible
+// ones, draws their ids, lights and shadow maps, the scene, the outline of the selection, and what is only for whom works
+// on the scene.
+enum class FramePass : std::uint8_t { Reload, Update, ObjectIds, Shadows, Scene, Outline, Overlays };
+constexpr std::size_t FramePassCount = 7;
+
+struct PassStatistics {
+    // Of the processor: the GL may go on with it afterwards.
+    float milliseconds = 0.0f;
+    std::uint32_t drawCalls = 0;
 };
 
 // What the last frame of a view took.
 struct FrameStatistics {
     std::uint32_t visibleMeshes = 0;
+    // Of the scene alone, as a player of it would make them.
     std::uint32_t drawCalls = 0;
     std::uint64_t triangles = 0;
     // Maps that were drawn anew, and meshes in them, of each map again.
     std::uint32_t shadowMaps = 0;
     std::uint32_t shadowCasters = 0;
+    PassStatistics passes[FramePassCount];
+    PassStatistics& pass(FramePass which) { return passes[std::size_t(which)]; }
+    const PassStatistics& pass(FramePass which) const { return passes[std::size_t(which)]; }
+    // Bytes of video memory of the pictures that the view draws to, in the formats that were asked for; and that went to
+    // video memory since the view is there: vertices, objects, materials, lights and what is visible.
+    std::uint64_t pictureBytes = 0;
+    std::uint64_t uploadedBytes = 0;
 };
 
 // What the editor and its views share, and what outlives a module that is loaded again. The editor owns the data and the
@@ -75,12 +97,21 @@ struct SharedState {
     // editor clears it before each frame.
     bool wantsFrame = false;
 
+    // Set by a view while the user holds a handle of its gizmo, moved or not: nothing is undone meanwhile.
+    bool isHandleHeld = false;
+
     // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;
 
     // What the scene view drew last, null before its first frame and after the view is gone: attachment 0 the picture,
     // attachment 1 the objects' ids, low byte red and high byte green. Its viewport is all of it.
     Magnum::GL::Framebuffer* sceneViewFramebuffer = nullptr;
+
+    // Written by the scene view in each of its frames.
+    ViewPointer viewPointer;
+    // The project cannot be changed just now: it is replaced, or an import is compiled. Written by the editor before each
+    // frame.
+    bool isLocked = false;
 
     // For the status bar.
     FrameStatistics statistics;

@@ -18,4 +18,8 @@ CORRADE_VISIBILITY_EXPORT void deleteSelectedObjects(VantrelEditor& editor);
 CORRADE_VISIBILITY_EXPORT void selectObjects(
     VantrelEditor& editor, const StringArray& names, bool additive, bool tellsMissing);
 
+// What follows when objects came into the document: they are compiled, so that they are in the scene at once, and are the
+// selection. Nothing for no names.
+CORRADE_VISIBILITY_EXPORT void compileAndSelect(VantrelEditor& editor, const StringArray& names);
+
 } // namespace VantrelEngine

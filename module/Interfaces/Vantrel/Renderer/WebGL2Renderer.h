@@ -182,9 +182,13 @@ public:
     // What the last render() took.
     std::size_t drawCalls() const;
     std::uint64_t triangles() const;
-    // What the last updateShadows() drew: maps, and meshes, of each map again.
+    // What the last updateShadows() drew: maps, and meshes, of each map again; and the calls that it took.
     std::size_t drawnShadowMaps() const;
     std::size_t drawnShadowCasters() const;
+    std::size_t shadowDrawCalls() const;
+    // What the last drawObjectIds() took, and the last drawFlat().
+    std::size_t objectIdDrawCalls() const;
+    std::size_t flatDrawCalls() const;
     // Since the construction: bytes of vertices, objects, instances, materials, lights and shadows that went to video memory, and
     // programs that were compiled. Where nothing changed, a frame adds to neither.
     std::uint64_t uploadedBytes() const;

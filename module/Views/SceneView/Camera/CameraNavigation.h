@@ -38,7 +38,9 @@ public:
     void mouseMove(
         const MouseMoveEvent& event, bool isHovered, const MouseFactors& factors, EditorData& data, ViewCamera& camera);
     void mouseScroll(const MouseScrollEvent& event, bool isHovered, EditorData& data, ViewCamera& camera);
-    void keyPress(const KeyEvent& event, bool hasFocus, EditorData& data);
+    void keyPress(const KeyEvent& event, bool hasFocus);
+    // From above, from the front or from the side, where the key is one of those; see VantrelEngine::showAxisView().
+    void showAxisView(const KeyEvent& event, EditorData& data);
     void keyRelease(const KeyEvent& event, bool hasFocus);
     // Ends the mode that is on, whatever is held; releases may still come.
     Change endMode();

@@ -95,13 +95,12 @@ void DragRecorder::leaveOutFlat(Objects objects) {
 void DragRecorder::moveObject(const Matrix4& delta, Id object) {
     Scene& scene = _data.scene().main();
     const ValueAccess entry = entryOf(object);
+    const Id parent = scene.parent(object);
     const Matrix4 local = draggedLocal(
-        scene.absoluteTransformationAsMatrix(scene.parent(object)), delta, entry.readValue().asTransform());
+        {scene.absoluteTransformation(parent), scene.absoluteScaling(parent)}, delta, entry.readValue().asTransform());
     if(!isWithoutShear(local)) return leaveOut(object);
     // The document's, whose signs are in the matrix.
-    const Vector3 scaling = entry["scaling"].readValue().asScaling();
-    scene.localTransformation(object) = rigidPart(local, scaling);
-    scene.localScaling(object) = scaling;
+    scene.localTransformation(object) = rigidPart(local, entry["scaling"].readValue().asScaling());
     recordTransform(object, entry);
 }
 
@@ -110,14 +109,10 @@ void DragRecorder::recordTransform(Id object, const ValueAccess& entry) {
     scene.setDirty(object);
     const std::string path = entry.path();
     const Containers::StringView pointer{path.data(), path.size()};
-    const Vector3& scaling = scene.localScaling(object);
-    ChangeManager& changes = *_state.changeManager;
-    if(isSeenInMatrix(scaling))
-        changes.recordTransform(pointer, scene.localTransformationAsMatrix(object), true);
-    else {
-        const DualQuaternion& local = scene.localTransformation(object);
-        changes.recordTransform(pointer, local.translation(), local.rotation(), scaling, true);
-    }
+    // A matrix would lose the signs of the scaling, and some of its last digits in each frame.
+    const DualQuaternion& local = scene.localTransformation(object);
+    _state.changeManager->recordTransform(
+        pointer, local.translation(), local.rotation(), scene.localScaling(object), true);
     _written.push_back(object);
 }
 

@@ -16,7 +16,6 @@ using namespace Magnum;
 namespace {
 
 constexpr Double ShearTolerance = 1.0e-4;
-constexpr Float LeastFactor = 1.0e-12f, LargestFactor = 1.0e12f;
 
 // Of their directions: the lengths may be of any magnitude.
 Double cosineBetween(const Vector3& a, const Vector3& b) {
@@ -40,10 +39,16 @@ Vector3 axisLengths(const Matrix4& matrix) {
     return {matrix[0].xyz().length(), matrix[1].xyz().length(), matrix[2].xyz().length()};
 }
 
-Matrix4 draggedLocal(const Matrix4& parent, const Matrix4& delta, const Matrix4& local) {
+Matrix4 draggedLocal(const ParentPlace& parent, const Matrix4& delta, const Matrix4& local) {
     using Precise = Math::Matrix4<Double>;
-    const Precise from{parent};
-    return Matrix4{from.inverted() * Precise{delta} * from * Precise{local}};
+    const Precise from{parent.transformation.toMatrix()};
+    const auto dragged = [&](const Vector3& scaling) {
+        const Precise place = from * Precise::scaling(Vector3d{scaling});
+        return Matrix4{place.inverted() * Precise{delta} * place * Precise{local}};
+    };
+    Matrix4 out = dragged(Math::abs(parent.scaling));
+    out.translation() = dragged(parent.scaling).translation();
+    return out;
 }
 
 bool isFinite(const Vector3& vector) {
@@ -68,11 +73,6 @@ DualQuaternion rigidPart(const Matrix4& local, const Vector3& scaling) {
         rotation[i] = Vector3{axis / std::copysign(axis.length(), Double(scaling[i]))};
     }
     return DualQuaternion::from(rotationFromMatrix(rotation).normalized(), local.translation());
-}
-
-bool isSeenInMatrix(const Vector3& scaling) {
-    return std::all_of(scaling.data(), scaling.data() + 3,
-        [](Float factor) { return factor >= LeastFactor && factor <= LargestFactor; });
 }
 
 } // namespace VantrelEngine

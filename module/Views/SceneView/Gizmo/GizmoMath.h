@@ -22,9 +22,16 @@ Magnum::UnsignedLong groupKey(GizmoOperation operation, GizmoSpace space, Magnum
 // Lengths of the axes of a matrix.
 Magnum::Vector3 axisLengths(const Magnum::Matrix4& matrix);
 
-// The local matrix of an object after a delta in the world: inverse(parent) * delta * parent * local, where the parent's
-// is the absolute matrix. Computed in double precision; not finite where the parent has no size along an axis.
-Magnum::Matrix4 draggedLocal(const Magnum::Matrix4& parent, const Magnum::Matrix4& delta, const Magnum::Matrix4& local);
+// Where a parent is in the scene.
+struct ParentPlace {
+    Magnum::DualQuaternion transformation;
+    Magnum::Vector3 scaling;
+};
+
+// The local matrix of an object after a delta in the world: inverse(parent) * delta * parent * local, in double precision;
+// not finite where the parent has no size along an axis. What the parent mirrors it mirrors in place and not in direction,
+// as the scene does: the object turns as the delta says, so for the axes the signs of the parent's scaling are left out.
+Magnum::Matrix4 draggedLocal(const ParentPlace& parent, const Magnum::Matrix4& delta, const Magnum::Matrix4& local);
 
 bool isFinite(const Magnum::Vector3& vector);
 bool isFinite(const Magnum::Matrix4& matrix);
@@ -36,9 +43,5 @@ bool isWithoutShear(const Magnum::Matrix4& matrix);
 // Rotation and translation of a local matrix, whose scaling has these signs. Aborts where what remains is no rotation,
 // see rotationFromMatrix().
 Magnum::DualQuaternion rigidPart(const Magnum::Matrix4& local, const Magnum::Vector3& scaling);
-
-// Whether a scaling comes out of a matrix as it went in: no factor is negative, and the squares of all of them can be
-// computed with.
-bool isSeenInMatrix(const Magnum::Vector3& scaling);
 
 } // namespace VantrelEngine

@@ -28,6 +28,8 @@ constexpr Float SegmentGap = 1.0f;
 constexpr Float WindowAlpha = 0.5f, OnAlpha = 1.0f, OffAlpha = 0.6f;
 // Window points, where the text is as high as the editor's is without being enlarged.
 constexpr Float FieldWidth = 64.0f, FieldTextSize = 15.0f;
+// Of the view, below the menu bar.
+constexpr Float LargestPartOfHeight = 0.5f;
 constexpr Float FlySpeedPerPixel = 0.1f;
 const ImVec4 SimulatingColor{1.0f, 0.0f, 0.567f, 0.78f}, SimulatingHoveredColor{1.0f, 0.0f, 0.567f, 1.0f};
 
@@ -66,22 +68,27 @@ bool segment(const char* icon, ImDrawFlags corners, Float alpha) {
 
 class ToolbarDrawing {
 public:
-    explicit ToolbarDrawing(const ToolbarState& state, Float width):
-        _state{state}, _width{width - ImGui::GetStyle().WindowPadding.x}, _result{state.gizmo, state.flySpeed} {}
+    // The room is counted from the window's corner, its padding on the other side left out.
+    explicit ToolbarDrawing(const ToolbarState& state, const Vector2& room):
+        _state{state}, _room{room}, _result{state.gizmo, state.flySpeed} {}
 
     ToolbarResult draw() {
         _result.isNew = ImGui::IsWindowAppearing();
-        operations();
-        space();
         GizmoSettings& gizmo = _result.gizmo;
-        snap("##snapTrans", TranslationStepIcon, "Snap translation (Hold Ctrl)", gizmo.snapTranslationEnabled,
-            TranslationSteps, gizmo.snapTranslation);
-        snap("##snapRot", RotationStepIcon, "Snap rotation (Hold Ctrl)", gizmo.snapRotationEnabled, RotationSteps,
-            gizmo.snapRotation);
-        snap("##snapScale", ScaleStepIcon, "Snap scaling (Hold Ctrl)", gizmo.snapScaleEnabled, ScaleSteps,
-            gizmo.snapScale);
-        if(_state.hasPhysics) physics();
-        flySpeed();
+        operations();
+        if(place(segmentWidth())) space();
+        const Float snapWidth = segmentWidth() + SegmentGap + fieldWidth();
+        if(place(snapWidth))
+            snap("##snapTrans", TranslationStepIcon, "Snap translation (Hold Ctrl)", gizmo.snapTranslationEnabled,
+                TranslationSteps, gizmo.snapTranslation);
+        if(place(snapWidth))
+            snap("##snapRot", RotationStepIcon, "Snap rotation (Hold Ctrl)", gizmo.snapRotationEnabled, RotationSteps,
+                gizmo.snapRotation);
+        if(place(snapWidth))
+            snap("##snapScale", ScaleStepIcon, "Snap scaling (Hold Ctrl)", gizmo.snapScaleEnabled, ScaleSteps,
+                gizmo.snapScale);
+        if(_state.hasPhysics && place(segmentWidth())) physics();
+        if(place(segmentWidth() + fieldWidth())) flySpeed();
         return _result;
     }
 
@@ -104,7 +111,6 @@ private:
     }
 
     void space() {
-        place(segmentWidth());
         const bool isWorld = _state.gizmo.gizmoSpace == GizmoSpace::World;
         ImGui::BeginDisabled(_state.gizmo.gizmoOperation == GizmoOperation::Scale);
         if(segment(isWorld ? WorldIcon : LocalIcon, ImDrawFlags_RoundCornersAll, OnAlpha))
@@ -121,7 +127,6 @@ private:
     template<class Step>
     void snap(const char* id, const char* icon, const char* text, bool& isEnabled,
         Containers::ArrayView<const Float> steps, Step& step) {
-        place(segmentWidth() + SegmentGap + fieldWidth());
         ImGui::BeginGroup();
         if(segment(icon, ImDrawFlags_RoundCornersLeft, isEnabled ? OnAlpha : OffAlpha)) isEnabled = !isEnabled;
         ImGui::SameLine(0.0f, SegmentGap);
@@ -152,7 +157,6 @@ private:
     }
 
     void physics() {
-        place(segmentWidth());
         if(_state.isSimulating) {
             ImGui::PushStyleColor(ImGuiCol_Button, SimulatingColor);
             ImGui::PushStyleColor(ImGuiCol_ButtonHovered, SimulatingHoveredColor);
@@ -163,7 +167,6 @@ private:
     }
 
     void flySpeed() {
-        place(segmentWidth() + fieldWidth());
         ImGui::BeginGroup();
         ImGui::AlignTextToFramePadding();
         ImGui::TextUnformatted(CameraIcon);
@@ -175,29 +178,41 @@ private:
         tooltip("Camera fly speed");
     }
 
-    // Behind the group before, or below it where there is no room for so much.
-    void place(Float width) const {
-        ImGui::SameLine();
-        if(ImGui::GetCursorPosX() + width > _width) ImGui::NewLine();
+    // Behind the group before, or below it where there is no room for so much. False where there is none at all, and from
+    // then on.
+    bool place(Float width) {
+        const Float end = ImGui::GetItemRectMax().x - ImGui::GetWindowPos().x + ImGui::GetStyle().ItemSpacing.x + width;
+        if(end <= _room.x())
+            ImGui::SameLine();
+        else if(ImGui::GetCursorPosY() + ImGui::GetFrameHeight() > _room.y())
+            _isFull = true;
+        return !_isFull;
     }
 
     const ToolbarState& _state;
-    const Float _width;
+    const Vector2 _room;
+    bool _isFull = false;
     ToolbarResult _result;
     char _text[32];
 };
 
 }
 
-ToolbarResult drawToolbar(const ToolbarState& state, const Vector2& viewPosition, Float viewWidth) {
-    const Float below = 4.0f * ImGui::GetStyle().FramePadding.y + 2.0f * ImGui::GetTextLineHeight();
-    ImGui::SetNextWindowPos({viewPosition.x(), viewPosition.y() + below});
+ToolbarResult drawToolbar(const ToolbarState& state, const Range2D& view) {
+    const ImGuiStyle& style = ImGui::GetStyle();
+    const Float below = 4.0f * style.FramePadding.y + 2.0f * ImGui::GetTextLineHeight();
+    const Vector2 room = Vector2{view.sizeX(), (view.sizeY() - below) * LargestPartOfHeight} -
+        UserInterface::vector(style.WindowPadding);
+    const Vector2 least{style.WindowPadding.x + 3.0f * segmentWidth(), style.WindowPadding.y + ImGui::GetFrameHeight()};
+    if(room.x() < least.x() || room.y() < least.y()) return {state.gizmo, state.flySpeed};
+
+    ImGui::SetNextWindowPos({view.left(), view.bottom() + below});
     ImGui::PushStyleVar(ImGuiStyleVar_Alpha, WindowAlpha);
     ImGui::Begin("##toolbar", nullptr,
         ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoMove |
             ImGuiWindowFlags_NoScrollbar | ImGuiWindowFlags_AlwaysAutoResize);
     ImGui::PushStyleVar(ImGuiStyleVar_Alpha, OnAlpha);
-    const ToolbarResult result = ToolbarDrawing{state, viewWidth}.draw();
+    const ToolbarResult result = ToolbarDrawing{state, room}.draw();
     ImGui::PopStyleVar();
     ImGui::End();
     ImGui::PopStyleVar();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Magnum/Magnum.h>
-#include <Magnum/Math/Vector2.h>
+#include <Magnum/Math/Range.h>
 
 #include "Views/SceneView/GizmoSettings.h"
 
@@ -29,8 +29,9 @@ struct ToolbarResult {
     bool isNew = false;
 };
 
-// A window that floats over the top left of the view's window, below its title and its menu bar, and within its width:
-// what the gizmo does, along which axes and in which steps, the simulation, and the speed of flying. Window points.
-ToolbarResult drawToolbar(const ToolbarState& state, const Magnum::Vector2& viewPosition, Magnum::Float viewWidth);
+// A window that floats over the top left of the view's window, below its title and its menu bar: what the gizmo does,
+// along which axes and in which steps, the simulation, and the speed of flying. What has no room beside the rest goes
+// below it, and is left out where more than the upper half of the view would be covered; so may be all of it. Window points.
+ToolbarResult drawToolbar(const ToolbarState& state, const Magnum::Range2D& view);
 
 } // namespace VantrelEngine

@@ -21,8 +21,9 @@ constexpr ImU32 Red = IM_COL32(255, 0, 0, 255);
 constexpr ImU32 Yellow = IM_COL32(255, 255, 0, 255);
 constexpr ImU32 Green = IM_COL32(39, 174, 96, 255);
 
-// Lines of text.
+// Lines of text. A bar that is too low for its labels is not drawn.
 constexpr Float BarHeight = 10.0f;
+constexpr Float LeastBarHeight = 1.6f;
 constexpr Float BarWidth = 1.25f;
 
 // Its lower left corner there. With its size known before, it is right in its first frame, too.
@@ -44,13 +45,15 @@ void drawLabel(const char* text, const Vector2& place) {
     ImGui::TextUnformatted(text);
 }
 
-void drawGradient(const Vector2& corner, Float maximumWidth) {
+void drawGradient(const Vector2& corner, const Vector2& maximumSize) {
     const Float line = ImGui::GetTextLineHeight();
     const Float gap = ImGui::GetStyle().ItemSpacing.x;
-    const Vector2 bar{BarWidth * line, BarHeight * line};
     // The outermost labels stand out by half a line.
+    const Float room = maximumSize.y() - 2.0f * ImGui::GetStyle().WindowPadding.y - line;
+    const Vector2 bar{BarWidth * line, Math::min(BarHeight * line, room)};
+    if(bar.y() < LeastBarHeight * line) return;
     const Vector2 contents{bar.x() + gap + ImGui::CalcTextSize("10+").x, bar.y() + line};
-    beginWindow("##legend_overdraw_gradient", corner, contents, maximumWidth);
+    beginWindow("##legend_overdraw_gradient", corner, contents, maximumSize.x());
     const Vector2 top = UserInterface::vector(ImGui::GetCursorScreenPos()) + Vector2{0.0f, 0.5f * line};
     const Vector2 middle = top + Vector2{0.0f, 0.5f * bar.y()}, bottom = top + Vector2{0.0f, bar.y()};
     const Vector2 width = Vector2{bar.x(), 0.0f};
@@ -88,7 +91,8 @@ void drawLegend(const Range2D& view, bool showsOverdraw, Containers::StringView 
         return;
     }
     const Float height = drawText(corner, "Color indicates amount of overdraw", view.sizeX());
-    drawGradient(corner - Vector2{0.0f, height}, view.sizeX());
+    // The upper half is left to the toolbar.
+    drawGradient(corner - Vector2{0.0f, height}, {view.sizeX(), 0.5f * view.sizeY() - height});
 }
 
 } // namespace VantrelEngine

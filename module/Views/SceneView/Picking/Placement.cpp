@@ -16,12 +16,12 @@ using namespace Magnum;
 
 namespace {
 
-bool isMirrored(const Vector3& scaling) { return scaling.min() < 0.0f; }
+// Whether a matrix with this scaling can be taken apart again: the signs would be lost, and squares have to be floats.
+bool canBeTakenApart(const Vector3& scaling) { return scaling.min() > 1.0e-15f && scaling.max() < 1.0e15f; }
 
-// Of a mirrored object, or below a mirrored parent: what a matrix is taken apart into would lose the signs of the scaling,
-// which stays as it is.
-void recordMirrored(Containers::StringView path, Id parent, const DualQuaternion& target,
-    const DynamicSceneGraph& scene, ProjectFile& project, ChangeManager& changes) {
+// The scaling stays as it is.
+void recordRigid(Containers::StringView path, Id parent, const DualQuaternion& target, const DynamicSceneGraph& scene,
+    ProjectFile& project, ChangeManager& changes) {
     const DualQuaternion from = scene.absoluteTransformation(parent);
     const Quaternion back = from.rotation().invertedNormalized();
     const Vector3 translation =
@@ -47,10 +47,10 @@ void placeObject(Id object, Id target, EditorData& data, ChangeManager& changes)
     const Containers::StringView pathView{path.data(), path.size()};
 
     changes.beginGroup();
-    if(isMirrored(scaling) || isMirrored(scene.absoluteScaling(parent)))
-        recordMirrored(pathView, parent, place, scene, data.project(), changes);
-    else
+    if(canBeTakenApart(scaling) && canBeTakenApart(scene.absoluteScaling(parent)))
         changes.recordTransform(pathView, fromParent * place.toMatrix() * Matrix4::scaling(scaling), true);
+    else
+        recordRigid(pathView, parent, place, scene, data.project(), changes);
     changes.commit();
 }
 

@@ -6,6 +6,7 @@
 #include <Vantrel/EditorData/VantrelEditor.h>
 #include <Vantrel/Renderer/WebGL2Renderer.h>
 
+#include "Views/SceneView/Render/PassClock.h"
 #include "Views/SceneView/ViewCamera.h"
 
 namespace VantrelEngine {
@@ -36,6 +37,12 @@ void FrameRenderer::resize(const Vector2i& size, WebGL2Renderer& renderer, ViewC
 }
 
 void FrameRenderer::draw(const FrameInput& input) {
+    FrameStatistics& statistics = input.state.statistics;
+    const PassStatistics reload = statistics.pass(FramePass::Reload);
+    statistics = {};
+    statistics.pass(FramePass::Reload) = reload;
+    PassClock clock{*input.state.platform, statistics};
+
     Scene& scene = input.data.scene().main();
     scene.computeAbsoluteTransformations();
     input.camera.setTarget(_framebuffers.multisampled(), _framebuffers.size());
@@ -46,6 +53,7 @@ void FrameRenderer::draw(const FrameInput& input) {
         scene, input.frozen.shadows ? input.frozen.matrix : input.camera.views().cullingMatrix(view));
 
     _debug.update(scene, input.camera);
+    clock.end(FramePass::Update);
 
     RendererState{}.apply();
     GL::Framebuffer& target = _framebuffers.multisampled();
@@ -55,17 +63,34 @@ void FrameRenderer::draw(const FrameInput& input) {
     target.clear(ColorAndDepth);
 
     drawObjectIds(input);
+    clock.end(FramePass::ObjectIds);
     target.bind();
     if(input.mode == RenderMode::MeshVisualization)
         _meshVisualization.draw(
             scene, input.data.scene().resources(), input.renderer, input.camera, input.normalLength);
-    drawScene(input);
+    drawScene(input, clock);
     drawOutline(input);
+    clock.end(FramePass::Outline);
 
     target.bind();
     _debug.draw(input.data, input.state, input.camera, input.frozen);
     resolve();
+    clock.end(FramePass::Overlays);
     scene.resetChanged();
+    count(input.renderer, statistics);
+}
+
+void FrameRenderer::count(const WebGL2Renderer& renderer, FrameStatistics& statistics) const {
+    statistics.visibleMeshes = std::uint32_t(renderer.visibleMeshes().size());
+    statistics.drawCalls = std::uint32_t(renderer.drawCalls());
+    statistics.triangles = renderer.triangles();
+    statistics.shadowMaps = std::uint32_t(renderer.drawnShadowMaps());
+    statistics.shadowCasters = std::uint32_t(renderer.drawnShadowCasters());
+    statistics.pass(FramePass::Scene).drawCalls = statistics.drawCalls;
+    statistics.pass(FramePass::Shadows).drawCalls = std::uint32_t(renderer.shadowDrawCalls());
+    statistics.pass(FramePass::ObjectIds).drawCalls = std::uint32_t(renderer.objectIdDrawCalls());
+    statistics.pictureBytes = _framebuffers.bytes() + _outline.bytes();
+    statistics.uploadedBytes = renderer.uploadedBytes();
 }
 
 void FrameRenderer::drawObjectIds(const FrameInput& input) {
@@ -79,7 +104,7 @@ void FrameRenderer::drawObjectIds(const FrameInput& input) {
     _debug.drawLightIds();
 }
 
-void FrameRenderer::drawScene(const FrameInput& input) {
+void FrameRenderer::drawScene(const FrameInput& input, PassClock& clock) {
     Scene& scene = input.data.scene().main();
     WebGL2Renderer& renderer = input.renderer;
     ViewManager& views = input.camera.views();
@@ -90,6 +115,7 @@ void FrameRenderer::drawScene(const FrameInput& input) {
         renderer.updateColliderVisualizationBatch(input.materials.colliderBatch, input.materials.colliders, scene);
     renderer.updateLights(scene);
     renderer.updateShadows(scene, views);
+    clock.end(FramePass::Shadows);
     if(showsOverdraw) renderer.beginOverdrawTracking();
     // What the mesh visualisation drew stays in front of the surfaces that it is about.
     if(input.mode == RenderMode::MeshVisualization) {
@@ -104,6 +130,7 @@ void FrameRenderer::drawScene(const FrameInput& input) {
         renderer.endOverdrawTracking();
         renderer.renderOverdraw(views);
     }
+    clock.end(FramePass::Scene);
 }
 
 void FrameRenderer::drawOutline(const FrameInput& input) {
@@ -128,6 +155,8 @@ void FrameRenderer::drawOutline(const FrameInput& input) {
             .draw(*input.camera.views().targetFramebuffer(input.camera.view()));
     }
     RendererState{}.apply();
+    input.state.statistics.pass(FramePass::Outline).drawCalls =
+        std::uint32_t(input.renderer.flatDrawCalls()) + (drawn ? _outline.drawCalls() : 0);
 }
 
 void FrameRenderer::resolve() {

@@ -14,8 +14,10 @@
 namespace VantrelEngine {
 
 class EditorData;
+class PassClock;
 class ViewCamera;
 class WebGL2Renderer;
+struct FrameStatistics;
 struct SharedState;
 
 // What a frame is drawn from; everything outlives the call.
@@ -46,7 +48,8 @@ public:
     // camera drawn to them from now on.
     void resize(const Magnum::Vector2i& size, WebGL2Renderer& renderer, ViewCamera& camera);
 
-    // Draws a frame. There was a resize() before. Resets what changed in the main scene, which was seen now.
+    // Draws a frame. There was a resize() before. Resets what changed in the main scene, which was seen now. What it took
+    // stands in the statistics of the shared state, beside what the reload before it took.
     void draw(const FrameInput& input);
 
     // Of the last frame; the framebuffer is mapped to read the picture.
@@ -54,9 +57,10 @@ public:
 
 private:
     void drawObjectIds(const FrameInput& input);
-    void drawScene(const FrameInput& input);
+    void drawScene(const FrameInput& input, PassClock& clock);
     void drawOutline(const FrameInput& input);
     void resolve();
+    void count(const WebGL2Renderer& renderer, FrameStatistics& statistics) const;
 
     ViewFramebuffers _framebuffers;
     DebugDrawing _debug;

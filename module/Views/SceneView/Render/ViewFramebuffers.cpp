@@ -18,6 +18,9 @@ namespace {
 
 constexpr Int Samples = 4;
 
+// As made below: what is multisampled, and what it is resolved to with one more depth.
+constexpr UnsignedLong BytesOfPixel = Samples * (4 + 4 + 1) + 4 + 4 + 3 + 1;
+
 // A screen of 7680 by 4320 is within it.
 constexpr Long MaxPixels = 32 * 1024 * 1024;
 
@@ -68,6 +71,8 @@ void ViewFramebuffers::resize(const Vector2i& size) {
     createMaskMultisampled();
     createMask();
 }
+
+UnsignedLong ViewFramebuffers::bytes() const { return UnsignedLong(_size.product()) * BytesOfPixel; }
 
 void ViewFramebuffers::createMultisampled() {
     _framebufferMS = framebuffer(_size, "SceneView FB MSAA");

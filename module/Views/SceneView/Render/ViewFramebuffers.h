@@ -26,6 +26,8 @@ public:
     void resize(const Magnum::Vector2i& size);
     // Zero before the first resize.
     const Magnum::Vector2i& size() const { return _size; }
+    // Of video memory, in the formats that were asked for.
+    Magnum::UnsignedLong bytes() const;
 
     Magnum::GL::Framebuffer& multisampled() { return _framebufferMS; }
     Magnum::GL::Framebuffer& resolved() { return _framebuffer; }

@@ -126,6 +126,18 @@ TEST_F(PlacementTest, belowAMirroredParent) {
         }
 }
 
+TEST_F(PlacementTest, scalingsWhoseSquaresAreNoFloats) {
+    addObject("target", "", "[1, 2, 3]", TurnAll, "[1, 1, 1]");
+    for(const char* scaling: {"[1e25, 1, 1]", "[1, 1e-25, 1]"}) {
+        addObject("moved", "", "[5, 0, 0]", TurnY, scaling);
+        session.update();
+        const Vector3 before = scene.localScaling(objectOf("moved"));
+        place("moved", "target");
+        EXPECT_LT((standing("moved").translation() - Vector3{1.0f, 2.0f, 3.0f}).length(), 1e-5f) << scaling;
+        EXPECT_EQ(scene.localScaling(objectOf("moved")), before) << scaling;
+    }
+}
+
 TEST_F(PlacementTest, idsThatAPointerEscapes) {
     addObject("target", "", "[1, 2, 3]");
     addObject("a~1b~0c");

@@ -1,0 +1,162 @@
+#include <utility>
+
+#include <Corrade/Utility/Debug.h>
+
+#include "Data/FoundJournal.h"
+#include "Data/Journal.h"
+#include "Data/ProjectSession.h"
+#include "Data/WorkingFolder.h"
+
+// What a session does with journals.
+namespace VantrelEngine {
+
+using namespace Corrade;
+
+namespace {
+
+constexpr int MaxAside = 1000;
+
+void warn(const std::string& path, const std::string& text) { Utility::Warning{} << (path + ": " + text).data(); }
+
+// Under the first name that nothing has.
+void putAside(JournalFile& file) {
+    const std::string path = file.path();
+    for(int i = 1; i != MaxAside; ++i) {
+        const std::string aside = path + '.' + std::to_string(i);
+        if(fingerprintOfFile(aside)) continue;
+        const std::string error = file.rename(aside);
+        if(error.empty()) warn(path, "this journal is kept as " + aside);
+        break;
+    }
+    file.close();
+}
+
+} // namespace
+
+const Journal* ProjectSession::journal() const { return _journal->isOn() ? _journal.get() : nullptr; }
+
+std::string ProjectSession::journaledProject() const {
+    if(!_store.path().empty()) return _store.path();
+    return _workingFolder ? untitledProject(_workingFolder->path()) : std::string{};
+}
+
+FoundJournal ProjectSession::findJournal(const std::string& project) const {
+    return VantrelEngine::findJournal(project, _calls);
+}
+
+std::string ProjectSession::untitledProject(const std::string& workingFolder) {
+    return workingFolder + "/project.json";
+}
+
+void ProjectSession::beginJournal(EarlierSteps steps) {
+    const std::string project = journaledProject();
+    if(!_keepsJournals || project.empty()) return;
+    FoundJournal found = findJournal(project);
+    using State = FoundJournal::State;
+    if(found.state == State::InUse) {
+        _store.keep(project, "it is open in another editor");
+        return warn(project, "this project is open in another editor, and has no journal in this one");
+    }
+    if(found.state == State::Steps && steps == EarlierSteps::BringBack) return bringBack(std::move(found));
+    const bool isUnreadable = found.recovery && found.recovery->isDamaged() && found.state == State::Nothing;
+    const bool isMissed = found.state != State::Nothing && steps != EarlierSteps::Discard;
+    if(isUnreadable || isMissed) {
+        putAside(*found.file);
+        found.file.reset();
+    }
+    if(found.file)
+        _journal->begin(std::move(found.file), _store.fingerprint());
+    else
+        _journal->begin(journalPath(project), _store.fingerprint());
+}
+
+bool ProjectSession::applySteps(Recovery& recovery) {
+    const bool fits = recovery.apply(*_changes);
+    _steps.update();
+    for(std::size_t i = 0; i != recovery.steps().size(); ++i) {
+        const RecoveredStep& step = recovery.steps()[i];
+        _steps.restore(i, step.before, step.after, step.name);
+    }
+    return fits;
+}
+
+void ProjectSession::bringBack(FoundJournal found) {
+    Recovery& recovery = *found.recovery;
+    const std::string path = found.file->path();
+    if(!applySteps(recovery))
+        warn(path, "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
+    else if(recovery.isDamaged())
+        warn(path, "the journal is damaged; what stands before the damage was brought back");
+    const std::string error = found.file->continueAt(recovery.size(), recovery.checksum());
+    if(error.empty())
+        _journal->goOn(std::move(found.file), _store.fingerprint());
+    else
+        warn(path, "the journal cannot be continued: " + error);
+}
+
+std::string ProjectSession::recoverUntitled(const std::string& workingFolder) {
+    startNew();
+    _workingFolder = std::make_unique<WorkingFolder>(workingFolder);
+    if(_workingFolder->path().empty()) {
+        _workingFolder.reset();
+        return workingFolder + ": the folder is not there any more, or another editor has it";
+    }
+    _data.resources().setProjectFolder(workingFolder);
+    beginJournal(EarlierSteps::BringBack);
+    return {};
+}
+
+std::string ProjectSession::recoverCopy(const std::string& path, const std::string& copy) {
+    FoundJournal found = findJournal(path);
+    if(found.state != FoundJournal::State::Stale || found.project.empty())
+        return journalPath(path) + ": what the journal belongs to is not there any more";
+    ReadProject read = readProject(found.project);
+    read.path = copy;
+    const OpenedProject opened = put(std::move(read));
+    if(!opened.error.empty()) return opened.error;
+    compileResources();
+    compileObjects();
+    applySteps(*found.recovery);
+    const std::string error = save(copy);
+    if(error.empty()) found.file->remove();
+    return error;
+}
+
+// The new file may have another journal; the old one goes when all is in it.
+void ProjectSession::journalSaved() {
+    if(_journal->isOn() && _journal->path() == journalPath(_store.path())) return _journal->saved();
+    const std::unique_ptr<Journal> old = std::exchange(_journal, std::make_unique<Journal>(_calls, *_changes, _steps));
+    beginJournal(EarlierSteps::PutAside);
+    old->end();
+}
+
+void ProjectSession::keepIfOpenElsewhere(const std::string& path) {
+    if(!_keepsJournals || path == _store.path()) return;
+    JournalFile file{_calls};
+    file.openExisting(journalPath(path));
+    if(file.isInUse()) _store.keep(path, "it is open in another editor");
+}
+
+bool ProjectSession::keepsFile(const std::string& path) {
+    keepIfOpenElsewhere(path);
+    return _store.keeps(path);
+}
+
+void ProjectSession::beginUntitledJournal() {
+    const bool isSilent = _changes->changes().isEmpty() || _changes->trial() != Trial::None || _changes->group() >= 0;
+    if(isSilent || !_store.path().empty()) return;
+    if(folder().empty()) {
+        _keepsJournals = false;
+        return warn(
+            "The journal", "there is no folder for it; what is not saved is lost if the editor ends unexpectedly");
+    }
+    beginJournal(EarlierSteps::PutAside);
+}
+
+void ProjectSession::updateJournal() {
+    if(!_keepsJournals) return;
+    if(!_journal->isOn()) beginUntitledJournal();
+    _journal->update();
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+
+#include <Magnum/Magnum.h>
+#include <Magnum/Math/Vector2.h>
+
+#include "Panels/Inspector/EditGesture.h"
+#include "Panels/Inspector/FieldContext.h"
+
+namespace VantrelEngine {
+
+// What a panel of fields keeps between frames, and the way of its edits into the document.
+class FieldEditor {
+public:
+    FieldMemory& memory() { return _memory; }
+    // Before the fields are drawn.
+    void beginFrame();
+    // After they were: nothing of the document that they were drawn of is used any more.
+    void apply(ChangeManager& changes, const ProjectFile& file, const Edit& edit);
+    // At the end of each frame, whether the panel was drawn or not.
+    void endFrame(ChangeManager& changes);
+
+    // The middle of a field in the last frame, window points; of one of its numbers. None where it was not in sight: then
+    // it is brought there in the next frame.
+    std::optional<Magnum::Vector2> placeOf(std::string_view field, int part);
+
+private:
+    FieldMemory _memory;
+    EditGesture _gesture;
+    bool _isDrawn = false;
+};
+
+} // namespace VantrelEngine

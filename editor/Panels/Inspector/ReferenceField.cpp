@@ -1,0 +1,220 @@
+#include "Panels/Inspector/ReferenceField.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+
+#include <Vantrel/EngineData/ProjectFile.h>
+#include <VantrelHost/Thumbnails.h>
+#include <imgui.h>
+
+#include "Panels/Inspector/JsonPlace.h"
+#include "Panels/Keys.h"
+
+namespace VantrelEngine {
+
+namespace {
+
+const ImVec4 MissingColor{1.0f, 0.48f, 0.42f, 1.0f};
+// Rows of the list.
+constexpr float ListRows = 10.0f;
+
+struct PayloadType {
+    const char* section;
+    const char* type;
+};
+
+// What other panels drag.
+constexpr PayloadType PayloadTypes[]{{"meshes", "DND_MESH"}, {"textures", "DND_TEXTURE"}, {"shaders", "DND_SHADER"},
+    {"materials", "DND_MATERIAL"}, {"images", "DND_IMAGE"}, {"animations", "DND_ANIMATION"}, {"skins", "DND_SKIN"},
+    {"pipelines", "DND_PIPELINE"}, {"objects", "DND_OBJECT"}, {"fonts", "DND_FONT"}};
+
+std::string textOf(const JsonValue* value) {
+    return value && value->IsString() ? std::string{value->GetString(), value->GetStringLength()} : std::string{};
+}
+
+std::string lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(std::tolower(c)); });
+    return text;
+}
+
+const JsonValue* entry(const ProjectFile& file, const char* section, const std::string& id) {
+    return file.member(section, {id.data(), id.size()});
+}
+
+// Whose picture stands for a resource: a texture's is that of its image.
+std::optional<Thumbnail> pictureOf(const FieldContext& context, const char* section, const std::string& id) {
+    const auto ask = [&](ResourceKind kind, const std::string& of) {
+        return context.thumbnails.ask(kind, {of.data(), of.size()});
+    };
+    const std::string_view name{section};
+    if(id.empty()) return {};
+    if(name == "meshes") return ask(ResourceKind::Mesh, id);
+    if(name == "materials") return ask(ResourceKind::Material, id);
+    if(name == "images") return ask(ResourceKind::Image, id);
+    const JsonValue* const texture = name == "textures" ? entry(context.file, section, id) : nullptr;
+    const std::string image = textOf(valueBelow(texture, "image"));
+    if(image.empty()) return {};
+    return ask(ResourceKind::Image, image);
+}
+
+void drawPicture(const Thumbnail& picture, float edge) {
+    ImGui::Image(ImTextureID(std::intptr_t(picture.texture)), {edge, edge},
+        {picture.part.min().x(), picture.part.max().y()}, {picture.part.max().x(), picture.part.min().y()});
+}
+
+bool hasPictures(const char* section) {
+    for(const char* const other: {"meshes", "materials", "images", "textures"})
+        if(!std::strcmp(section, other)) return true;
+    return false;
+}
+
+void search(const FieldContext& context, const char* section) {
+    FieldMemory& memory = context.memory;
+    memory.found.clear();
+    const std::string wanted = lowered(memory.search);
+    const JsonValue* const all = context.file.section(section);
+    if(!all || !all->IsObject()) return;
+    for(auto member = all->MemberBegin(); member != all->MemberEnd(); ++member) {
+        std::string id{member->name.GetString(), member->name.GetStringLength()};
+        std::string name = textOf(valueBelow(&member->value, "name"));
+        if(name.empty()) name = id;
+        if(lowered(name).find(wanted) == std::string::npos && lowered(id).find(wanted) == std::string::npos) continue;
+        memory.found.push_back({std::move(id), std::move(name)});
+    }
+}
+
+bool drawFound(const FieldContext& context, const char* section, const FieldMemory::Found& found, bool isCurrent) {
+    const float edge = ImGui::GetTextLineHeight();
+    ImGui::PushID(found.id.data(), found.id.data() + found.id.size());
+    const ImVec2 place = ImGui::GetCursorPos();
+    const bool isChosen = ImGui::Selectable("##found", isCurrent);
+    if(ImGui::IsItemHovered() && found.name != found.id) ImGui::SetTooltip("%s", found.id.data());
+    ImGui::SameLine();
+    ImGui::SetCursorPos(place);
+    if(hasPictures(section)) {
+        if(const std::optional<Thumbnail> picture = pictureOf(context, section, found.id))
+            drawPicture(*picture, edge);
+        else
+            ImGui::Dummy({edge, edge});
+        ImGui::SameLine();
+    }
+    ImGui::TextUnformatted(found.name.data(), found.name.data() + found.name.size());
+    ImGui::PopID();
+    return isChosen;
+}
+
+std::optional<std::string> drawList(const FieldContext& context, const char* section, const std::string& id) {
+    FieldMemory& memory = context.memory;
+    const bool isNew = ImGui::IsWindowAppearing();
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
+    if(isNew) {
+        memory.search.clear();
+        ImGui::SetKeyboardFocusHere();
+    }
+    char text[128];
+    std::snprintf(text, sizeof text, "%s", memory.search.data());
+    ImGui::SetNextItemWidth(-1.0f);
+    const bool isEntered =
+        ImGui::InputTextWithHint("##search", "Search", text, sizeof text, ImGuiInputTextFlags_EnterReturnsTrue);
+    if(isNew || memory.search != text) {
+        memory.search = text;
+        search(context, section);
+    }
+    std::optional<std::string> chosen;
+    if(isEntered && !memory.found.empty()) chosen = memory.found.front().id;
+    const float height = ImGui::GetTextLineHeightWithSpacing() * ListRows;
+    ImGui::BeginChild("##list", {std::max(ImGui::GetFontSize() * 16.0f, ImGui::GetContentRegionAvail().x), height});
+    if(memory.search.empty() && ImGui::Selectable("None", id.empty())) chosen = "";
+    ImGuiListClipper clipper;
+    clipper.Begin(int(memory.found.size()));
+    while(clipper.Step())
+        for(int i = clipper.DisplayStart; i != clipper.DisplayEnd; ++i) {
+            const FieldMemory::Found& found = memory.found[std::size_t(i)];
+            if(drawFound(context, section, found, found.id == id)) chosen = found.id;
+        }
+    if(memory.found.empty()) ImGui::TextDisabled("Nothing is called that");
+    ImGui::EndChild();
+    if(chosen) ImGui::CloseCurrentPopup();
+    return chosen;
+}
+
+// Texts that end with a zero; the id, or else the name of a resource.
+std::optional<std::string> dropped(const ProjectFile& file, const char* section) {
+    std::optional<std::string> id;
+    if(!ImGui::BeginDragDropTarget()) return id;
+    for(const PayloadType& known: PayloadTypes) {
+        if(std::strcmp(known.section, section)) continue;
+        const ImGuiPayload* const payload = ImGui::AcceptDragDropPayload(known.type);
+        if(!payload || payload->DataSize <= 0) continue;
+        const auto* const data = static_cast<const char*>(payload->Data);
+        const std::string text{data, strnlen(data, std::size_t(payload->DataSize))};
+        const Corrade::Containers::StringView byName = file.resourceByName(section, {text.data(), text.size()});
+        if(entry(file, section, text))
+            id = text;
+        else if(!byName.isEmpty())
+            id = std::string{byName.data(), byName.size()};
+    }
+    ImGui::EndDragDropTarget();
+    return id;
+}
+
+} // namespace
+
+std::string displayName(const ProjectFile& file, const char* section, const std::string& id) {
+    const std::string name = textOf(valueBelow(entry(file, section, id), "name"));
+    return name.empty() ? id : name;
+}
+
+std::optional<std::string> drawReferenceInput(
+    const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
+    const float edge = ImGui::GetFrameHeight(), gap = ImGui::GetStyle().ItemInnerSpacing.x * 0.5f;
+    const bool isThere = id.empty() || entry(context.file, section, id);
+    const std::optional<Thumbnail> picture = mixed ? std::nullopt : pictureOf(context, section, id);
+    if(picture) {
+        drawPicture(*picture, edge);
+        if(ImGui::IsItemHovered()) {
+            ImGui::BeginTooltip();
+            drawPicture(*picture, ImGui::GetFontSize() * 8.0f);
+            ImGui::EndTooltip();
+        }
+        ImGui::SameLine(0.0f, gap);
+        width -= edge + gap;
+    }
+    const bool isClearable = !mixed && !id.empty();
+    ImGui::SetNextItemWidth(isClearable ? width - edge - gap : width);
+    if(!isThere) ImGui::PushStyleColor(ImGuiCol_Text, MissingColor);
+    const std::string shown = mixed ? mixed : id.empty() ? "None" : displayName(context.file, section, id);
+    const bool isOpen = ImGui::BeginCombo("##reference", shown.data(), ImGuiComboFlags_HeightLargest);
+    if(!isThere) ImGui::PopStyleColor();
+    std::optional<std::string> chosen;
+    if(isOpen) {
+        ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyle().Colors[ImGuiCol_Text]);
+        chosen = drawList(context, section, id);
+        ImGui::PopStyleColor();
+        ImGui::EndCombo();
+    } else if(ImGui::IsItemHovered() && !id.empty()) {
+        ImGui::SetTooltip(isThere ? "%s" : "There is no %s", id.data());
+    }
+    if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
+    if(isClearable) {
+        ImGui::SameLine(0.0f, gap);
+        if(ImGui::Button("×", {edge, 0.0f})) chosen = "";
+        if(ImGui::IsItemHovered()) ImGui::SetTooltip("None");
+    }
+    return chosen;
+}
+
+std::optional<FieldInput> drawReference(
+    const FieldContext& context, const SchemaKey& key, const CommonValue& common, float width) {
+    const std::string id = textOf(&common.value);
+    const std::optional<std::string> chosen =
+        drawReferenceInput(context, key.section, id, common.isMixed ? "mixed" : nullptr, width);
+    if(!chosen) return {};
+    static JsonAllocator allocator;
+    FieldInput input;
+    input.value = JsonValue{chosen->data(), rapidjson::SizeType(chosen->size()), allocator};
+    return input;
+}
+
+} // namespace VantrelEngine

@@ -1,0 +1,151 @@
+#include "Panels/StatisticsPanel.h"
+
+#include <cstdio>
+#include <string>
+
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <imgui.h>
+
+namespace VantrelEngine {
+
+namespace {
+
+struct PassText {
+    FramePass pass;
+    const char* name;
+    const char* explanation;
+    // Whether its draw calls are counted.
+    bool isCounted;
+};
+
+constexpr PassText Passes[]{{FramePass::Reload, "Reload", "Brings meshes, images, materials, ... up to date", false},
+    {FramePass::Update, "Update", "Places what moved, finds what is visible", false},
+    {FramePass::ObjectIds, "Object ids", "What is picked is read from these", true},
+    {FramePass::Shadows, "Lights and shadows", "Shadow maps are drawn where something in them changed", true},
+    {FramePass::Scene, "Scene", "The picture itself", true},
+    {FramePass::Outline, "Outline", "Around what is selected", true},
+    {FramePass::Overlays, "Overlays", "Markers, and the picture brought to the screen", false}};
+
+constexpr ImGuiTableFlags GridFlags =
+    ImGuiTableFlags_SizingFixedFit | ImGuiTableFlags_NoHostExtendX | ImGuiTableFlags_RowBg;
+
+std::string withUnit(double bytes) {
+    char text[32];
+    const bool isLarge = bytes >= 1024.0 * 1024.0;
+    std::snprintf(
+        text, sizeof text, isLarge ? "%.1f MiB" : "%.1f KiB", isLarge ? bytes / (1024.0 * 1024.0) : bytes / 1024.0);
+    return text;
+}
+
+std::string milliseconds(double time) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f ms", time);
+    return text;
+}
+
+void drawRight(const std::string& text) {
+    const float room = ImGui::GetContentRegionAvail().x - ImGui::CalcTextSize(text.data()).x;
+    if(room > 0.0f) ImGui::SetCursorPosX(ImGui::GetCursorPosX() + room);
+    ImGui::TextUnformatted(text.data());
+}
+
+float labelWidth() { return ImGui::CalcTextSize("Lights and shadows ").x; }
+
+float valueWidth() { return ImGui::CalcTextSize("100000.00 ms").x; }
+
+// Columns keep their width while figures change.
+bool beginGrid(const char* id, int columns) {
+    if(!ImGui::BeginTable(id, columns, GridFlags)) return false;
+    ImGui::TableSetupColumn("", 0, labelWidth());
+    for(int i = 1; i != columns; ++i) ImGui::TableSetupColumn("", 0, valueWidth());
+    return true;
+}
+
+void drawRow(const char* label, const std::string& value) {
+    ImGui::TableNextRow();
+    ImGui::TableNextColumn();
+    ImGui::TextUnformatted(label);
+    ImGui::TableNextColumn();
+    drawRight(value);
+}
+
+// Of the editor alone: the scene without anybody who works on it has none of them.
+std::uint32_t editorCalls(const FrameStatistics& frame) {
+    return frame.pass(FramePass::ObjectIds).drawCalls + frame.pass(FramePass::Outline).drawCalls;
+}
+
+void drawScene(const FrameStatistics& frame) {
+    ImGui::TextDisabled("Scene");
+    if(!beginGrid("##scene", 2)) return;
+    drawRow("Draw calls", std::to_string(frame.drawCalls));
+    drawRow("Triangles", std::to_string(frame.triangles));
+    drawRow("Visible meshes", std::to_string(frame.visibleMeshes));
+    drawRow("Shadow maps drawn", std::to_string(frame.shadowMaps));
+    drawRow("Meshes in them", std::to_string(frame.shadowCasters));
+    drawRow("Editor's draw calls", std::to_string(editorCalls(frame)));
+    ImGui::EndTable();
+}
+
+void drawPass(const PassText& text, const PassStatistics& pass) {
+    ImGui::TableNextRow();
+    ImGui::TableNextColumn();
+    ImGui::TextUnformatted(text.name);
+    if(ImGui::IsItemHovered()) ImGui::SetTooltip("%s", text.explanation);
+    ImGui::TableNextColumn();
+    drawRight(milliseconds(double(pass.milliseconds)));
+    ImGui::TableNextColumn();
+    if(text.isCounted) drawRight(std::to_string(pass.drawCalls) + (pass.drawCalls == 1 ? " draw" : " draws"));
+}
+
+void drawPasses(const ShownStatistics& statistics) {
+    ImGui::TextDisabled("Passes of the view (processor)");
+    if(!beginGrid("##passes", 3)) return;
+    for(const PassText& pass: Passes) drawPass(pass, statistics.frame.pass(pass.pass));
+    drawRow("Whole frame", milliseconds(statistics.frameTime));
+    ImGui::EndTable();
+}
+
+void drawMemory(const FrameStatistics& frame) {
+    drawRow("Pictures of the view", withUnit(double(frame.pictureBytes)));
+    drawRow("Sent to the GPU", withUnit(double(frame.uploadedBytes)));
+    if(ImGui::IsItemHovered()) ImGui::SetTooltip("Vertices, objects, materials and lights, since the view is there");
+}
+
+void drawWork(const ShownStatistics& statistics) {
+    ImGui::TextDisabled("Memory and work");
+    if(beginGrid("##work", 2)) {
+        drawMemory(statistics.frame);
+        drawRow("Imports under way", std::to_string(statistics.imports));
+        drawRow("Thumbnails", statistics.areThumbnailsWaiting ? "being made" : "all there");
+        drawRow("Drawn, read",
+            std::to_string(statistics.thumbnailsDrawn) + ", " + std::to_string(statistics.thumbnailsLoaded));
+        ImGui::EndTable();
+    }
+    ImGui::TextDisabled("Last reload of the view");
+    if(statistics.lastReload.empty())
+        ImGui::TextUnformatted("places only");
+    else
+        ImGui::TextUnformatted(
+            statistics.lastReload.data(), statistics.lastReload.data() + statistics.lastReload.size());
+}
+
+} // namespace
+
+void drawStatisticsPanel(const ShownStatistics& statistics) {
+    ImGui::BeginChild("##statistics", {0.0f, 0.0f}, false, ImGuiWindowFlags_HorizontalScrollbar);
+    // Beside each other where there is room, else below.
+    const float needed = labelWidth() * 3.0f + valueWidth() * 4.0f + ImGui::GetStyle().CellPadding.x * 20.0f;
+    const bool isWide = ImGui::GetContentRegionAvail().x > needed;
+    if(ImGui::BeginTable("##groups", isWide ? 3 : 1, ImGuiTableFlags_SizingFixedFit)) {
+        ImGui::TableNextColumn();
+        drawScene(statistics.frame);
+        ImGui::TableNextColumn();
+        drawPasses(statistics);
+        ImGui::TableNextColumn();
+        drawWork(statistics);
+        ImGui::EndTable();
+    }
+    ImGui::EndChild();
+}
+
+} // namespace VantrelEngine

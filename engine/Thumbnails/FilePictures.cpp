@@ -1,0 +1,159 @@
+#include "VantrelHost/FilePictures.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <future>
+#include <iterator>
+#include <unordered_map>
+#include <vector>
+
+#include <Magnum/GL/Texture.h>
+#include <Magnum/GL/TextureFormat.h>
+#include <Magnum/ImageView.h>
+#include <Magnum/PixelFormat.h>
+
+#include "Data/Resources/ImageFile.h"
+#include "Thumbnails/ImageThumbnail.h"
+
+namespace VantrelEngine {
+
+using namespace Magnum;
+
+namespace {
+
+// As images of a project.
+constexpr std::streamoff MaxBytes = 256 * 1024 * 1024;
+
+// Empty where there is none.
+ThumbnailPixels readPicture(const std::string& path, Int edge) {
+    std::ifstream file{path, std::ios::binary | std::ios::ate};
+    const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
+    if(size <= 0 || size > MaxBytes) return {};
+    std::vector<char> bytes(std::size_t(size), '\0');
+    file.seekg(0);
+    if(!file.read(bytes.data(), size)) return {};
+    std::string reason;
+    SceneImage image;
+    image.pixels = readImage({bytes.data(), bytes.size()}, reason);
+    if(!image.pixels) return {};
+    image.header.size = image.pixels->size();
+    return imageThumbnail(image, edge);
+}
+
+} // namespace
+
+struct FilePictures::State {
+    struct Entry {
+        // Its place in the texture; -1 for none.
+        Int slot = -1;
+        std::uint64_t askedIn = 0;
+        // The file was looked at.
+        bool isRead = false;
+    };
+
+    Int edge;
+    std::size_t capacity;
+    Int rowLength;
+    GL::Texture2D texture{NoCreate};
+    std::unordered_map<std::string, Entry> entries;
+    // Paths of the pictures that are there; empty for none.
+    std::vector<std::string> slots;
+    std::uint64_t frame = 1;
+    // The file that is being read.
+    std::string path;
+    std::future<ThumbnailPixels> work;
+    // The files were others when it was begun.
+    bool isStale = false;
+
+    Vector2i place(Int slot) const { return Vector2i{slot % rowLength, slot / rowLength} * edge; }
+    std::uint64_t ageOf(const std::string& owner) const { return owner.empty() ? 0 : entries.at(owner).askedIn; }
+    void begin();
+    bool take();
+    Int takeSlot();
+};
+
+// The first one of those that were asked for just now.
+void FilePictures::State::begin() {
+    for(const auto& entry: entries) {
+        if(entry.second.isRead || entry.second.askedIn + 1 < frame) continue;
+        path = entry.first;
+        isStale = false;
+        work = std::async(std::launch::async, readPicture, path, edge);
+        return;
+    }
+}
+
+bool FilePictures::State::take() {
+    const ThumbnailPixels pixels = work.get();
+    const auto found = entries.find(path);
+    if(isStale || found == entries.end()) return false;
+    found->second.isRead = true;
+    if(pixels.empty()) return false;
+    if(!texture.id()) {
+        texture = GL::Texture2D{};
+        texture.setLabel("File pictures");
+        texture.setMinificationFilter(SamplerFilter::Linear)
+            .setMagnificationFilter(SamplerFilter::Linear)
+            .setWrapping(SamplerWrapping::ClampToEdge)
+            .setStorage(1, GL::TextureFormat::RGBA8, Vector2i{edge * rowLength});
+    }
+    const Int slot = takeSlot();
+    slots[std::size_t(slot)] = path;
+    found->second.slot = slot;
+    texture.setSubImage(
+        0, place(slot), ImageView2D{PixelFormat::RGBA8Unorm, Vector2i{edge}, {pixels.data(), pixels.size()}});
+    return true;
+}
+
+// A free one, or that of the picture that was asked for longest ago.
+Int FilePictures::State::takeSlot() {
+    const auto oldest = std::min_element(
+        slots.begin(), slots.end(), [this](const std::string& a, const std::string& b) { return ageOf(a) < ageOf(b); });
+    if(!oldest->empty()) entries.erase(*oldest);
+    return Int(oldest - slots.begin());
+}
+
+FilePictures::FilePictures(Int edge, std::size_t capacity): _state{std::make_unique<State>()} {
+    _state->edge = edge;
+    _state->capacity = capacity;
+    _state->rowLength = Int(std::ceil(std::sqrt(double(capacity))));
+    _state->slots.resize(capacity);
+}
+
+FilePictures::~FilePictures() = default;
+
+bool FilePictures::update(bool waits) {
+    State& state = *_state;
+    ++state.frame;
+    if(!state.work.valid()) state.begin();
+    if(!state.work.valid()) return false;
+    if(!waits && state.work.wait_for(std::chrono::seconds{0}) != std::future_status::ready) return false;
+    return state.take();
+}
+
+std::optional<Thumbnail> FilePictures::ask(const std::string& path) {
+    State& state = *_state;
+    State::Entry& entry = state.entries[path];
+    entry.askedIn = state.frame;
+    if(entry.slot < 0) return {};
+    const Float length = Float(state.edge * state.rowLength);
+    return Thumbnail{state.texture.id(),
+        Range2D::fromSize(Vector2{state.place(entry.slot)} / length, Vector2{Float(state.edge) / length})};
+}
+
+bool FilePictures::isBusy() const {
+    const auto isWaiting = [this](const auto& entry) {
+        return !entry.second.isRead && entry.second.askedIn + 1 >= _state->frame;
+    };
+    return _state->work.valid() || std::any_of(_state->entries.begin(), _state->entries.end(), isWaiting);
+}
+
+void FilePictures::forget() {
+    _state->entries.clear();
+    std::fill(_state->slots.begin(), _state->slots.end(), std::string{});
+    _state->isStale = true;
+}
+
+} // namespace VantrelEngine

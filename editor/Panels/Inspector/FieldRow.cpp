@@ -12,7 +12,8 @@
 #include "Panels/Inspector/NumberField.h"
 #include "Panels/Inspector/ReferenceField.h"
 #include "Panels/Inspector/Refusal.h"
-#include "Panels/Inspector/TextField.h"
+#include "Panels/Inspector/TypedText.h"
+#include "Panels/Keys.h"
 
 namespace VantrelEngine {
 
@@ -112,10 +113,22 @@ std::optional<FieldInput> resetInput() {
     return input;
 }
 
+bool isResource(const SchemaKey& key) {
+    return key.kind == KeyKind::Reference && std::string_view{key.section} != "objects";
+}
+
+bool isNamed(const CommonValue& common) {
+    return !common.isMixed && common.value.IsString() && common.value.GetStringLength();
+}
+
 // What the right button on the label offers.
-std::optional<FieldInput> drawMenu(const SchemaKey& key, const CommonValue& common, std::string& refusal) {
+std::optional<FieldInput> drawMenu(
+    FieldMemory& memory, const SchemaKey& key, const CommonValue& common, std::string& refusal) {
     if(!ImGui::BeginPopupContextItem("##key menu")) return {};
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
     std::optional<FieldInput> input;
+    if(isResource(key) && ImGui::MenuItem("Show", nullptr, false, isNamed(common)))
+        memory.asked = {key.section, common.value.GetString()};
     if(ImGui::MenuItem("Copy value", nullptr, false, !common.value.IsNull()))
         ImGui::SetClipboardText(jsonText(common.value).data());
     if(ImGui::MenuItem("Paste value", nullptr, false, key.kind != KeyKind::Rotation)) {
@@ -219,7 +232,7 @@ std::optional<FieldInput> drawRow(
     const float start = ImGui::GetCursorPosX();
     std::string refusal;
     drawLabel(key, common, stacked ? layout.label + layout.field : layout.label);
-    std::optional<FieldInput> input = drawMenu(key, common, refusal);
+    std::optional<FieldInput> input = drawMenu(memory, key, common, refusal);
     if(!stacked) ImGui::SameLine(start + layout.label, 0.0f);
     const bool isDim = common.isMissing && !common.whyNotShown;
     if(isDim) ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyleColorVec4(ImGuiCol_TextDisabled));

@@ -93,8 +93,8 @@ std::optional<ProjectChoice> untitledQuestion(const std::string& workingFolder, 
 
 ProjectChoice changedQuestion(const std::string& project, bool hasUnsavedChanges) {
     return {"Changed on disk",
-        nameOf(project) + " was changed by somebody else." +
-            (hasUnsavedChanges ? " Read again, what is not saved here is lost." : " Read it again?"),
+        nameOf(project) + " was changed by somebody else.\n\nRead it again?" +
+            (hasUnsavedChanges ? " What is not saved here is lost then." : ""),
         "Reload", "Keep mine", {Kind::OpenAsItIs, project, false}, {Kind::KeepMine, project, false}};
 }
 

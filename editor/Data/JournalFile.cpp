@@ -2,7 +2,9 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -27,8 +29,11 @@ std::string textOf(const std::vector<std::string>& lines, std::uint64_t& checksu
 } // namespace
 
 std::string journalPath(const std::string& project) {
-    const std::size_t name = project.rfind('/') + 1;
-    return project.substr(0, name) + '.' + project.substr(name) + ".journal";
+    // By whichever link it was opened, there is one journal.
+    const std::unique_ptr<char, void (*)(void*)> real{realpath(project.data(), nullptr), std::free};
+    const std::string path = real ? real.get() : project;
+    const std::size_t name = path.rfind('/') + 1;
+    return path.substr(0, name) + '.' + path.substr(name) + ".journal";
 }
 
 std::string JournalFile::open(const std::string& path) { return open(path, O_CREAT); }

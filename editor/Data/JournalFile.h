@@ -69,7 +69,7 @@ private:
     std::future<void> _flushing;
 };
 
-// ".scene.json.journal" beside "scene.json".
+// ".scene.json.journal" beside "scene.json", or beside what that leads to.
 std::string journalPath(const std::string& project);
 
 } // namespace VantrelEngine

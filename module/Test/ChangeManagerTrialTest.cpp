@@ -1,3 +1,4 @@
+#include <csignal>
 #include <random>
 #include <string>
 #include <vector>
@@ -44,6 +45,55 @@ struct ChangeManagerTrialTest: testing::Test {
     ProjectFile file;
     ChangeManager manager{file};
 };
+
+TEST_F(ChangeManagerTrialTest, aPartOfATrialCanBeTakenBack) {
+    record("/objects/a/value", 1);
+    record("/objects/a/value", 2);
+    manager.undoLast();
+    const std::string before = state();
+    manager.beginTrial(Trial::Preview);
+    record("/objects/b", 1);
+    const std::int32_t first = manager.lastChange();
+    const std::string withFirst = state();
+    recordGroup("/objects/a/value", 10, false);
+    recordGroup("/objects/c", 11, false);
+    manager.rewindTrial(first);
+    EXPECT_EQ(state(), withFirst);
+    EXPECT_EQ(manager.trial(), Trial::Preview);
+    manager.rewindTrial(first);
+    EXPECT_EQ(state(), withFirst);
+
+    // What comes after it is one step with what is left.
+    recordGroup("/objects/a/value", 12, false);
+    manager.keepTrial();
+    EXPECT_EQ(manager.lastChange(), 2);
+    EXPECT_FALSE(manager.canRedo());
+    manager.undoLast();
+    EXPECT_EQ(manager.lastChange(), 0);
+
+    manager.redoLast();
+    manager.undoLast();
+    manager.undoLast();
+    record("/objects/a/value", 1);
+    record("/objects/a/value", 2);
+    manager.undoLast();
+    manager.beginTrial(Trial::Preview);
+    record("/objects/b", 1);
+    manager.rewindTrial(0);
+    manager.dropTrial();
+    EXPECT_EQ(state(), before);
+}
+
+TEST_F(ChangeManagerTrialTest, whatIsNotOnTrialCannotBeTakenBackWithIt) {
+    record("/objects/a/value", 1);
+    EXPECT_EXIT(manager.rewindTrial(0), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    manager.beginTrial(Trial::Preview);
+    record("/objects/a/value", 2);
+    EXPECT_EXIT(manager.rewindTrial(-1), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    EXPECT_EXIT(manager.rewindTrial(2), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    manager.beginGroup();
+    EXPECT_EXIT(manager.rewindTrial(0), testing::KilledBySignal(SIGABRT), "Forgot commit");
+}
 
 TEST_F(ChangeManagerTrialTest, whatIsDroppedNeverWas) {
     record("/objects/a/value", 1);
@@ -144,6 +194,49 @@ TEST_F(ChangeManagerTrialTest, anotherOneKeepsTheFirst) {
     manager.beginTrial(Trial::Gesture);
     manager.clear();
     EXPECT_EQ(manager.trial(), Trial::None);
+}
+
+std::vector<Change> logOf(ChangeManager& manager) {
+    std::vector<Change> log;
+    JsonAllocator allocator;
+    for(const Change& change: manager.changes()) {
+        log.emplace_back();
+        log.back().path = change.path;
+        log.back().group = change.group;
+        if(change.oldValue) log.back().oldValue.emplace(*change.oldValue, allocator);
+        if(change.newValue) log.back().newValue.emplace(*change.newValue, allocator);
+    }
+    return log;
+}
+
+TEST_F(ChangeManagerTrialTest, aLogIsPutInPlace) {
+    record("/objects/a/value", 1);
+    recordGroup("/objects/a/other", 2, false);
+    manager.beginGroup();
+    record("/objects/a/value", 3);
+    record("/objects/a/other", 4);
+    manager.commit();
+    manager.undoLast();
+    const std::string before = state();
+    std::vector<Change> log = logOf(manager);
+    const std::int32_t last = manager.lastChange();
+    manager.clear();
+    manager.restore(std::move(log), last);
+    EXPECT_EQ(manager.firstUnseen(), 0);
+    EXPECT_EQ(state(), before);
+    manager.redoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":3,"other":4}}})");
+    // A new group is none of those that are there.
+    manager.beginGroup();
+    record("/objects/a/value", 5);
+    manager.commit();
+    manager.undoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":3,"other":4}}})");
+    while(manager.canUndo()) manager.undoLast();
+    EXPECT_EQ(jsonText(file.projectFile()), R"({"objects":{"a":{"value":0,"other":0}}})");
+    EXPECT_DEATH(manager.restore({}, -1), "restore\\(\\): the log is not empty");
+    manager.clear();
+    EXPECT_DEATH(manager.restore({}, 0), "restore\\(\\): there is no change 0");
 }
 
 TEST_F(ChangeManagerTrialTest, withAnOpenGroupTheyAbort) {

@@ -49,6 +49,17 @@ TEST(CommandLineTest, HeadlessRun) {
     EXPECT_EQ(outcome.line->fontScale, 1.5f);
 }
 
+TEST(CommandLineTest, Journals) {
+    EXPECT_FALSE(read({"--headless", "a"}).line->keepsJournals);
+    EXPECT_FALSE(read({}).line->recover);
+    const Outcome outcome = read({"--headless", "a", "--journal", "--recover", "yes"});
+    ASSERT_TRUE(outcome.line) << outcome.complaint;
+    EXPECT_TRUE(outcome.line->keepsJournals);
+    EXPECT_EQ(outcome.line->recover, Recover::BringBack);
+    EXPECT_EQ(read({"--recover", "no"}).line->recover, Recover::PutAside);
+    EXPECT_EQ(read({"--recover", "ask"}).line->recover, Recover::Ask);
+}
+
 TEST(CommandLineTest, Help) {
     const Outcome outcome = read({"--help"});
     EXPECT_FALSE(outcome.line);
@@ -66,6 +77,8 @@ TEST(CommandLineTest, Mistakes) {
         {{"--screenshot", "x"}, "--screenshot goes with --headless only"},
         {{"--headless", "a", "--frames", "0"}, "--frames"}, {{"--headless", "a", "--scale", "100"}, "--scale"},
         {{"--headless", "a", "--size", "8192x8192", "--scale", "1.5"}, "--size times --scale is more than 67108864"},
+        {{"--journal"}, "--journal goes with --headless only"}, {{"--recover", "maybe"}, "--recover"},
+        {{"--headless", "a", "--recover", "yes"}, "--recover without a window goes with --journal only"},
         {{"--size", "10"}, "\"10\" is no size"}, {{"--font-size", "4"}, "--font-size"}};
     for(const auto& testCase: cases) {
         const Outcome outcome = read(testCase.arguments);

@@ -62,6 +62,15 @@ TEST_F(JournalFileTest, linesAreAdded) {
     EXPECT_FALSE(file.isInUse());
 }
 
+TEST_F(JournalFileTest, aProjectHasOneWhicheverLinkLeadsToIt) {
+    folder.write("scene.json", "{}");
+    std::filesystem::create_directory(folder.path("links"));
+    std::filesystem::create_symlink("../scene.json", folder.path("links/other.json"));
+    EXPECT_TRUE(std::filesystem::path{journalPath(folder.path("links/other.json"))} ==
+        std::filesystem::canonical(folder.path()) / ".scene.json.journal");
+    EXPECT_EQ(journalPath("scene-that-is-not-there.json"), ".scene-that-is-not-there.json.journal");
+}
+
 TEST_F(JournalFileTest, thereIsOneWriter) {
     ASSERT_EQ(file.open(path), "");
     JournalFile other{calls};

@@ -197,6 +197,31 @@ TEST_F(WorkingFolderTest, AProjectWithoutAFileHasOneUntilItIsSaved) {
     EXPECT_EQ(folders(), 0u);
 }
 
+TEST_F(WorkingFolderTest, WhatIsLeftBehindWithAJournalIsFoundAndTakenOver) {
+    session.folder();
+    for(const char* const name: {"vantrel/untitled-older", "vantrel/untitled-newer"}) {
+        other.write(name + std::string{"/lock"}, "");
+        other.write(name + std::string{"/.project.json.journal"}, "");
+    }
+    const std::string older = other.path("vantrel/untitled-older"), newer = other.path("vantrel/untitled-newer");
+    fs::last_write_time(older, fs::file_time_type::clock::now() - std::chrono::hours{1});
+    WorkingFolder::removeAbandoned();
+    EXPECT_THAT(WorkingFolder::abandonedProjects(), testing::ElementsAre(newer, older));
+    {
+        const WorkingFolder taken{older};
+        EXPECT_EQ(taken.path(), older);
+        EXPECT_EQ(WorkingFolder{older}.path(), "") << "somebody has it";
+        EXPECT_THAT(WorkingFolder::abandonedProjects(), testing::ElementsAre(newer));
+        WorkingFolder::discard(older);
+        EXPECT_TRUE(fs::exists(older));
+    }
+    EXPECT_FALSE(fs::exists(older)) << "it goes with who took it over";
+    WorkingFolder::discard(newer);
+    EXPECT_THAT(WorkingFolder::abandonedProjects(), testing::IsEmpty());
+    EXPECT_EQ(folders(), 1u) << "that of the session";
+    EXPECT_EQ(WorkingFolder{newer}.path(), "");
+}
+
 TEST_F(WorkingFolderTest, AFailedSaveKeepsIt) {
     const std::string working = session.folder();
     VantrelTest::writeFile(working + "/a.png", "AAA");

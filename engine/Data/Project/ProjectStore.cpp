@@ -112,7 +112,7 @@ struct ProjectStore::State {
         const auto identity = identityOf(file);
         const auto found = identity ? kept.find(*identity) : kept.end();
         if(found != kept.end()) return found->second;
-        const bool isChanged = file == path && changedOutside();
+        const bool isChanged = identity && identity == identityOf(path) && changedOutside();
         return isChanged ? "the file was changed by somebody else since it was opened or saved" : std::string{};
     }
     void release(const std::string& file) {

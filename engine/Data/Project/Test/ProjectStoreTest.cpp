@@ -164,6 +164,51 @@ TEST_F(ProjectStoreTest, whatWasRepairedIsNotSavedOverItsFileUnasked) {
     EXPECT_THAT(store.open(path).problems, IsEmpty());
 }
 
+TEST_F(ProjectStoreTest, whatSomebodyElseWroteIsNotSavedOverUnasked) {
+    writeFile(path, Whole);
+    EXPECT_FALSE(store.changedOutside()) << "there is no project";
+    ASSERT_EQ(store.open(path).error, "");
+    EXPECT_EQ(store.fingerprint(), fingerprintOf(Whole));
+    EXPECT_FALSE(store.changedOutside());
+    // The same again is no change, whatever its time.
+    writeFile(path, Whole);
+    fs::last_write_time(path, fs::file_time_type::clock::now() + std::chrono::seconds{5});
+    EXPECT_FALSE(store.changedOutside());
+
+    const std::string theirs = std::string{Whole} + "\n";
+    writeFile(path, theirs);
+    fs::create_symlink("project.json", folder / "link.json");
+    EXPECT_EQ(store.changedOutside(), fingerprintOf(theirs));
+    for(const std::string& same: {path, (folder / "link.json").string()}) {
+        EXPECT_TRUE(store.keeps(same));
+        EXPECT_THAT(store.save(same), HasSubstr("changed by somebody else since it was opened or saved"));
+        EXPECT_EQ(readFile(path), theirs);
+    }
+    EXPECT_EQ(store.save(folder / "copy.json"), "") << "elsewhere it may go";
+    EXPECT_FALSE(store.changedOutside());
+
+    ASSERT_EQ(store.open(path).error, "");
+    writeFile(path, Whole);
+    EXPECT_TRUE(store.changedOutside());
+    EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_EQ(readFile(path + ".bak"), Whole);
+    EXPECT_FALSE(store.changedOutside());
+    // One that is gone cannot be written over.
+    fs::remove(path);
+    EXPECT_FALSE(store.changedOutside());
+    EXPECT_EQ(store.save(path), "");
+}
+
+TEST_F(ProjectStoreTest, aFileIsKeptForAReason) {
+    writeFile(path, Whole);
+    store.open(path);
+    store.keep(path, "it is somebody's");
+    EXPECT_TRUE(store.keeps(path));
+    EXPECT_EQ(store.save(path), path + ": it is somebody's, the file is kept as it is");
+    EXPECT_EQ(store.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_EQ(store.save(path), "");
+}
+
 TEST_F(ProjectStoreTest, whatCannotBeWrittenLeavesTheFileWhole) {
     writeFile(path, Whole);
     store.open(path);

@@ -1,0 +1,258 @@
+#include <csignal>
+#include <cstdlib>
+#include <random>
+#include <thread>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Journeys/Journey.h"
+
+namespace VantrelTest {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+namespace fs = std::filesystem;
+
+const char* const Scene = R"({
+  "objects": {
+    "a": {"parent": "", "name": "A", "translation": [0, 0, 0], "rotation": [0, 0, 0, 1], "scaling": [1, 1, 1]},
+    "b": {"parent": "a", "name": "B", "translation": [0, 1, 0], "rotation": [0, 0, 0, 1], "scaling": [1, 1, 1]}
+  }
+}
+)";
+
+// An editor that goes on while the test does.
+class RunningEditor {
+public:
+    RunningEditor(const std::vector<std::string>& arguments, const std::string& output): _process{fork()} {
+        if(_process) return;
+        const int file = open(output.data(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+        dup2(file, STDOUT_FILENO);
+        dup2(file, STDERR_FILENO);
+        std::vector<char*> all{const_cast<char*>(EDITOR)};
+        for(const std::string& argument: arguments) all.push_back(const_cast<char*>(argument.data()));
+        all.push_back(nullptr);
+        execv(EDITOR, all.data());
+        _exit(127);
+    }
+    ~RunningEditor() { end(SIGKILL); }
+
+    // 128 + the signal, or the status of a process that ended before.
+    int end(int signal) {
+        if(_process <= 0) return _status;
+        kill(_process, signal);
+        int status = 0;
+        waitpid(_process, &status, 0);
+        _process = 0;
+        _status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+        return _status;
+    }
+
+private:
+    pid_t _process;
+    int _status = -1;
+};
+
+bool waitFor(const std::string& file) {
+    for(int i = 0; i != 6000; ++i) {
+        if(fs::exists(file)) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds{5});
+    }
+    return false;
+}
+
+std::string press(const std::string& key) { return "key " + key + "\nkeyup " + key + "\n"; }
+
+class JournalJourneyTest: public JourneyTest {
+protected:
+    JournalJourneyTest() {
+        setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+        folder.write("p/scene.json", Scene);
+    }
+    ~JournalJourneyTest() override { unsetenv("XDG_DATA_HOME"); }
+
+    std::string options() const { return "--module " + Recorder + " --size 640x400 --frames 1 --journal "; }
+    // A run that comes to its end.
+    std::string run(const std::string& script, const std::string& more, const std::string& project = "p/scene.json") {
+        const JourneyResult result =
+            play(script, options() + more + ' ' + (project.empty() ? project : folder.path(project)));
+        EXPECT_EQ(result.status, 0) << result.output;
+        return result.output;
+    }
+    // One that plays a script, which says by a file named "ready" that all is done, and is still there then.
+    void runUntilReady(const std::string& script, int signal, const std::string& project = "p/scene.json") {
+        fs::remove(folder.path("ready"));
+        std::unique_ptr<RunningEditor> editor = start(script + "dump log {}/ready\nwait 1000000\n", project);
+        ASSERT_TRUE(waitFor(folder.path("ready"))) << read("output");
+        EXPECT_EQ(editor->end(signal), 128 + signal);
+    }
+    std::unique_ptr<RunningEditor> start(std::string script, const std::string& project) {
+        for(std::size_t place = script.find("{}"); place != script.npos; place = script.find("{}", place))
+            script.replace(place, 2, folder.path().string());
+        folder.write("running.txt", script);
+        std::vector<std::string> arguments{"--headless", "--journal", "--module", Recorder, "--size", "640x400",
+            "--script", folder.path("running.txt")};
+        if(!project.empty()) arguments.push_back(folder.path(project));
+        return std::make_unique<RunningEditor>(arguments, folder.path("output"));
+    }
+    std::string journal() const { return folder.path("p/.scene.json.journal"); }
+};
+
+const std::string Edits = "record /objects/a/name \"First\"\nrecord /objects/b/name \"Second\"\n"
+                          "record /objects/b/translation [4, 5, 6]\ndump document {}/before\ndump history {}/history\n";
+
+TEST_F(JournalJourneyTest, WhateverEndsTheEditorTheStepsAreBroughtBack) {
+    for(const int signal: {SIGKILL, SIGTERM, SIGHUP, SIGABRT}) {
+        folder.write("p/scene.json", Scene);
+        runUntilReady(Edits, signal);
+        EXPECT_EQ(read("p/scene.json"), Scene);
+        run("dump document {}/after\ndump history {}/history-after\nsave {}/p/scene.json\n", "--recover yes");
+        EXPECT_EQ(read("after"), read("before"));
+        EXPECT_EQ(read("history-after"), read("history"));
+        EXPECT_THAT(read("history"), HasSubstr("Second"));
+        EXPECT_EQ(read("p/scene.json"), read("after"));
+        EXPECT_FALSE(fs::exists(journal())) << "all of it is in the file";
+    }
+}
+
+TEST_F(JournalJourneyTest, TheUserIsAskedAndHasThreeAnswers) {
+    runUntilReady(Edits, SIGKILL);
+    const std::string kept = readFile(journal());
+    // Cancelled, another project is open.
+    run("wait 3\n" + press("Escape") + "wait 6\ndump document {}/cancelled\n", "--recover ask");
+    EXPECT_THAT(read("cancelled"), Not(HasSubstr("\"a\"")));
+    EXPECT_EQ(readFile(journal()), kept);
+    fs::copy(folder.path("p"), folder.path("q"));
+    run("wait 3\n" + press("Enter") + "wait 6\ndump document {}/after\nscreenshot {}/after.png\n", "--recover ask");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_EQ(read("p/scene.json"), Scene) << "it is not saved by that";
+    run("wait 3\nmouse 320 266\nwait 2\npress left\nrelease left\nwait 6\ndump document {}/discarded\n",
+        "--recover ask", "q/scene.json");
+    EXPECT_THAT(read("discarded"), AllOf(HasSubstr("\"A\""), Not(HasSubstr("First"))));
+    EXPECT_FALSE(fs::exists(folder.path("q/.scene.json.journal.1")));
+}
+
+TEST_F(JournalJourneyTest, ANewProjectIsBroughtBackWithoutAName) {
+    const std::string object =
+        R"({"parent": "", "name": "New", "translation": [0, 0, 0], "rotation": [0, 0, 0, 1], "scaling": [1, 1, 1]})";
+    runUntilReady(
+        "record /objects/x " + object + "\nrecord /objects/x/name \"X\"\ndump document {}/before\n", SIGKILL, "");
+    run("wait 3\n" + press("Enter") +
+            "wait 6\ndump document {}/after\nundo\nundo\ndump document {}/undone\nredo\nredo\n"
+            "save {}/saved.json\ndump document {}/saved-as\n",
+        "--recover ask", "");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_THAT(read("undone"), Not(HasSubstr("\"x\"")));
+    EXPECT_EQ(read("saved-as"), read("before"));
+    EXPECT_TRUE(fs::is_empty(folder.path("data/vantrel"))) << "nothing is left behind";
+}
+
+TEST_F(JournalJourneyTest, AnEditorThatEndsAsItShouldLeavesNothing) {
+    run("record /objects/a/name \"First\"\n", "--recover yes");
+    EXPECT_FALSE(fs::exists(journal()));
+    const JourneyResult plain = play(Edits, "--module " + Recorder + " --size 320x240 " + folder.path("p/scene.json"));
+    EXPECT_EQ(plain.status, 0) << plain.output;
+    EXPECT_FALSE(fs::exists(journal()));
+}
+
+TEST_F(JournalJourneyTest, ASecondEditorAsksBeforeItWritesOver) {
+    std::unique_ptr<RunningEditor> first = start(Edits + "dump log {}/ready\nwait 1000000\n", "p/scene.json");
+    ASSERT_TRUE(waitFor(folder.path("ready"))) << read("output");
+    const std::string kept = readFile(journal());
+    run("wait 3\nscreenshot {}/in-use.png\n" + press("Escape") + "wait 6\ndump document {}/cancelled\n",
+        "--recover ask");
+    EXPECT_THAT(read("cancelled"), Not(HasSubstr("\"a\"")));
+    const std::string output = run("wait 3\n" + press("Enter") +
+            "wait 6\nrecord /objects/a/name \"Theirs\"\n"
+            "key LeftCtrl\n" +
+            press("S") + "keyup LeftCtrl\nwait 3\ndump document {}/opened\n",
+        "--recover ask");
+    EXPECT_THAT(output,
+        AllOf(HasSubstr("open in another editor, and has no journal in this one"),
+            HasSubstr("it is open in another editor, the file is kept as it is")));
+    EXPECT_THAT(read("opened"), HasSubstr("Theirs"));
+    EXPECT_EQ(read("p/scene.json"), Scene);
+    EXPECT_EQ(readFile(journal()), kept);
+}
+
+TEST_F(JournalJourneyTest, AFileThatWasChangedOutsideIsReadAgainOrKept) {
+    // What is dumped over the file is somebody else's.
+    const std::string change = "record /objects/a/name \"Theirs\"\nfocus off\ndump document {}/p/scene.json\nundo\n"
+                               "record /objects/b/name \"Mine\"\nfocus on\nwait 2\n";
+    // A question would keep the key from its command.
+    const std::string saveAfterwards =
+        "wait 6\ndump document {}/document\nfocus off\nfocus on\nwait 2\nkey LeftCtrl\n" + press("S") +
+        "keyup LeftCtrl\nwait 3\n";
+    for(const bool isReloaded: {true, false}) {
+        folder.write("p/scene.json", Scene);
+        const std::string answer = isReloaded ? press("Enter") : "mouse 310 243\nwait 2\npress left\nrelease left\n";
+        const std::string output = run(change + answer + saveAfterwards, "--recover no");
+        EXPECT_EQ(read("document").find("Theirs") != std::string::npos, isReloaded) << read("document");
+        EXPECT_EQ(read("document").find("Mine") != std::string::npos, !isReloaded);
+        const std::string refusal =
+            "the file was changed by somebody else since it was opened or saved, the file is kept";
+        EXPECT_EQ(output.find(refusal) != std::string::npos, !isReloaded) << output;
+        EXPECT_THAT(read("p/scene.json"), AllOf(HasSubstr("Theirs"), Not(HasSubstr("Mine"))));
+    }
+}
+
+// Killed at any moment, all steps that are over are there, and the file is whole.
+TEST_F(JournalJourneyTest, KilledAtAnyMoment) {
+    const int kills = std::getenv("VANTREL_LONG_TESTS") ? 200 : 10;
+    constexpr int StepCount = 150;
+    std::string script;
+    for(int i = 0; i != StepCount; ++i) {
+        const std::string number = std::to_string(i);
+        if(i % 7 == 3)
+            script += "undo\n";
+        else if(i % 7 == 5)
+            script += "record /objects/o" + number + R"( {"parent": "a", "name": "O", "translation": [)" + number +
+                ", 0, 0], \"rotation\": [0, 0, 0, 1], \"scaling\": [1, 1, 1]}\n";
+        else
+            script += "record /objects/a/name \"Name " + number + "\"\n";
+        script += "dump document {}/DUMP-" + number + '\n';
+        if(i % 15 == 14) script += "save {}/p/scene.json\n";
+    }
+    const auto dumpedAs = [&](const std::string& name) {
+        std::string text = script;
+        for(std::size_t place = text.find("DUMP"); place != text.npos; place = text.find("DUMP", place))
+            text.replace(place, 4, name);
+        return text;
+    };
+    run(dumpedAs("whole"), "--recover no");
+    std::vector<std::string> states;
+    for(int i = 0; i != StepCount; ++i) states.push_back(read("whole-" + std::to_string(i)));
+    std::mt19937 random{std::random_device{}()};
+    for(int i = 0; i != kills; ++i) {
+        folder.write("p/scene.json", Scene);
+        for(int step = 0; step != StepCount; ++step) fs::remove(folder.path("part-" + std::to_string(step)));
+        const int moment = int(random() % StepCount);
+        {
+            const std::unique_ptr<RunningEditor> editor = start(dumpedAs("part") + "wait 100000\n", "p/scene.json");
+            ASSERT_TRUE(waitFor(folder.path("part-" + std::to_string(moment)))) << read("output");
+            std::this_thread::sleep_for(std::chrono::microseconds{random() % 20000});
+        }
+        std::size_t last = 0;
+        while(fs::exists(folder.path("part-" + std::to_string(last + 1)))) ++last;
+        const std::string file = read("p/scene.json");
+        EXPECT_TRUE(file == Scene || std::count(states.begin(), states.end(), file)) << file;
+        run("dump document {}/after\ndump history {}/history\nwait 1\n", "--recover yes");
+        const std::string after = read("after");
+        EXPECT_TRUE(after == states[last] || (last + 1 < states.size() && after == states[last + 1]))
+            << "killed after step " << last << " of " << moment << '\n'
+            << after << '\n'
+            << states[last];
+        ASSERT_FALSE(HasFailure()) << i;
+        fs::remove(journal());
+    }
+}
+
+} // namespace
+
+} // namespace VantrelTest

@@ -148,6 +148,38 @@ std::optional<std::string> dropped(const ProjectFile& file, const char* section)
     return id;
 }
 
+// Whether there is one.
+bool drawOwnPicture(const FieldContext& context, const char* section, const std::string& id) {
+    const std::optional<Thumbnail> picture = pictureOf(context, section, id);
+    if(!picture) return false;
+    drawPicture(*picture, ImGui::GetFrameHeight());
+    if(ImGui::IsItemHovered()) {
+        ImGui::BeginTooltip();
+        drawPicture(*picture, ImGui::GetFontSize() * 8.0f);
+        ImGui::EndTooltip();
+    }
+    return true;
+}
+
+std::optional<std::string> drawCombo(
+    const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
+    const bool isThere = id.empty() || entry(context.file, section, id);
+    const std::string shown = mixed ? mixed : id.empty() ? "None" : displayName(context.file, section, id);
+    ImGui::SetNextItemWidth(width);
+    if(!isThere) ImGui::PushStyleColor(ImGuiCol_Text, MissingColor);
+    const bool isOpen = ImGui::BeginCombo("##reference", shown.data(), ImGuiComboFlags_HeightLargest);
+    if(!isThere) ImGui::PopStyleColor();
+    if(!isOpen) {
+        if(ImGui::IsItemHovered() && !id.empty()) ImGui::SetTooltip(isThere ? "%s" : "There is no %s", id.data());
+        return {};
+    }
+    ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyle().Colors[ImGuiCol_Text]);
+    std::optional<std::string> chosen = drawList(context, section, id);
+    ImGui::PopStyleColor();
+    ImGui::EndCombo();
+    return chosen;
+}
+
 } // namespace
 
 std::string displayName(const ProjectFile& file, const char* section, const std::string& id) {
@@ -158,39 +190,21 @@ std::string displayName(const ProjectFile& file, const char* section, const std:
 std::optional<std::string> drawReferenceInput(
     const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
     const float edge = ImGui::GetFrameHeight(), gap = ImGui::GetStyle().ItemInnerSpacing.x * 0.5f;
-    const bool isThere = id.empty() || entry(context.file, section, id);
-    const std::optional<Thumbnail> picture = mixed ? std::nullopt : pictureOf(context, section, id);
-    if(picture) {
-        drawPicture(*picture, edge);
-        if(ImGui::IsItemHovered()) {
-            ImGui::BeginTooltip();
-            drawPicture(*picture, ImGui::GetFontSize() * 8.0f);
-            ImGui::EndTooltip();
-        }
+    const bool isClearable = !mixed && !id.empty();
+    ImGui::BeginGroup();
+    if(!mixed && drawOwnPicture(context, section, id)) {
         ImGui::SameLine(0.0f, gap);
         width -= edge + gap;
     }
-    const bool isClearable = !mixed && !id.empty();
-    ImGui::SetNextItemWidth(isClearable ? width - edge - gap : width);
-    if(!isThere) ImGui::PushStyleColor(ImGuiCol_Text, MissingColor);
-    const std::string shown = mixed ? mixed : id.empty() ? "None" : displayName(context.file, section, id);
-    const bool isOpen = ImGui::BeginCombo("##reference", shown.data(), ImGuiComboFlags_HeightLargest);
-    if(!isThere) ImGui::PopStyleColor();
-    std::optional<std::string> chosen;
-    if(isOpen) {
-        ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyle().Colors[ImGuiCol_Text]);
-        chosen = drawList(context, section, id);
-        ImGui::PopStyleColor();
-        ImGui::EndCombo();
-    } else if(ImGui::IsItemHovered() && !id.empty()) {
-        ImGui::SetTooltip(isThere ? "%s" : "There is no %s", id.data());
-    }
-    if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
+    std::optional<std::string> chosen =
+        drawCombo(context, section, id, mixed, isClearable ? width - edge - gap : width);
     if(isClearable) {
         ImGui::SameLine(0.0f, gap);
         if(ImGui::Button("×", {edge, 0.0f})) chosen = "";
         if(ImGui::IsItemHovered()) ImGui::SetTooltip("None");
     }
+    ImGui::EndGroup();
+    if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
     return chosen;
 }
 

@@ -211,9 +211,10 @@ bool drawResetButton(bool isThere) {
 
 RowLayout::RowLayout(float width, bool hasReset): hasReset{hasReset} {
     const float em = ImGui::GetFontSize();
-    label = std::floor(std::min(std::max(width * 0.4f, em * 5.0f), em * 11.0f));
+    label = std::floor(std::min({std::max(width * 0.4f, em * 5.0f), em * 11.0f, width * 0.5f}));
     const float button = hasReset ? ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x * 0.5f : 0.0f;
-    field = std::max(width - label - button, em * 2.0f);
+    field = std::max(width - label - button, 1.0f);
+    whole = std::max(width - button, 1.0f);
 }
 
 std::optional<FieldInput> drawRow(
@@ -231,13 +232,13 @@ std::optional<FieldInput> drawRow(
     const bool stacked = isStacked(key, layout);
     const float start = ImGui::GetCursorPosX();
     std::string refusal;
-    drawLabel(key, common, stacked ? layout.label + layout.field : layout.label);
+    drawLabel(key, common, stacked ? layout.whole : layout.label);
     std::optional<FieldInput> input = drawMenu(memory, key, common, refusal);
     if(!stacked) ImGui::SameLine(start + layout.label, 0.0f);
     const bool isDim = common.isMissing && !common.whyNotShown;
     if(isDim) ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyleColorVec4(ImGuiCol_TextDisabled));
     const ImVec2 place = ImGui::GetCursorScreenPos();
-    const float width = stacked ? layout.label + layout.field : layout.field;
+    const float width = stacked ? layout.whole : layout.field;
     if(std::optional<FieldInput> changed = drawWidget(context, key, common, field, width, refusal))
         input = std::move(changed);
     if(isDim) ImGui::PopStyleColor();

@@ -35,15 +35,27 @@ void record(std::size_t count, std::size_t changes, const Budget& budget);
 
 // Frames in which so many objects are dragged.
 void drag(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
+// The same in a view of a grid of at most 10,000 objects, by the mouse and drawn; and a drag of so many times 60 frames
+// of at most 1,000 objects, whose last frames cost what its first ones do.
+void dragInView(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
 
 // Undoing a drag of so many objects.
 void undo(std::size_t count, std::size_t dragged, const Budget& budget);
+// The same in a view, with the frame that shows it.
+void undoInView(std::size_t count, std::size_t dragged, const Budget& budget);
+
+// How many frames it takes until what was done is seen: an edit, a click, a drag, a movement of the camera.
+void lag(std::size_t count);
 
 // The same with a journal beside without one, until the step is written; and steps that are brought back from one.
 void journal(std::size_t count, std::size_t dragged, std::size_t frames, const Budget& budget);
 
 // Deleting so many objects, the last one first; and in the order of the document.
 void deleteObjects(std::size_t count, std::size_t deleted, const Budget& budget);
+
+// Duplicating so many objects, each alone, until they are in the scene and selected. The project has at most half of the
+// objects that one can have.
+void duplicateObjects(std::size_t count, std::size_t duplicated, const Budget& budget);
 
 // So many objects moved below other parents, one by one in one group: recording, and apart from it compiling.
 void reparent(std::size_t count, std::size_t moved, const Budget& budget);
@@ -73,14 +85,26 @@ void frameLights(std::size_t count, const Magnum::Vector2i& size, std::size_t li
 // The shadow maps of a sun with so many cascades: what is drawn into them at first, when nothing and when one moved.
 void shadow(std::size_t count, std::size_t cascades);
 
+// The key that brings what is selected into view, with all of a project selected, on one topology or on "all".
+void frameSelection(std::size_t count, const std::string& topology, const Budget& budget);
+
 // What happens when nothing does.
 void idle(std::size_t count);
 
 // The outline of so many selected objects, up to a width in pixels, beside plain passes over the picture.
 void outline(std::size_t count, std::size_t selected, const Magnum::Vector2i& size, double width, const Budget& budget);
 
+// A click on an object of a picture that is done.
+void pick(std::size_t count, const Budget& budget);
+
+// A box over all of the picture, beside a bare readback of the ids with one pass of a bit set over them.
+void box(std::size_t count, const Magnum::Vector2i& size, const Budget& budget);
+
 // The glow of a kernel's size and number of passes, at least 3, beside plain blurs; and how its time grows with both.
 void bloom(int kernelSize, int passes, const Magnum::Vector2i& size, const Budget& budget);
+
+// The panel of all objects: a frame in which nothing changes, one after an edit of one object, and a search.
+void outliner(std::size_t count, const Budget& budget);
 
 // So many changes of the picture's size, beside plain allocations.
 void resize(std::size_t count);

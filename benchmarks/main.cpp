@@ -28,7 +28,8 @@ struct Arguments {
     // Where what is asked is not how much they cost.
     std::size_t fewer = 1000;
     std::string topology = "all";
-    std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, reparented = 10000, frames = 10;
+    std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, duplicated = 10000,
+                reparented = 10000, frames = 10;
     std::size_t selected = 100, resizes = 1000, reloads = 100, lights = 0, cascades = 3;
     int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
@@ -65,14 +66,18 @@ CLI::Option* addCount(
         ->capture_default_str();
 }
 
+void addTopology(CLI::App& verb, Arguments& arguments) {
+    verb.add_option("TOPOLOGY", arguments.topology, "One topology, or all of them")
+        ->check(CLI::IsMember(std::vector<std::string>{"all", "flat", "tree", "reverse", "random", "chain"}))
+        ->capture_default_str();
+}
+
 void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     addProjectVerb(app, arguments, "open", "Opening a project").callback([&] {
         VantrelBench::open(arguments.count, arguments.budget());
     });
     CLI::App& compile = addProjectVerb(app, arguments, "compile", "Compiling a project that was read");
-    compile.add_option("TOPOLOGY", arguments.topology, "One topology, or all of them")
-        ->check(CLI::IsMember(std::vector<std::string>{"all", "flat", "tree", "reverse", "random", "chain"}))
-        ->capture_default_str();
+    addTopology(compile, arguments);
     compile.callback([&] { VantrelBench::compile(arguments.count, arguments.topology, arguments.budget()); });
     addProjectVerb(app, arguments, "compile_one", "Editing and compiling one object").callback([&] {
         VantrelBench::compileOne(arguments.count, arguments.budget());
@@ -83,11 +88,16 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& drag = addProjectVerb(app, arguments, "drag", "Dragging objects");
     addCount(drag, "K", arguments.dragged, 2, "Objects that are dragged");
     addCount(drag, "FRAMES", arguments.frames, 3, "Frames of a gesture");
-    drag.callback(
-        [&] { VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget()); });
+    drag.callback([&] {
+        VantrelBench::drag(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+        VantrelBench::dragInView(arguments.count, arguments.dragged, arguments.frames, arguments.budget());
+    });
     CLI::App& undo = addProjectVerb(app, arguments, "undo", "Undoing a drag");
     addCount(undo, "K", arguments.undone, 1, "Objects that were dragged");
-    undo.callback([&] { VantrelBench::undo(arguments.count, arguments.undone, arguments.budget()); });
+    undo.callback([&] {
+        VantrelBench::undo(arguments.count, arguments.undone, arguments.budget());
+        VantrelBench::undoInView(arguments.count, arguments.undone, arguments.budget());
+    });
     CLI::App& journal =
         addProjectVerb(app, arguments, "journal", "Dragging objects with a journal, and bringing steps back");
     addCount(journal, "K", arguments.undone, 2, "Objects that are dragged");
@@ -97,6 +107,10 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });
+    CLI::App& duplication = addProjectVerb(app, arguments, "duplicate", "Duplicating objects");
+    addCount(duplication, "K", arguments.duplicated, 2, "Objects that are duplicated");
+    duplication.callback(
+        [&] { VantrelBench::duplicateObjects(arguments.count, arguments.duplicated, arguments.budget()); });
     CLI::App& reparenting = addProjectVerb(app, arguments, "reparent", "Moving objects below other parents");
     addCount(reparenting, "K", arguments.reparented, 2, "Objects that are moved");
     reparenting.callback([&] { VantrelBench::reparent(arguments.count, arguments.reparented, arguments.budget()); });
@@ -142,8 +156,17 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         else
             VantrelBench::frame(arguments.count, arguments.size(), arguments.budget());
     });
+    CLI::App& framing = addProjectVerb(app, arguments, "frame_selection", "Bringing what is selected into view");
+    addTopology(framing, arguments);
+    framing.callback([&] { VantrelBench::frameSelection(arguments.count, arguments.topology, arguments.budget()); });
     addCountedVerb(app, arguments.count, "idle", "Frames in which nothing moves").callback([&] {
         VantrelBench::idle(arguments.count);
+    });
+    addCountedVerb(app, arguments.fewer, "lag", "Frames until what was done is seen").callback([&] {
+        VantrelBench::lag(arguments.fewer);
+    });
+    addProjectVerb(app, arguments, "outliner", "The panel of all objects").callback([&] {
+        VantrelBench::outliner(arguments.count, arguments.budget());
     });
     CLI::App& shadow = addCountedVerb(app, arguments.fewer, "shadow", "Drawing the shadow maps of a sun");
     shadow.add_option("CASCADES", arguments.cascades, "Maps")->check(CLI::Range(1, 4))->capture_default_str();
@@ -159,6 +182,12 @@ void addViewVerbs(CLI::App& app, Arguments& arguments) {
         VantrelBench::outline(arguments.fewer, std::min(arguments.fewer, arguments.selected), arguments.size(),
             arguments.outlineWidth, arguments.budget());
     });
+    addProjectVerb(app, arguments, "pick", "Clicking on an object").callback([&] {
+        VantrelBench::pick(arguments.count, arguments.budget());
+    });
+    CLI::App& box = addProjectVerb(app, arguments, "box", "Selecting all objects of a picture with a box");
+    addSize(box, arguments);
+    box.callback([&] { VantrelBench::box(arguments.count, arguments.size(), arguments.budget()); });
     CLI::App& bloom = *app.add_subcommand("bloom", "The glow around what is bright");
     addSeconds(bloom, arguments);
     bloom.add_option("KERNEL", arguments.kernelSize, "Size of the kernel")

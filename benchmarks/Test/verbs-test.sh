@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo journal delete reparent xform memory \
-        reload frame shadow idle outline bloom resize startup hotreload import; do
+        reload frame shadow lag idle outline pick box bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -97,16 +97,6 @@ project_verbs() {
     judges changes exponent 1.1
     judges objects exponent 0.4
     judges beside_bare_log ratio 4
-    runs drag 300 200 6
-    judges dragged exponent 1.15
-    judges objects exponent 0.4
-    judges first_frame_beside_later ratio 4
-    is_exactly heap_growth bytes 0
-    runs undo 300 100
-    judges beside_drag_frame ratio 3
-    is_exactly objects_compiled objects 100
-    is_exactly components_compiled objects 0
-    is_exactly document_differs documents 0
     runs journal 300 100 6
     judges drag_beside_none ratio 1.05
     judges steps_brought_back exponent 1.15
@@ -114,6 +104,9 @@ project_verbs() {
     judges deleted exponent 1.15
     grep -q in_document_order <<<"$lines" || fail "nothing is deleted in the order of the document"
     judges one moves 1.5
+    runs duplicate 300 50
+    judges flat_duplicated exponent 1.15
+    judges tree_duplicated exponent 1.15
     runs reparent 300 50
     for topology in chain random; do
         judges ${topology}_objects exponent 0.4
@@ -143,6 +136,22 @@ view_verbs() {
     runs reload 64 lights
     is_exactly lights stages 1
     grep -q '"settings"' <<<"$lines" && fail "reload changes aspects that it was not asked for"
+    runs drag 300 200 6
+    judges dragged exponent 1.15
+    judges objects exponent 0.4
+    judges first_frame_beside_later ratio 4
+    is_exactly heap_growth bytes 0
+    judges by_mouse exponent 1.15
+    judges last_frames_beside_first ratio 1.2
+    is_exactly long_drag steps 1
+    runs undo 300 100
+    judges beside_drag_frame ratio 3
+    is_exactly objects_compiled objects 100
+    is_exactly components_compiled objects 0
+    is_exactly document_differs documents 0
+    judges by_mouse exponent 1.15
+    prints lag 64
+    for what in move pick drag_after_the_frame_that_takes_it camera; do is_exactly $what frames 1; done
     runs frame 64 96 64
     judges objects exponent 1.1
     judges mesh_and_pass ratio 0.5
@@ -174,6 +183,9 @@ view_verbs() {
         holds one_object_moved uploaded_bytes
         grep -qE '"case":"one_object_moved","uploaded_bytes":[1-9]' <<<"$lines" || fail "no upload is counted: $lines"
     fi
+    runs frame_selection 64 chain
+    judges chain_mixed exponent 1.15
+    judges chain_without_meshes exponent 1.15
     runs outline 64 5 96 64 9
     judges step_beside_bare_pass ratio 1.6
     if [ "$counts" -ne 0 ]; then
@@ -183,6 +195,10 @@ view_verbs() {
         is_exactly selected blits 2
         is_exactly selected clears 3
     fi
+    runs pick 256
+    judges objects exponent 0.2
+    runs box 256 128 128
+    judges beside_bare_readback ratio 3
     runs bloom 9 3 96 64
     judges pass_beside_bare_blur ratio 1.5
     judges passes exponent 1.15

@@ -209,7 +209,7 @@ void Editor::updateSteps(const std::vector<ImportResult>& imported) {
 
 bool Editor::isGestureUnderWay() {
     const ChangeManager& changes = _session->changes();
-    return changes.trial() == Trial::Gesture || changes.group() >= 0;
+    return changes.trial() == Trial::Gesture || changes.group() >= 0 || _session->editor().state().isHandleHeld;
 }
 
 // What is only shown ends with whatever the user does next. Whether there was any of it.
@@ -423,8 +423,8 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     const bool isCompiling = _imports.isCompiling() || (_opening && _opening->isInPlace());
     if(!isCompiling) {
         _session->update();
-        updateSteps();
         _marks.update(*_session);
+        updateSteps();
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);

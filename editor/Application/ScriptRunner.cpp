@@ -47,12 +47,15 @@ void ScriptRunner::moveTo(Double x, Double y) {
     _editor.input().moveTo({Float(x), Float(y)});
 }
 
-// One that is out of sight is there a frame after it was asked for.
+// What was edited last has moved fields only in the next frame; one that is out of sight is there a frame after it was
+// asked for.
 std::string ScriptRunner::moveToField(const ScriptCommand& command) {
     for(int i = 0; i != PatientFrames; ++i) {
-        const std::optional<Vector2> place = _editor.panels().placeOf(command.words[0], int(command.numbers[0]));
-        if(place) return moveTo(Double(place->x()), Double(place->y())), std::string{};
         _stage.drawFrame();
+        const std::optional<Vector2> place = _editor.panels().placeOf(command.words[0], int(command.numbers[0]));
+        if(!place) continue;
+        moveTo(Double(place->x()), Double(place->y()));
+        return {};
     }
     return "there is no such field";
 }

@@ -22,7 +22,7 @@ constexpr Binding Camera[]{{"Right button", "fly: the mouse looks around while t
 constexpr Binding Selection[]{{"Left button", "select the object under the mouse"},
     {"Shift + left button", "add the object, or take it out"}, {"B, then drag", "select what is in a box"},
     {"Escape", "no box after all"}, {"Ctrl + A, Ctrl + Shift + A", "select all, none"},
-    {"Ctrl + Shift + left button", "move the selected object to the surface"}};
+    {"Ctrl + Shift + left button", "put the selected object where that one is"}};
 
 constexpr Binding Editing[]{{"G, R, S", "move, turn, scale; G and R again: local or world axes"},
     {"Ctrl", "while dragging: in steps"}, {"Delete", "delete the selected objects"},

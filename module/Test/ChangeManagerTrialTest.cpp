@@ -1,3 +1,4 @@
+#include <csignal>
 #include <random>
 #include <string>
 #include <vector>
@@ -44,6 +45,55 @@ struct ChangeManagerTrialTest: testing::Test {
     ProjectFile file;
     ChangeManager manager{file};
 };
+
+TEST_F(ChangeManagerTrialTest, aPartOfATrialCanBeTakenBack) {
+    record("/objects/a/value", 1);
+    record("/objects/a/value", 2);
+    manager.undoLast();
+    const std::string before = state();
+    manager.beginTrial(Trial::Preview);
+    record("/objects/b", 1);
+    const std::int32_t first = manager.lastChange();
+    const std::string withFirst = state();
+    recordGroup("/objects/a/value", 10, false);
+    recordGroup("/objects/c", 11, false);
+    manager.rewindTrial(first);
+    EXPECT_EQ(state(), withFirst);
+    EXPECT_EQ(manager.trial(), Trial::Preview);
+    manager.rewindTrial(first);
+    EXPECT_EQ(state(), withFirst);
+
+    // What comes after it is one step with what is left.
+    recordGroup("/objects/a/value", 12, false);
+    manager.keepTrial();
+    EXPECT_EQ(manager.lastChange(), 2);
+    EXPECT_FALSE(manager.canRedo());
+    manager.undoLast();
+    EXPECT_EQ(manager.lastChange(), 0);
+
+    manager.redoLast();
+    manager.undoLast();
+    manager.undoLast();
+    record("/objects/a/value", 1);
+    record("/objects/a/value", 2);
+    manager.undoLast();
+    manager.beginTrial(Trial::Preview);
+    record("/objects/b", 1);
+    manager.rewindTrial(0);
+    manager.dropTrial();
+    EXPECT_EQ(state(), before);
+}
+
+TEST_F(ChangeManagerTrialTest, whatIsNotOnTrialCannotBeTakenBackWithIt) {
+    record("/objects/a/value", 1);
+    EXPECT_EXIT(manager.rewindTrial(0), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    manager.beginTrial(Trial::Preview);
+    record("/objects/a/value", 2);
+    EXPECT_EXIT(manager.rewindTrial(-1), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    EXPECT_EXIT(manager.rewindTrial(2), testing::KilledBySignal(SIGABRT), "this is not on trial");
+    manager.beginGroup();
+    EXPECT_EXIT(manager.rewindTrial(0), testing::KilledBySignal(SIGABRT), "Forgot commit");
+}
 
 TEST_F(ChangeManagerTrialTest, whatIsDroppedNeverWas) {
     record("/objects/a/value", 1);

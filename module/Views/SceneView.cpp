@@ -391,13 +391,16 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
     case KeyAction::CancelBox: return _picking.cancelBox();
     case KeyAction::ShowAxisView: return _navigation.showAxisView(event, *_data);
     case KeyAction::ToggleSimulation: return toggleSimulation();
-    case KeyAction::DeleteSelected:
     case KeyAction::Copy:
-    case KeyAction::CopyTrees:
+    case KeyAction::CopyTrees: return performOnObjects(action, *_editor);
+    case KeyAction::DeleteSelected:
     case KeyAction::Paste:
     case KeyAction::PasteChild:
     case KeyAction::Duplicate:
-    case KeyAction::DuplicateTrees: return performOnObjects(action, *_editor);
+    case KeyAction::DuplicateTrees:
+        // A step of its own.
+        _gizmo.endDrag(_editor->state());
+        return performOnObjects(action, *_editor);
     }
 }
 

@@ -17,8 +17,11 @@ std::string clickOnRow(int row) {
 
 class HistoryJourneyTest: public JourneyTest {
 protected:
-    void playHistory(const std::string& script) {
-        const JourneyResult result = play(script, "--module " + Recorder + " --size 1440x900 --frames 1 " + Courtyard);
+    void playHistory(const std::string& script) { playWith("--module " + Recorder, script); }
+    // With the view itself.
+    void playView(const std::string& script) { playWith("", script); }
+    void playWith(const std::string& module, const std::string& script) {
+        const JourneyResult result = play(script, module + " --size 1440x900 --frames 1 " + Courtyard);
         EXPECT_EQ(result.status, 0) << result.output;
     }
     // As JSON values: what was removed comes back behind the others.
@@ -133,6 +136,48 @@ TEST_F(HistoryJourneyTest, ManyAreGoneThroughAtOnce) {
     EXPECT_TRUE(isSame("back.json", "start.json"));
     EXPECT_TRUE(isSame("again.json", "end.json"));
     EXPECT_FALSE(isSame("start.json", "end.json"));
+}
+
+const std::string Undo = "key LeftCtrl\nkey Z\nkeyup Z\nkeyup LeftCtrl\n";
+const std::string Redo = "key LeftCtrl\nkey Y\nkeyup Y\nkeyup LeftCtrl\n";
+
+// The ball in the middle of the picture, with something to be undone and something to be redone.
+const std::string BallInMiddle = "record /objects/ball/name \"A\"\nrecord /objects/ball/name \"B\"\nselect ball\n"
+                                 "mouse 700 370\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
+
+TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
+    playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\n" + Undo + "dump history {}/held\n" +
+        "move 30 0\nmove 10 0\n" + Undo + Redo + "undo\ndump history {}/dragged\ndump document {}/dragged.json\n" +
+        "release left\nwait 2\ndump history {}/over\ndump document {}/over.json\n" + Undo +
+        "dump history {}/undone\ndump document {}/undone.json\n");
+    EXPECT_EQ(read("held"), ">  1 Rename Ball to A\n   1 Rename A to B\n") << "held, not moved yet";
+    EXPECT_FALSE(isSame("dragged.json", "start.json"));
+    EXPECT_TRUE(isSame("over.json", "dragged.json"));
+    EXPECT_EQ(read("over"), "   1 Rename Ball to A\n>  3 Move A\n");
+    EXPECT_EQ(read("undone"), ">  1 Rename Ball to A\n   3 Move A\n");
+    EXPECT_TRUE(isSame("undone.json", "start.json"));
+}
+
+TEST_F(HistoryJourneyTest, ACancelledDragLeavesWhatCanBeRedone) {
+    playView(BallInMiddle +
+        "press left\nwait 2\nmove 30 0\nmove 10 0\ndump undo {}/dragged\nkey Escape\nkeyup Escape\n"
+        "release left\nwait 2\ndump history {}/over\n" +
+        Redo + "dump history {}/redone\n");
+    EXPECT_THAT(read("dragged"), HasSubstr("/objects/ball/translation"));
+    EXPECT_EQ(read("over"), ">  1 Rename Ball to A\n   1 Rename A to B\n");
+    EXPECT_EQ(read("redone"), "   1 Rename Ball to A\n>  1 Rename A to B\n");
+}
+
+TEST_F(HistoryJourneyTest, UndoEndsAPreviewAndNothingMore) {
+    playView(BallInMiddle +
+        "dump document {}/start.json\ndrag material glow\nmouse 690 360\nwait 2\n"
+        "dump document {}/preview.json\n" +
+        Undo + "mouse 100 500\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
+        "dump history {}/redone\n");
+    EXPECT_FALSE(isSame("preview.json", "start.json"));
+    EXPECT_TRUE(isSame("over.json", "start.json"));
+    EXPECT_EQ(read("over"), ">  1 Rename Ball to A\n   1 Rename A to B\n");
+    EXPECT_EQ(read("redone"), "   1 Rename Ball to A\n>  1 Rename A to B\n");
 }
 
 } // namespace

@@ -151,7 +151,7 @@ TEST_F(ObjectJourneyTest, NoKeyActsWhileSomebodyTypes) {
 
 TEST_F(ObjectJourneyTest, TheListHasTheKeysToo) {
     // A click into the list selects its first row.
-    playView("mouse 60 61\npress left\nrelease left\n" + dump("before") + held("C", "D") + dump("doubled") +
+    playView("mouse 60 96\npress left\nrelease left\n" + dump("before") + held("C", "D") + dump("doubled") +
         "dump selection {}/selection\nkey Delete\nkeyup Delete\n" + dump("after") + "dump undo {}/undo\n");
     EXPECT_EQ(objectCount("doubled"), objectCount("before") + 1);
     EXPECT_EQ(read("selection"), "ground-2\n");

@@ -99,6 +99,62 @@ TEST_F(PickingJourneyTest, NothingIsPlacedBelowAScaledParent) {
     EXPECT_THAT(read("log"), HasSubstr("\"Rim\" cannot be placed: its parent \"Well\" is scaled\n"));
 }
 
+// From one place to another, by the key B.
+std::string boxFrom(const std::string& from, const std::string& to, const std::string& modifiers = "") {
+    return "mouse " + from + "\nkey B\nkeyup B\npress left\nmouse " + to + "\nrelease left " + modifiers + "\n";
+}
+
+// About the ball, and about the well with what is behind it.
+constexpr const char* AboveBall = "318 232";
+constexpr const char* BelowBall = "362 268";
+
+TEST_F(PickingJourneyTest, ABoxSelectsTheSameInAllDirections) {
+    playView(boxFrom(AboveBall, BelowBall) + "dump selection {}/down\nselect well\n" + boxFrom(BelowBall, AboveBall) +
+        "dump selection {}/up\nselect well\n" + boxFrom("318 268", "362 232") + "dump selection {}/across\n");
+    EXPECT_EQ(read("down"), "ground\nball\n");
+    EXPECT_EQ(read("up"), read("down"));
+    EXPECT_EQ(read("across"), read("down"));
+}
+
+TEST_F(PickingJourneyTest, AShiftBoxAddsAndAPlainOneWithoutPixelsClears) {
+    playView("select ball sun\n" + boxFrom(AboveBall, BelowBall, "shift") + "dump selection {}/added\n" +
+        boxFrom(AboveBall, AboveBall, "shift") + "dump selection {}/kept\n" + boxFrom(AboveBall, "362 232") +
+        "dump selection {}/nothing\n");
+    EXPECT_EQ(read("added"), "ground\nball\nsun\n");
+    EXPECT_EQ(read("kept"), read("added"));
+    EXPECT_EQ(read("nothing"), "");
+}
+
+TEST_F(PickingJourneyTest, EscapeGivesABoxUp) {
+    const std::string escape = "key Escape\nkeyup Escape\n";
+    playView("select sun\nmouse 318 232\nkey B\nkeyup B\npress left\nmouse 362 268\n" + escape +
+        "release left\ndump selection {}/dragged\nkey B\nkeyup B\n" + escape + clickAt(Rim) +
+        "dump selection {}/clicked\n");
+    EXPECT_EQ(read("dragged"), "sun\n");
+    EXPECT_EQ(read("clicked"), "wellRim\n");
+}
+
+TEST_F(PickingJourneyTest, ABoxIsSeenWhileItIsDragged) {
+    playView("mouse 318 232\nkey B\nkeyup B\nwait 1\nscreenshot {}/armed.png\npress left\nmouse 400 320\n"
+             "screenshot {}/dragged.png\nrelease left\n");
+    const JourneyPicture armed = picture("armed.png"), dragged = picture("dragged.png");
+    const auto isEdge = [](unsigned color) {
+        return color >> 16 > 220 && (color >> 8 & 0xff) < 90 && (color & 0xff) > 100;
+    };
+    for(const auto& [x, y]: {std::pair{360, 232}, {360, 319}, {318, 300}, {399, 300}}) {
+        EXPECT_TRUE(isEdge(dragged.pixel(x, y))) << x << ' ' << y;
+        EXPECT_FALSE(isEdge(armed.pixel(x, y))) << x << ' ' << y;
+    }
+    EXPECT_EQ(dragged.pixel(380, 300), armed.pixel(380, 300));
+}
+
+TEST_F(PickingJourneyTest, TheSimulationIsChosenWhereTheProjectHasPhysics) {
+    playView(chooseDebug(6) + "dump log {}/without\nrecord /settings/physx/enable true\nwait 1\n" + clickAt(Sky) +
+        chooseDebug(6) + "dump log {}/with\n");
+    EXPECT_THAT(read("without"), Not(HasSubstr("simulating physics")));
+    EXPECT_THAT(read("with"), HasSubstr("Started simulating physics"));
+}
+
 TEST_F(PickingJourneyTest, OverdrawCanBeChosenAndSaysWhatItMeans) {
     const std::string away = std::string{"mouse "} + Outside + "\nwait 2\n";
     playView(away + "screenshot {}/before.png\n" + chooseDebug(3) + away + "screenshot {}/overdraw.png\n" +

@@ -82,6 +82,7 @@ void ViewHost::frame(Double seconds) {
     state.wantsFrame = false;
     ImGui::GetIO().DeltaTime = std::max(Float(seconds), 1.0e-3f);
     ImGui::NewFrame();
+    if(drawOthers) drawOthers();
     _view->draw();
     ImGui::Render();
     _view->frameShown();

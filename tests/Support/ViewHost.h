@@ -75,6 +75,8 @@ public:
     VantrelEngine::Id objectAt(const Magnum::Vector2i& pixel);
 
     ScriptedPlatform platform;
+    // What other windows do in a frame, before the view is drawn.
+    std::function<void()> drawOthers;
 
 private:
     Magnum::Image2D read(Magnum::UnsignedInt attachment);

@@ -121,6 +121,66 @@ TEST_F(ImportQueueTest, NothingIsImportedAtOnceIntoAnOpenGroup) {
     EXPECT_FALSE(at("/objects/a"));
 }
 
+TEST_F(ImportQueueTest, WaitsForTheEndOfATrial) {
+    for(const bool isKept: {true, false}) {
+        const std::string name = isKept ? "kept" : "dropped";
+        changes().beginTrial(Trial::Gesture);
+        record("/objects/mine-" + name, object());
+        queue.add(source(name + ".glb", "scene " + name + " 0"));
+        EXPECT_TRUE(queue.finish().empty());
+        EXPECT_FALSE(at("/objects/" + name));
+        isKept ? changes().keepTrial() : changes().dropTrial();
+        EXPECT_EQ(queue.finish().size(), 1u);
+        EXPECT_TRUE(at("/objects/" + name));
+        EXPECT_EQ(bool(at("/objects/mine-" + name)), isKept);
+        changes().undoLast();
+        EXPECT_FALSE(at("/objects/" + name));
+        EXPECT_EQ(bool(at("/objects/mine-" + name)), isKept);
+    }
+}
+
+TEST_F(ImportQueueTest, WhatIsImportedAtOnceIsPartOfATrial) {
+    const std::string before = document();
+    for(const bool isKept: {false, true}) {
+        changes().beginTrial(Trial::Preview);
+        EXPECT_EQ(import("scene a 1").error, "");
+        record("/objects/mine", object());
+        isKept ? changes().keepTrial() : changes().dropTrial();
+        EXPECT_EQ(document() != before, isKept);
+    }
+    changes().undoLast();
+    EXPECT_EQ(document(), before);
+}
+
+TEST_F(ImportQueueTest, AModelStandsOnThePlaceThatItIsGiven) {
+    // A cube of 2 that is 4 above the object, all of it twice as large.
+    const std::string file = source("a.glb", "scene a 1 2");
+    EXPECT_FALSE(queue.boundsOf(file));
+    const std::string before = document();
+    queue.add(file, ImportInto::OpenProject, Magnum::Vector3{10.0f, 20.0f, 30.0f});
+    const std::vector<ImportResult> results = queue.finish();
+    ASSERT_EQ(results.size(), 1u);
+    const Magnum::Range3D bounds{{-2.0f, 6.0f, -2.0f}, {2.0f, 10.0f, 2.0f}};
+    EXPECT_EQ(results[0].inserted.bounds, bounds);
+    EXPECT_EQ(queue.boundsOf(file), bounds);
+    session.update();
+    scene.computeAbsoluteTransformations();
+    EXPECT_EQ(scene.absoluteTransformation(objectOf("a")).translation(), (Magnum::Vector3{10.0f, 14.0f, 30.0f}));
+    changes().undoLast();
+    EXPECT_EQ(document(), before);
+    EXPECT_FALSE(changes().canUndo());
+}
+
+TEST_F(ImportQueueTest, AModelWithoutMeshesStandsThereWithItsOrigin) {
+    const std::string file = source("a.glb", "scene a 0");
+    queue.add(file, ImportInto::OpenProject, Magnum::Vector3{1.0f, 2.0f, 3.0f});
+    queue.finish();
+    session.update();
+    scene.computeAbsoluteTransformations();
+    EXPECT_EQ(scene.absoluteTransformation(objectOf("a")).translation(), (Magnum::Vector3{1.0f, 2.0f, 3.0f}));
+    EXPECT_FALSE(queue.boundsOf(file));
+}
+
 TEST_F(ImportQueueTest, WhatIsInTheDocumentIsCompiledInSteps) {
     queue.add(source("a.glb", "scene a 3"));
     std::set<std::string> stages;

@@ -54,6 +54,8 @@ CommonValue commonValue(const SchemaKey& key, const std::vector<std::string>& ba
         const JsonValue* const there = valueBelow(values[i], key.key);
         (there ? common.isMissing : common.isSomewhereMissing) = !there;
         const JsonValue& value = there ? *there : initial;
+        // What the first one has was looked at.
+        if(first && value == *first) continue;
         if(there && !common.whyNotShown) common.whyNotShown = whyNotShown(key, value);
         if(there && !common.whyNotShown && common.complaint.empty()) common.complaint = whyRefused(key, value);
         if(!first) {
@@ -62,7 +64,7 @@ CommonValue commonValue(const SchemaKey& key, const std::vector<std::string>& ba
                 common.value.CopyFrom(value, allocator);
             else
                 common.value = shownValue(key, value, bases[i], angles);
-        } else if(value != *first) {
+        } else {
             common.isMixed = true;
             if(key.kind == KeyKind::Flags && !common.whyNotShown)
                 common.mixedParts |= bitsOf(value) ^ bitsOf(common.value);

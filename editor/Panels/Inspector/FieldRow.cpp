@@ -23,6 +23,8 @@ constexpr double RefusalTime = 6.0;
 constexpr ImU32 RefusedColor = IM_COL32(255, 110, 95, 255), DoubtfulColor = IM_COL32(242, 196, 84, 255);
 // Of a number beside others, in heights of the text.
 constexpr float NumberWidth = 3.4f;
+// The least of a text.
+constexpr float TextWidth = 6.0f;
 
 unsigned columnsOf(const SchemaKey& key) {
     switch(key.kind) {
@@ -36,8 +38,14 @@ unsigned columnsOf(const SchemaKey& key) {
     }
 }
 
+// What shows a text of any length.
+bool isText(KeyKind kind) {
+    return kind == KeyKind::Text || kind == KeyKind::Choice || kind == KeyKind::Reference || kind == KeyKind::Raw;
+}
+
 bool isStacked(const SchemaKey& key, const RowLayout& layout) {
     const unsigned columns = columnsOf(key);
+    if(isText(key.kind) && layout.field < ImGui::GetFontSize() * TextWidth) return true;
     return key.kind == KeyKind::LongText || key.kind == KeyKind::References || key.kind == KeyKind::Texts ||
         (columns > 1 && layout.field < ImGui::GetFontSize() * NumberWidth * float(columns));
 }

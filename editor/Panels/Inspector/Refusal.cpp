@@ -34,10 +34,16 @@ bool isColor(const JsonValue& value, unsigned size) {
     return isVector(value, size, isNumber) || (size == 4 && isVector(value, 3, isNumber));
 }
 
+// Without a list: this is asked of each object.
 bool isChoice(const SchemaKey& key, const JsonValue& value) {
     if(!value.IsString()) return false;
-    const std::vector<std::string> choices = splitChoices(key.choiceTexts);
-    return std::find(choices.begin(), choices.end(), value.GetString()) != choices.end();
+    const std::string_view wanted{value.GetString(), value.GetStringLength()};
+    for(std::string_view rest{key.choiceTexts}; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('|'), rest.size());
+        if(rest.substr(0, end) == wanted) return true;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return false;
 }
 
 const char* unless(bool isFine, const char* reason) { return isFine ? nullptr : reason; }

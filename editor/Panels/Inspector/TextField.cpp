@@ -22,8 +22,10 @@ int resize(ImGuiInputTextCallbackData* data) {
 
 bool inputText(std::string& text, const char* hint, unsigned lines) {
     constexpr ImGuiInputTextFlags flags = ImGuiInputTextFlags_CallbackResize;
+    // As with numbers, what is typed after the first click replaces all of it.
     if(lines == 1)
-        return ImGui::InputTextWithHint("##text", hint, text.data(), text.capacity() + 1, flags, resize, &text);
+        return ImGui::InputTextWithHint(
+            "##text", hint, text.data(), text.capacity() + 1, flags | ImGuiInputTextFlags_AutoSelectAll, resize, &text);
     const float height = ImGui::GetTextLineHeight() * float(lines) + ImGui::GetStyle().FramePadding.y * 2.0f;
     return ImGui::InputTextMultiline(
         "##text", text.data(), text.capacity() + 1, {ImGui::CalcItemWidth(), height}, flags, resize, &text);

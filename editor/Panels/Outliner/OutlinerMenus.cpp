@@ -4,6 +4,7 @@
 #include <imgui.h>
 
 #include "Data/ProjectSession.h"
+#include "Panels/Keys.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Utilities/EditState.h"
 #include "Utilities/SelectedObjects.h"
@@ -63,6 +64,7 @@ void OutlinerPanel::drawRowMenu(ProjectSession& session, Id object) {
     const bool isTaken = data.isSelected(object) || data.marks().isLocked(object);
     if(ImGui::IsItemClicked(ImGuiMouseButton_Right) && !isTaken) select(data, object, Selecting::One);
     if(!ImGui::BeginPopupContextItem("##row menu")) return;
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
     const ObjectMarks& marks = data.marks();
     const bool isEditable = canEdit(session.editor().state());
     if(ImGui::MenuItem("Rename", "F2", false, isEditable)) beginNaming(data, object);
@@ -87,6 +89,7 @@ void OutlinerPanel::drawRowMenu(ProjectSession& session, Id object) {
 void OutlinerPanel::drawRestMenu(ProjectSession& session) {
     EditorData& data = session.data();
     if(!ImGui::BeginPopupContextItem("##rest menu")) return;
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
     if(ImGui::BeginMenu("Add", canEdit(session.editor().state()))) {
         drawAddMenu(session, RootObject);
         ImGui::EndMenu();

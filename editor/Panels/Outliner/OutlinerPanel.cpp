@@ -6,6 +6,7 @@
 #include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
+#include "Panels/Keys.h"
 #include "Panels/TextField.h"
 #include "Utilities/SelectedObjects.h"
 
@@ -48,6 +49,7 @@ void OutlinerPanel::drawHead(ProjectSession& session) {
     if(ImGui::Button("+", {button, button})) ImGui::OpenPopup("##add");
     if(ImGui::IsItemHovered()) ImGui::SetTooltip("Add an object");
     if(!ImGui::BeginPopup("##add")) return;
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
     drawAddMenu(session, RootObject);
     ImGui::EndPopup();
 }
@@ -74,7 +76,6 @@ void OutlinerPanel::scrollToRow() {
 
 void OutlinerPanel::drawRows(ProjectSession& session) {
     if(!_rows.count()) ImGui::TextDisabled(_search.empty() ? "No objects" : "Nothing is called that");
-    ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, ImVec2{ImGui::GetStyle().ItemSpacing.x, 0.0f});
     bool isNamingSeen = false;
     ImGuiListClipper clipper;
     clipper.Begin(int(_rows.count()), rowHeight());
@@ -85,7 +86,6 @@ void OutlinerPanel::drawRows(ProjectSession& session) {
             isNamingSeen |= row.object == _naming.object;
             drawOneRow(session, row);
         }
-    ImGui::PopStyleVar();
     // The field went with its row.
     if(!isNamingSeen) _naming = {};
 }
@@ -96,7 +96,10 @@ void OutlinerPanel::drawOneRow(ProjectSession& session, const OutlinerRow& row) 
     // Deleted by a row above in this frame.
     if(!scene.isValid(row.object)) return;
     ImGui::PushID(int(row.object));
+    // Rows without gaps; their menus have the usual ones.
+    ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, ImVec2{ImGui::GetStyle().ItemSpacing.x, 0.0f});
     const RowResponse response = drawRow(data, _rows, row, _naming);
+    ImGui::PopStyleVar();
     if(_naming.object != row.object) {
         dragFrom(data, row.object);
         dropOn(session, row.object);

@@ -49,6 +49,16 @@ CellIcon iconOf(const std::string& section) {
     return section == "images" || section == "textures" ? CellIcon::Image : CellIcon::Document;
 }
 
+// There is no room for everything side by side.
+bool isNarrow() { return ImGui::GetWindowWidth() < ImGui::GetFontSize() * 24.0f; }
+
+// What is drawn over an item may be used.
+#if IMGUI_VERSION_NUM >= 18967
+constexpr ImGuiSelectableFlags Overlapped = ImGuiSelectableFlags_AllowOverlap;
+#else
+constexpr ImGuiSelectableFlags Overlapped = ImGuiSelectableFlags_AllowItemOverlap;
+#endif
+
 float rowHeight() { return ImGui::GetFontSize() * 2.0f; }
 
 // Another number whenever the document may be another one.
@@ -68,7 +78,7 @@ void ResourcesPanel::draw(ProjectSession& session, Thumbnails& thumbnails, Inspe
 void ResourcesPanel::drawKinds(const Frame& frame) {
     ImGui::SetNextItemWidth(ImGui::GetFontSize() * 11.0f);
     ImGui::InputTextWithHint("##search", "Search", _searchField, sizeof _searchField);
-    ImGui::SameLine();
+    if(!isNarrow()) ImGui::SameLine();
     ImGui::SetNextItemWidth(ImGui::GetFontSize() * 11.0f);
     const auto titleOf = [&frame](const ResourceTab& tab) {
         return std::string{tab.title} + " (" + std::to_string(resourceCount(frame.project(), tab.section)) + ")";
@@ -101,10 +111,11 @@ void ResourcesPanel::drawRows(const Frame& frame) {
         ImGuiTableFlags_ScrollY | ImGuiTableFlags_RowBg | ImGuiTableFlags_Resizable | ImGuiTableFlags_BordersInnerV;
     const std::size_t count = _searchField[0] ? _found.size() : resourceCount(frame.project(), section());
     if(!count) return ImGui::TextDisabled(_searchField[0] ? "Nothing found" : "The project has none");
+    const ImGuiTableColumnFlags hidden = isNarrow() ? ImGuiTableColumnFlags_Disabled : 0;
     if(!ImGui::BeginTable("##resources", 3, flags)) return;
     ImGui::TableSetupScrollFreeze(0, 1);
     ImGui::TableSetupColumn("Name", ImGuiTableColumnFlags_WidthStretch, 3.0f);
-    ImGui::TableSetupColumn("Id", ImGuiTableColumnFlags_WidthStretch, 2.0f);
+    ImGui::TableSetupColumn("Id", ImGuiTableColumnFlags_WidthStretch | hidden, 2.0f);
     ImGui::TableSetupColumn("Users", ImGuiTableColumnFlags_WidthFixed, ImGui::GetFontSize() * 4.0f);
     ImGui::TableHeadersRow();
     ImGuiListClipper clipper;
@@ -126,9 +137,10 @@ void ResourcesPanel::drawRow(std::size_t position, const Frame& frame) {
     ImGui::TableNextColumn();
     drawName(row, frame);
     const float middle = (rowHeight() - ImGui::GetFontSize()) * 0.5f;
-    ImGui::TableNextColumn();
-    ImGui::SetCursorPosY(ImGui::GetCursorPosY() + middle);
-    ImGui::TextDisabled("%s", row.id.data());
+    if(ImGui::TableNextColumn()) {
+        ImGui::SetCursorPosY(ImGui::GetCursorPosY() + middle);
+        ImGui::TextDisabled("%s", row.id.data());
+    }
     ImGui::TableNextColumn();
     ImGui::SetCursorPosY(ImGui::GetCursorPosY() + middle);
     ImGui::Text("%zu", usersOf(section(), row.id, frame.session));
@@ -139,8 +151,7 @@ void ResourcesPanel::drawName(const ResourceRow& row, const Frame& frame) {
     const float size = rowHeight();
     const ImVec2 place = ImGui::GetCursorScreenPos();
     const bool isInspected = frame.inspected.kind == section() && frame.inspected.id == row.id;
-    if(ImGui::Selectable("##row", isInspected,
-           ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowItemOverlap, {0.0f, size}))
+    if(ImGui::Selectable("##row", isInspected, ImGuiSelectableFlags_SpanAllColumns | Overlapped, {0.0f, size}))
         frame.inspected = {section(), row.id};
     if(isInspected && ImGui::IsItemHovered() && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left)) beginRename(row);
     drawDragSource(row, frame);

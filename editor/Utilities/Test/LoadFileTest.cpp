@@ -28,6 +28,38 @@ TEST_F(LoadFileTest, AFileIsQueued) {
     EXPECT_TRUE(at("/objects/a"));
 }
 
+TEST_F(LoadFileTest, AFileComesToStandWhereItWouldBeDropped) {
+    const std::string file = source("a.glb", "scene a 1");
+    EXPECT_TRUE(isModelPath(file.data()));
+    EXPECT_FALSE(importedBounds(file.data(), session.editor()));
+    session.editor().state().viewPointer.place = Magnum::Vector3{5.0f, 0.0f, 0.0f};
+    loadFile(file.data(), session.editor(), LoadMode::Import, false);
+    // The mouse moves on.
+    session.editor().state().viewPointer.place = {};
+    queue.finish();
+    session.update();
+    scene.computeAbsoluteTransformations();
+    EXPECT_EQ(scene.absoluteTransformation(objectOf("a")).translation().x(), 5.0f);
+    EXPECT_EQ(
+        importedBounds(file.data(), session.editor()), (Magnum::Range3D{{-1.0f, 3.0f, -1.0f}, {1.0f, 5.0f, 1.0f}}));
+}
+
+TEST_F(LoadFileTest, ATextureIsFoundAlsoWhereItsNameWasTaken) {
+    const std::string wall = source("wall.bmp", "scene wall 0");
+    EXPECT_TRUE(textureOfImage(wall.data(), session.editor()).isEmpty());
+    EXPECT_TRUE(loadImage(wall.data(), session.editor(), false));
+    const std::string bytes = readFile(folder.path(textAt("/images/wall-bmp/file")));
+    const std::string same = source("same/wall.bmp", bytes);
+    for(const char* const name: {"wall.bmp", "wall.bmp 2", "wall.bmp 17"}) {
+        changes().recordString("/textures/wall-bmp/name", name, false);
+        EXPECT_EQ(std::string{textureOfImage(same.data(), session.editor()).data()}, "wall-bmp") << name;
+    }
+    for(const char* const name: {"wall.bmp ", "wall.bmp2", "wall.bmp 2a", "my wall.bmp", ""}) {
+        changes().recordString("/textures/wall-bmp/name", name, false);
+        EXPECT_TRUE(textureOfImage(same.data(), session.editor()).isEmpty()) << name;
+    }
+}
+
 TEST_F(LoadFileTest, AnImageIsLoadedWhereNameAndBytesAre) {
     // The converter's picture is that of its own name: it is what the source is not.
     const std::string wall = source("wall.bmp", "scene wall 0");

@@ -36,7 +36,8 @@ constexpr std::size_t DebugDisplayCount = 6;
 struct ObjectPickRequest {
     // Not 0 while the answer is waited for.
     std::uint32_t isPending = 0;
-    // The answer: the object's id in the document.
+    // The answer: the object's id in the document. Written at each click on an object; who asked takes it and ends the
+    // request.
     Corrade::Containers::String name;
 };
 
@@ -95,6 +96,9 @@ struct SharedState {
     // Set by a view that wants to be drawn again although nothing happens: while it flies, simulates or previews. The
     // editor clears it before each frame.
     bool wantsFrame = false;
+
+    // Set by a view while the user holds a handle of its gizmo, moved or not: nothing is undone meanwhile.
+    bool isHandleHeld = false;
 
     // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;

@@ -87,14 +87,13 @@ CameraNavigation::Change CameraNavigation::endMode() {
 bool CameraNavigation::frameSelection(EditorData& data, ViewCamera& camera, Middle middle) {
     Scene& scene = data.scene().main();
     FramedObjects objects;
-    const BitSetView selection = data.selection();
-    for(std::size_t i = selection.findFirstSet(); i < selection.size(); i = selection.findFirstSet(i + 1)) {
-        const Id object = Id(i);
-        if(!scene.isValid(object)) continue;
-        if(!objects.count()) scene.computeAbsoluteTransformations();
-        const BoundingSphere bounds = boundsOfSubtree(data, object);
-        const bool isAboutMeshes = middle == Middle::Meshes && !bounds.isEmpty();
-        objects.add(isAboutMeshes ? bounds.center : scene.absoluteTransformation(object).translation(), bounds);
+    if(data.firstSelectedObject()) scene.computeAbsoluteTransformations();
+    for(const SelectedBounds& selected: boundsOfSelection(data)) {
+        // What has its meshes in common with another one is in the middle of those once.
+        if(middle == Middle::Meshes && selected.isWithinOther) continue;
+        const bool isAboutMeshes = middle == Middle::Meshes && !selected.bounds.isEmpty();
+        const Vector3 origin = scene.absoluteTransformation(selected.object).translation();
+        objects.add(isAboutMeshes ? selected.bounds.center : origin, selected.bounds);
     }
     camera.scene().computeAbsoluteTransformation(camera.object());
     read(data, camera);

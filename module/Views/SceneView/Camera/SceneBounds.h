@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <Vantrel/EngineData/Types.h>
 
 #include "Views/SceneView/Camera/CameraMath.h"
@@ -8,11 +10,17 @@ namespace VantrelEngine {
 
 class EditorData;
 
-// The sphere around the meshes of an object, in the scene's space; empty for an object without meshes. The object's
-// absolute transformation is up to date.
-BoundingSphere boundsOfObject(EditorData& data, Id object);
+struct SelectedBounds {
+    Id object;
+    // Of the object's meshes, in the scene's space, and where it has none of those of everything below it.
+    BoundingSphere bounds;
+    // It has no meshes, and is below another one that has none: the bounds of that one hold what is below this one, too,
+    // and those of this one are empty.
+    bool isWithinOther = false;
+};
 
-// The same, and where that is empty around the meshes of everything below the object. Costs a step for each of these.
-BoundingSphere boundsOfSubtree(EditorData& data, Id object);
+// The selected objects in the order of their ids. Absolute transformations are up to date. Costs the selected objects and
+// those below them, each of these once however deep they are, and some bytes for each id up to the last one.
+std::vector<SelectedBounds> boundsOfSelection(EditorData& data);
 
 } // namespace VantrelEngine

@@ -2,6 +2,7 @@
 
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
+#include <Corrade/Utility/Path.h>
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
 #include <Vantrel/EditorUtilities/LoadFile.h>
@@ -57,6 +58,13 @@ ViewPointer pointerOf(const DropInput& input, const Vector2& clip) {
     pointer.rayOrigin = ray.origin;
     pointer.rayDirection = ray.direction;
     return pointer;
+}
+
+// A file that was written anew when it was loaded has other bytes.
+Containers::String textureOf(const std::string& path, const DropInput& input) {
+    Containers::String texture = textureOfImage(path, input.editor);
+    if(!texture.isEmpty()) return texture;
+    return input.data.project().resourceByName("textures", Utility::Path::split(path).second());
 }
 
 bool isFileDragged() {
@@ -187,7 +195,7 @@ Containers::StringView DropTarget::prepareImage(const std::string& path, const D
         isLoaded = _isTextureOnTrial = loadImage(path, input.editor, false);
         if(!isLoaded) drop(changes);
     }
-    _dropTexture = isLoaded ? textureOfImage(path, input.editor) : Containers::String{};
+    _dropTexture = isLoaded ? textureOf(path, input) : Containers::String{};
     _dropImagePath = path;
     return _dropTexture;
 }

@@ -60,7 +60,7 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
     ImGuizmo::SetGizmoSizeClipSpace(clipSpaceSize(scene.size));
     ViewManager& views = scene.camera.views();
     const Matrix4 view = views.viewTransform(scene.camera.view()).toMatrix();
-    Matrix4 matrix = grip->matrix, delta;
+    Matrix4 matrix = _isHeld && _isSeveral ? Matrix4::translation(_heldPosition) : grip->matrix, delta;
     const bool isChanged = ImGuizmo::Manipulate(view.data(), views.projectionMatrix(scene.camera.view()).data(),
         libraryOperation(_settings.gizmoOperation), libraryMode(_settings.gizmoSpace), matrix.data(), delta.data(),
         snapSteps());
@@ -69,8 +69,9 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
         return false;
     }
     if(ImGuizmo::IsUsing()) {
-        _isHeld = true;
+        _isHeld = scene.state.isHandleHeld = true;
         _heldKey = grip->key;
+        _heldPosition = matrix.translation();
     }
     if(isChanged) record(scene, *grip, delta);
     if(!ImGuizmo::IsUsing()) endDrag(scene.state);
@@ -156,7 +157,7 @@ void TransformGizmo::endDrag(SharedState& state) {
     if(_gizmoInUse && state.changeManager->trial() == Trial::Gesture) state.changeManager->keepTrial();
     _recorder.reset();
     _totalScale = Vector3{1.0f};
-    _isHeld = _gizmoInUse = false;
+    _isHeld = _gizmoInUse = state.isHandleHeld = false;
 }
 
 void TransformGizmo::cancelDrag(SharedState& state) {

@@ -27,6 +27,7 @@ PressAction pressAction(const PressState& state, unsigned modifiers) {
     return state.isOverHandle ? PressAction::None : PressAction::Select;
 }
 
+/* Kept: Shift with other modifiers does not add here, but at the end of a box it does. */
 bool isAdditivePress(unsigned modifiers) { return modifiers == ModifierShift; }
 
 Range2Di boxRectangle(const Vector2i& a, const Vector2i& b, const ViewFrame& frame) {

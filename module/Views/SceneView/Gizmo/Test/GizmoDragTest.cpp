@@ -98,6 +98,8 @@ TEST_F(GizmoDragTest, stepsOfTranslation) {
     addObject("a", "", "[0.1, 0, 0]");
     select({"a"});
     const auto dragged = [&] {
+        record("/objects/a/translation", "[0.1, 0, 0]");
+        host.frame();
         const Vector3 before = positionOf("a");
         drag(pointOf(before) + Vector2{axisLength() * 0.75f, 0.0f}, {31.0f, 0.0f});
         return positionOf("a").x() - before.x();

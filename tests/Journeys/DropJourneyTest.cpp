@@ -1,0 +1,273 @@
+#include <filesystem>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "Journeys/Journey.h"
+
+namespace VantrelTest {
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::Not;
+
+// A cube of 2 with its middle in the origin.
+constexpr const char* Barrel = R"(o Barrel
+v -1 -1 -1
+v 1 -1 -1
+v 1 1 -1
+v -1 1 -1
+v -1 -1 1
+v 1 -1 1
+v 1 1 1
+v -1 1 1
+f 1 4 3 2
+f 5 6 7 8
+f 1 2 6 5
+f 3 4 8 7
+f 2 3 7 6
+f 1 5 8 4
+)";
+
+// Runtime objects of the courtyard, in its order.
+constexpr unsigned Ground = 1, Rim = 22, Roof = 23, Ball = 28;
+
+struct Point {
+    int x = 0, y = 0;
+    std::string text() const { return std::to_string(x) + ' ' + std::to_string(y); }
+};
+
+// Things that are dragged into the view, with the real converter, in a courtyard of its own beside which a model and a
+// picture lie.
+class DropJourneyTest: public JourneyTest {
+protected:
+    // Of the view's picture in the window.
+    static constexpr Point Origin{286, 69};
+    static constexpr Point Outside{5, 300};
+
+    DropJourneyTest() {
+        setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+        fs::create_directory(folder.path("project"));
+        fs::copy_file(Courtyard, folder.path("project/project.json"));
+        fs::copy_file(PROJECTS "/Showcase/wood.png", folder.path("project/wood.png"));
+        folder.write("project/barrel.obj", Barrel);
+        folder.write("project/broken.png", "this is no picture");
+        if(!ids.pixels.empty()) return;
+        playDrop("idimage {}/ids.png\n");
+        ids = picture("ids.png");
+    }
+
+    std::string playDrop(const std::string& script) {
+        const JourneyResult result = play("wait 2\ndump document {}/before\n" + script,
+            "--converter " REAL_CONVERTER " --size 1000x700 --frames 1 " + folder.path("project/project.json"));
+        EXPECT_EQ(result.status, 0) << result.output;
+        return result.output;
+    }
+    // In the window, well inside of what is seen of an object.
+    Point placeOf(unsigned object) const {
+        const auto isSeen = [&](int x, int y) { return ids.pixel(x, y) >> 16 == object; };
+        for(int y = 12; y < ids.height - 12; ++y)
+            for(int x = 12; x < ids.width - 12; ++x)
+                if(isSeen(x - 4, y) && isSeen(x + 4, y) && isSeen(x, y - 4) && isSeen(x, y + 4))
+                    return {Origin.x + x, Origin.y + y};
+        ADD_FAILURE() << "object " << object << " is not seen";
+        return {};
+    }
+    std::string over(unsigned object) const { return "mouse " + placeOf(object).text() + "\nwait 2\n"; }
+    static std::string outside() { return "mouse " + Outside.text() + "\nwait 2\n"; }
+
+    // Of the courtyard as it is opened; seen once for all.
+    static JourneyPicture ids;
+};
+
+JourneyPicture DropJourneyTest::ids;
+
+TEST_F(DropJourneyTest, AMaterialStaysOnTheLastOfThreeObjects) {
+    playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nmouse " + Outside.text() + "\ndrag materials paint\n" +
+        over(Rim) + "dump document {}/rim\n" + over(Roof) + "dump document {}/roof\n" + over(Ball) +
+        "screenshot {}/seen.png\n" + over(Ground) +
+        "dump document {}/ground\ndump undo {}/log\nrelease left\nwait 2\n" +
+        R"(dump document {}/dropped
+dump undo {}/undo
+undo
+dump document {}/undone
+redo
+dump document {}/redone
+save {}/project/project.json
+open {}/project/project.json
+dump document {}/reopened
+)");
+    const std::string before = read("before");
+    const auto withPaint = [&](const std::string& name) { return read(name) != before; };
+    for(const char* const name: {"rim", "roof", "ground", "dropped"}) EXPECT_TRUE(withPaint(name)) << name;
+    // Each time on one object alone: each is as long, but for the names of materials.
+    EXPECT_EQ(read("dropped"), read("ground"));
+    EXPECT_THAT(read("undo"), MatchesRegex("> [0-9]+ /objects/ground/components/0/mesh/material\n"));
+    EXPECT_EQ(read("log"), read("undo"));
+    EXPECT_EQ(read("undone"), before);
+    EXPECT_EQ(read("redone"), read("dropped"));
+    EXPECT_EQ(read("reopened"), read("dropped"));
+}
+
+TEST_F(DropJourneyTest, WhatIsTakenBackNeverWas) {
+    const std::string output = playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nscreenshot {}/before.png\n"
+                                        "drag materials paint\n" +
+        over(Rim) + over(Roof) + "screenshot {}/seen.png\n" + outside() +
+        "dump document {}/left\ndump undo {}/log\nrelease left\nwait 2\n" + "drag materials paint\n" + over(Rim) +
+        "undo\nwait 1\ndump document {}/again\n" + outside() + "release left\nwait 2\ndump undo {}/end\n" + outside() +
+        "screenshot {}/after.png\nredo\ndump document {}/redone\n");
+    EXPECT_EQ(read("left"), read("before"));
+    EXPECT_EQ(read("tail"), "  -1 /settings/other\n");
+    EXPECT_EQ(read("log"), read("tail"));
+    // The preview that undo took back begins anew as long as the mouse is there.
+    EXPECT_NE(read("again"), read("before"));
+    EXPECT_EQ(read("end"), read("tail"));
+    EXPECT_THAT(read("redone"), HasSubstr("\"other\": 1"));
+    EXPECT_NE(picture("seen.png").pixels, picture("before.png").pixels);
+}
+
+TEST_F(DropJourneyTest, AnImageIsSeenOnEachObjectAndLoadedOnce) {
+    const std::string output = playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nmouse " + Outside.text() +
+        "\ndrag file {}/project/wood.png\n" + over(Rim) + "dump document {}/rim\n" + over(Ball) +
+        "dump document {}/ball\ndump undo {}/log\n" + outside() +
+        "dump document {}/left\ndump undo {}/taken\nrelease left\nwait 2\ndrag file {}/project/wood.png\n" +
+        over(Ball) +
+        R"(release left
+wait import
+wait 2
+dump document {}/dropped
+dump undo {}/undo
+undo
+dump document {}/undone
+redo
+dump document {}/redone
+)");
+    EXPECT_EQ(read("left"), read("before"));
+    EXPECT_EQ(read("taken"), read("tail"));
+    EXPECT_THAT(read("rim"), HasSubstr("\"wood.png\""));
+    EXPECT_NE(read("rim"), read("ball"));
+    const std::string material = "/materials/paint/Lit/baseColorTexture\n";
+    EXPECT_THAT(read("log"), AllOf(HasSubstr("/textures"), EndsWith(material), Not(HasSubstr("stone"))));
+    EXPECT_EQ(read("dropped"), read("ball"));
+    EXPECT_THAT(read("undo"), EndsWith(material));
+    EXPECT_EQ(read("undone"), read("before"));
+    EXPECT_EQ(read("redone"), read("dropped"));
+    std::size_t loads = 0;
+    for(std::size_t i = output.find("Imported wood.png"); i != output.npos; i = output.find("Imported wood.png", i + 1))
+        ++loads;
+    // Once a drag, and once when it was dropped, which adds nothing.
+    EXPECT_EQ(loads, 3u);
+}
+
+TEST_F(DropJourneyTest, ATextureAndNothingThatIsNotThere) {
+    const std::string output = playDrop("import {}/project/wood.png\nwait import\ndump document {}/loaded\n"
+                                        "drag textures wood-png\n" +
+        over(Rim) + over(Ball) +
+        "release left\nwait 2\ndump document {}/dropped\nundo\ndump document {}/undone\n"
+        "drag textures nobody\n" +
+        over(Rim) + over(Ball) + "release left\nwait 2\ndrag materials nobody\n" + over(Rim) + over(Ball) +
+        "release left\nwait 2\ndrag meshes cube\n" + over(Ball) +
+        "release left\nwait 2\ndrag file {}/project/broken.png\n" + over(Rim) + over(Ball) + outside() +
+        "release left\nwait 2\ndump document {}/after\n");
+    EXPECT_THAT(read("dropped"), HasSubstr("\"baseColorTexture\": \"wood-png\""));
+    EXPECT_EQ(read("undone"), read("loaded"));
+    EXPECT_EQ(read("after"), read("loaded"));
+    for(const char* const line:
+        {"There is no texture \"nobody\"\n", "There is no material \"nobody\"\n", "broken.png: "}) {
+        const std::size_t place = output.find(line);
+        EXPECT_NE(place, output.npos) << line << output;
+        EXPECT_EQ(output.find(line, place + 1), output.npos) << line << output;
+    }
+}
+
+TEST_F(DropJourneyTest, AModelComesToStandWhereItWasShown) {
+    const Point ground = placeOf(Ground);
+    playDrop("mouse " + ground.text() + "\nscreenshot {}/empty.png\ndrag file {}/project/barrel.obj\nwait 2\n" +
+        "screenshot {}/ghost.png\nrelease left\nwait import\nwait 2\nidimage {}/dropped.png\ndump document "
+        "{}/dropped\n" +
+        "dump selection {}/selection\ndump undo {}/log\nundo\ndump document {}/undone\n");
+    EXPECT_NE(picture("ghost.png").pixels, picture("empty.png").pixels);
+    EXPECT_EQ(read("undone"), read("before"));
+    EXPECT_EQ(read("selection"), "barrel\n");
+    // It is seen where it stands, upwards from the pixel.
+    const JourneyPicture dropped = picture("dropped.png");
+    EXPECT_GT(dropped.pixel(ground.x - Origin.x, ground.y - Origin.y - 8) >> 16, Ball);
+}
+
+TEST_F(DropJourneyTest, FilesOfTheSystemComeOneAfterTheOther) {
+    const std::string ball = placeOf(Ball).text(), ground = placeOf(Ground).text();
+    playDrop("drop {}/project/barrel.obj " + ground + "\ndrop {}/project/wood.png " + ball +
+        "\ndrop {}/project/barrel.obj " + ground +
+        "\nwait 40\nwait import\nwait 2\ndump document {}/dropped\nundo\nundo\nundo\ndump document {}/undone\n");
+    EXPECT_THAT(read("dropped"),
+        AllOf(
+            HasSubstr("\"barrel\": {"), HasSubstr("\"barrel-2\": {"), HasSubstr("\"baseColorTexture\": \"wood-png\"")));
+    EXPECT_EQ(read("undone"), read("before"));
+}
+
+TEST_F(DropJourneyTest, AnImportWaitsForTheEndOfAPreview) {
+    playDrop("drag materials paint\n" + over(Rim) +
+        "import {}/project/barrel.obj\nwait import\ndump document {}/waiting\n" +
+        "release left\nwait 1\nwait import\n" +
+        "wait 1\ndump document {}/there\nundo\ndump document {}/material\nundo\ndump document {}/undone\n");
+    EXPECT_THAT(read("waiting"), Not(HasSubstr("\"barrel\": {")));
+    EXPECT_THAT(read("there"), HasSubstr("\"barrel\": {"));
+    EXPECT_EQ(read("material"), read("waiting"));
+    EXPECT_EQ(read("undone"), read("before"));
+}
+
+// Out of the panels, by the mouse alone.
+TEST_F(DropJourneyTest, FromThePanelsIntoTheView) {
+    const std::string ball = placeOf(Ball).text(), ground = placeOf(Ground).text();
+    playDrop(R"(wait 3
+mouse 430 497
+press left
+release left
+wait 2
+mouse 400 577
+press left
+move 6 0
+mouse )" +
+        ball +
+        R"(
+wait 2
+screenshot {}/held.png
+release left
+wait 2
+dump undo {}/material
+undo
+dump document {}/undone
+mouse 320 497
+press left
+release left
+wait 3
+mouse 337 600
+press left
+move 6 0
+mouse )" +
+        ground +
+        R"(
+wait 2
+screenshot {}/ghost.png
+release left
+wait import
+wait 2
+dump undo {}/model
+undo
+dump document {}/end
+)");
+    EXPECT_THAT(read("material"), HasSubstr("> "));
+    EXPECT_THAT(read("material"), HasSubstr("/objects/ball/components/0/mesh/material\n"));
+    EXPECT_EQ(read("undone"), read("before"));
+    EXPECT_THAT(read("model"), HasSubstr("/objects/barrel"));
+    EXPECT_EQ(read("end"), read("before"));
+}
+
+}
+
+}

@@ -123,7 +123,6 @@ protected:
         return found == row.end() ? -1 : int(found - row.begin());
     }
 
-private:
     void send(XEvent& event, long mask) {
         event.xany.display = display;
         event.xany.window = window;

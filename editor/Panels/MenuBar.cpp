@@ -55,6 +55,12 @@ void drawFileMenu(const MenuState& state, MenuChoice& choice) {
     ImGui::EndMenu();
 }
 
+// "Undo Move 3 objects".
+void drawStepItem(const Item& item, const std::string* step, MenuChoice& choice) {
+    const std::string label = step ? std::string{item.label} + ' ' + *step : std::string{item.label};
+    drawItem({label.data(), item.shortcut, item.command}, step, choice);
+}
+
 void drawObjectItems(const EditAbilities& edit, MenuChoice& choice) {
     const bool canPaste = edit.canEdit && edit.clipboardHasObjects, canChange = edit.canEdit && edit.hasSelection;
     ImGui::Separator();
@@ -68,12 +74,6 @@ void drawObjectItems(const EditAbilities& edit, MenuChoice& choice) {
     ImGui::Separator();
     drawItem({"Select all", "Ctrl+A", Command::SelectAll}, edit.hasObjects, choice);
     drawItem({"Select none", "Ctrl+Shift+A", Command::SelectNone}, edit.hasSelection, choice);
-}
-
-// "Undo Move 3 objects".
-void drawStepItem(const Item& item, const std::string* step, MenuChoice& choice) {
-    const std::string label = step ? std::string{item.label} + ' ' + *step : std::string{item.label};
-    drawItem({label.data(), item.shortcut, item.command}, step, choice);
 }
 
 void drawEditMenu(const MenuState& state, MenuChoice& choice) {

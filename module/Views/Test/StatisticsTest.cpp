@@ -41,6 +41,7 @@ TEST_F(StatisticsTest, TellHowLongEachPassHadTheProcessor) {
     addCube("b");
     host.frame();
     EXPECT_EQ(statistics().pass(FramePass::Reload).milliseconds, 250.0f);
+    EXPECT_EQ(statistics().pass(FramePass::Scene).milliseconds, 250.0f) << "of this frame alone";
 }
 
 TEST_F(StatisticsTest, TellTheMemoryOfThePictures) {

@@ -135,6 +135,11 @@ TEST(ScreenLineTest, nothingIsSeenOfWhatIsBehindTheCamera) {
         EXPECT_GT(cut.x(), 200.0f);
         EXPECT_GT(cut.y(), 200.0f);
     }
+    // Cut where it leaves the camera's front: half of the way to the side.
+    const auto line = screenLine({0.0f, 1.0f, 0.0f}, {5.0f, 1.0f, 20.0f}, viewProjection, rectangle);
+    ASSERT_TRUE(line);
+    const Vector2 cut = line->to - rectangle.center();
+    EXPECT_NEAR(cut.x() / cut.y(), 2.5f, 0.01f);
 }
 
 }

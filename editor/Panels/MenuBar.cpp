@@ -61,6 +61,21 @@ void drawStepItem(const Item& item, const std::string* step, MenuChoice& choice)
     drawItem({label.data(), item.shortcut, item.command}, step, choice);
 }
 
+void drawObjectItems(const EditAbilities& edit, MenuChoice& choice) {
+    const bool canPaste = edit.canEdit && edit.clipboardHasObjects, canChange = edit.canEdit && edit.hasSelection;
+    ImGui::Separator();
+    drawItem({"Copy", "Ctrl+C", Command::Copy}, edit.hasSelection, choice);
+    drawItem({"Copy with children", "Ctrl+Shift+C", Command::CopyTrees}, edit.hasSelection, choice);
+    drawItem({"Paste", "Ctrl+V", Command::Paste}, canPaste, choice);
+    drawItem({"Paste as child", "Ctrl+Shift+V", Command::PasteChild}, canPaste && edit.hasSelection, choice);
+    drawItem({"Duplicate", "Ctrl+D", Command::Duplicate}, canChange, choice);
+    drawItem({"Duplicate with children", "Ctrl+Shift+D", Command::DuplicateTrees}, canChange, choice);
+    drawItem({"Delete", "Delete", Command::Delete}, canChange, choice);
+    ImGui::Separator();
+    drawItem({"Select all", "Ctrl+A", Command::SelectAll}, edit.hasObjects, choice);
+    drawItem({"Select none", "Ctrl+Shift+A", Command::SelectNone}, edit.hasSelection, choice);
+}
+
 void drawEditMenu(const MenuState& state, MenuChoice& choice) {
     if(!beginMenu("Edit")) return;
     drawStepItem({"Undo", "Ctrl+Z", Command::Undo}, state.undo, choice);

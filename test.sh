@@ -11,6 +11,7 @@ usage() {
 Installs the Debian packages that are missing, fetches icons where there is npm, builds, and runs the tests. Ends with ctest's summary.
 
   --jobs N       compile and test with N processes (default: one a core)
+  --long         try what is tried at random many times more: takes long
   --no-install   do not look for missing packages and icons
   --help         show this text
 
@@ -24,6 +25,7 @@ while [ $# -gt 0 ]; do
     case $1 in
         --help|-h) usage; exit 0 ;;
         --jobs) jobs=$(option_value "$@") || exit 2; shift ;;
+        --long) export VANTREL_LONG_TESTS=1 ;;
         --no-install) install=no ;;
         --) shift; break ;;
         *) unknown_option "$1" ;;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ctime>
 #include <numeric>
+#include <utility>
 
 #include <Corrade/Utility/Debug.h>
 
@@ -60,9 +61,14 @@ void Journal::end() {
 }
 
 void Journal::update() {
-    if(!isOn() || _changes.trial() != Trial::None || _changes.group() >= 0) return;
+    if(isOn() && takeNew() && !isUpToDate() && !isWaiting()) write();
+}
+
+// Forgets what is written of steps that are others now. False while a gesture is under way: nothing is known of it.
+bool Journal::takeNew() {
+    if(_changes.trial() != Trial::None || _changes.group() >= 0) return false;
     _sizes.resize(std::min(_sizes.size(), _steps.takeFirstNew()));
-    if(!isUpToDate() && !isWaiting()) write();
+    return true;
 }
 
 // A failure is not repeated frame after frame, but with each step.
@@ -75,7 +81,12 @@ bool Journal::isUpToDate() const {
     return !_isIncomplete && _sizes.size() == _steps.steps().size() && _position == _steps.position();
 }
 
-void Journal::write() { take(_isIncomplete ? rewrite() : append()); }
+// Where undo and redo do not lead to what is saved, there is no place for the project's file among the steps: those that are
+// new are added then, as long as the file is there.
+void Journal::write() {
+    const bool isWhole = _steps.savedPosition() || !_file->isThere() || !_file->size();
+    take(_isIncomplete && isWhole ? rewrite() : append());
+}
 
 void Journal::take(const std::string& error) {
     if(error.empty()) {
@@ -101,7 +112,7 @@ std::string Journal::stepLine(std::size_t i) const {
         step.selectedBefore, step.selectedAfter, i ? _steps.steps()[i - 1].selectedAfter : none});
 }
 
-// Those from the first on, and then the position.
+// Those from the first on, with their sizes, and then the position.
 std::string Journal::addSteps(std::vector<std::string>& lines, std::size_t first, std::size_t position) {
     for(std::size_t i = first; i != _steps.steps().size(); ++i) {
         if(position != i) lines.push_back(positionEntry(i));
@@ -115,14 +126,14 @@ std::string Journal::addSteps(std::vector<std::string>& lines, std::size_t first
 }
 
 std::string Journal::append() {
-    const std::size_t written = _sizes.size();
+    const std::size_t first = _sizes.size();
     std::vector<std::string> lines;
-    std::string error = addSteps(lines, written, _position);
+    std::string error = addSteps(lines, first, _position);
     if(error.empty()) error = _file->add(lines);
     if(error.empty())
         _position = _steps.position();
     else
-        _sizes.resize(written);
+        _sizes.resize(first);
     // One that is gone has to be made with all that was in it.
     _isIncomplete = !error.empty() && !_file->isThere();
     return error;
@@ -136,35 +147,43 @@ std::string Journal::reopen() {
 // All of it anew: the steps, and where among them the project's file is.
 std::string Journal::rewrite() {
     const std::optional<std::size_t> saved = _steps.savedPosition();
-    if(!saved) return "the file is gone, and the project has to be saved first";
+    if(!saved) return "it has to be written anew, which the next save does";
     std::string error = reopen();
     if(!error.empty()) return error;
     std::vector<std::string> lines{beginEntry()};
-    _sizes.clear();
+    std::vector<std::size_t> old = std::exchange(_sizes, {});
     error = addSteps(lines, 0, 0);
-    if(!error.empty()) return error;
     if(*saved != _steps.position()) lines.push_back(positionEntry(*saved));
     lines.push_back(fileEntry(_contents));
     if(*saved != _steps.position()) lines.push_back(positionEntry(_steps.position()));
-    error = _file->replace(lines);
-    if(!error.empty()) return error;
-    _isIncomplete = false;
-    _position = _steps.position();
-    return {};
+    if(error.empty()) error = _file->replace(lines);
+    if(error.empty()) {
+        _position = _steps.position();
+        _isIncomplete = false;
+    } else
+        _sizes = std::move(old);
+    return error;
 }
 
 void Journal::saving(const FileFingerprint& contents) {
-    update();
-    _contents = contents;
-    if(!isOn() || _isIncomplete) return;
+    if(!isOn()) return;
+    _nextContents = contents;
+    const bool isGestureOver = takeNew();
+    if(isGestureOver && !isUpToDate()) write();
+    // The line says where the steps are that the file has: where they are not all there, or it cannot be written, all of
+    // it is written anew when the file is in place.
+    if(!isGestureOver || !isUpToDate()) {
+        _isIncomplete = true;
+        return;
+    }
     const std::string error = _file->add({fileEntry(contents)});
-    // Without it the file would look like somebody else's.
     _isIncomplete = !error.empty();
     take(error);
 }
 
 void Journal::saved() {
     if(!isOn()) return;
+    _contents = _nextContents;
     const std::size_t needed = std::accumulate(_sizes.begin(), _sizes.end(), std::size_t{});
     if(!_isIncomplete && _file->size() <= 2 * needed + SpareSize) return;
     _isIncomplete = true;

@@ -51,6 +51,7 @@ public:
     std::size_t size() const { return _file->size(); }
 
 private:
+    bool takeNew();
     bool isUpToDate() const;
     bool isWaiting() const;
     void write();
@@ -66,8 +67,8 @@ private:
     StepLog& _steps;
     std::string _path;
     std::unique_ptr<JournalFile> _file;
-    // What the project's file holds in the state that is saved.
-    std::optional<FileFingerprint> _contents;
+    // What the project's file holds in the state that is saved, and what it is going to hold.
+    std::optional<FileFingerprint> _contents, _nextContents;
     // The bytes of each step that is written, those that were undone included; and how many of them are in effect.
     std::vector<std::size_t> _sizes;
     std::size_t _position = 0;

@@ -20,12 +20,14 @@ namespace VantrelTest {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr unsigned long View = 0x3c5a82;
 // Where a view is before it has drawn.
 constexpr unsigned long Empty = 0x222224;
 // As an X server numbers them.
-constexpr unsigned LeftButton = 1, RightButton = 3, KeyW = 25, KeyP = 33;
+constexpr unsigned LeftButton = 1, RightButton = 3, KeyEscape = 9, KeyW = 25, KeyP = 33, KeyA = 38, KeyS = 39,
+                   KeyC = 54, KeyV = 55;
 
 // The editor with a window, on a server of the test's own.
 class WindowJourneyTest: public JourneyTest {
@@ -35,16 +37,22 @@ protected:
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
         setenv("XDG_CONFIG_HOME", folder.path("config").data(), 1);
         setenv("XDG_CACHE_HOME", folder.path("cache").data(), 1);
+        setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+        // The editor puts a journal beside it.
+        folder.write("Courtyard/project.json", readFile(Courtyard));
     }
     ~WindowJourneyTest() override {
         unsetenv("XDG_CONFIG_HOME");
         unsetenv("XDG_CACHE_HOME");
+        unsetenv("XDG_DATA_HOME");
         if(display) XCloseDisplay(display);
     }
 
-    // Starts the editor with the courtyard and waits until it is opened, and shown by the recorder if that is the view.
-    void start(const std::string& arguments, bool isRecorder = true) {
-        startWith(arguments + ' ' + Courtyard, "project.json - Vantrel Editor");
+    // Starts the editor with a copy of the courtyard, or another project, and waits until it is opened, and shown by the
+    // recorder if that is the view.
+    void start(const std::string& arguments, bool isRecorder = true, const std::string& project = {}) {
+        startWith(arguments + ' ' + (project.empty() ? folder.path("Courtyard/project.json") : project),
+            "project.json - Vantrel Editor");
         ASSERT_TRUE(waitFor([&] { return isRecorder ? middle() == View : middle() && middle() != Empty; }));
         // There is no window manager that would.
         XSetInputFocus(display, window, RevertToNone, CurrentTime);
@@ -119,7 +127,6 @@ protected:
         return found == row.end() ? -1 : int(found - row.begin());
     }
 
-private:
     void send(XEvent& event, long mask) {
         event.xany.display = display;
         event.xany.window = window;
@@ -234,6 +241,22 @@ TEST_F(WindowJourneyTest, ModifiersOfKeysThatTheWindowDidNotSee) {
         HasSubstr("press 1 500 300 1\nrelease 1 500 300 1\nkey 87 2 false\nkeyup 87 0 false\ndeleted\n"));
 }
 
+// Through the clipboard of the server.
+TEST_F(WindowJourneyTest, ObjectsAreCopiedAndPasted) {
+    const std::string project = folder.path("project.json");
+    std::filesystem::copy_file(Courtyard, project);
+    start("", false, project);
+    move(450, 200);
+    for(const unsigned code: {KeyA, KeyC, KeyV, KeyS}) {
+        key(code, true, ControlMask);
+        key(code, false, ControlMask);
+    }
+    const JourneyResult result = close();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_THAT(read("project.json"), HasSubstr("\"ball-2\": {"));
+    EXPECT_THAT(read("project.json"), Not(HasSubstr("\"ball-3\": {")));
+}
+
 TEST_F(WindowJourneyTest, ClosingReleasesWhatIsHeld) {
     start("--module " + Recorder);
     move(500, 300);
@@ -254,15 +277,35 @@ TEST_F(WindowJourneyTest, ClosingWhileFlyingEndsWell) {
     EXPECT_THAT(read("config/vantrel-editor/settings.json"), HasSubstr("Courtyard/project.json"));
 }
 
+TEST_F(WindowJourneyTest, AJournalIsThereForAsLongAsTheProjectIsOpen) {
+    const std::string journal = folder.path("Courtyard/.project.json.journal");
+    start("--module " + Recorder);
+    EXPECT_TRUE(std::filesystem::exists(journal));
+    EXPECT_EQ(close().status, 0);
+    EXPECT_FALSE(std::filesystem::exists(journal));
+}
+
+TEST_F(WindowJourneyTest, AFileThatChangedIsAskedAboutWithTheFocus) {
+    start("--module " + Recorder);
+    XSetInputFocus(display, PointerRoot, RevertToNone, CurrentTime);
+    wait();
+    folder.write("Courtyard/project.json", readFile(Courtyard) + "\n");
+    EXPECT_EQ(middle(), View);
+    XSetInputFocus(display, window, RevertToNone, CurrentTime);
+    EXPECT_TRUE(waitFor([&] { return middle() != View; })) << "the question is in front of it";
+    key(KeyEscape, true);
+    key(KeyEscape, false);
+    EXPECT_TRUE(waitFor([&] { return middle() == View; }));
+    EXPECT_EQ(close().status, 0);
+}
+
 TEST_F(WindowJourneyTest, WaitingForAnImportDrawsNowAndThenAndCanBeLeft) {
-    setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
     setenv("RECORDER_COUNTS_FRAMES", "1", 1);
     folder.write("model.glb", "hang");
     startWith("--module " + Recorder + " --converter " FAKE_CONVERTER " " + folder.path("model.glb"),
         "New project - Vantrel Editor");
     std::this_thread::sleep_for(std::chrono::seconds{3});
     const JourneyResult result = close();
-    unsetenv("XDG_DATA_HOME");
     unsetenv("RECORDER_COUNTS_FRAMES");
     EXPECT_EQ(result.status, 0) << result.output;
     const std::size_t drew = result.output.find("recorder: drew ");

@@ -63,7 +63,8 @@ public:
     template<class Edit> double secondsAfter(Edit&& edit) {
         double seconds = 0.0;
         for(int i = 0; i != Frames; ++i) {
-            edit(*_session, _paths[std::size_t(_edits++) % _paths.size()], _edits);
+            ++_edits;
+            edit(*_session, _paths[std::size_t(_edits) % _paths.size()], _edits);
             _session->update();
             seconds += secondsOf([&] { frame(); });
         }

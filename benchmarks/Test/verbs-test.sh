@@ -42,7 +42,7 @@ bytes_of() { sed -nE "s/.*\"case\":\"$1\",\"bytes\":([0-9.e+]+).*/\1/p" <<<"$lin
 general() {
     help=$("$bench" --help) || fail "--help ends with $?"
     for verb in math containers against open compile compile_one record drag undo journal delete reparent xform memory \
-        reload frame shadow lag idle outline pick box bloom resize startup hotreload import; do
+        reload frame shadow lag idle outline outliner pick box bloom resize startup hotreload import; do
         grep -q "$verb" <<<"$help" || fail "--help does not name $verb"
     done
 
@@ -93,6 +93,11 @@ project_verbs() {
     runs compile_one 64
     judges translation exponent 0.3
     judges components exponent 0.3
+    runs outliner 64
+    judges steady_frame exponent 0.2
+    judges frame_after_rename exponent 0.2
+    judges frame_after_move exponent 0.2
+    holds search milliseconds
     runs record 64 500
     judges changes exponent 1.1
     judges objects exponent 0.4

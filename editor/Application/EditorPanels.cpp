@@ -23,6 +23,7 @@ void drawStatistics(const PanelContext& context) {
 } // namespace
 
 void EditorPanels::draw(const PanelContext& context) {
+    const InspectedResource before = _inspected;
     _focused.reset();
     if(context.isProjectThere) _problems.update(context.session);
     for(const PanelInfo& info: Panels) {
@@ -32,6 +33,8 @@ void EditorPanels::draw(const PanelContext& context) {
         if(isShown && ImGui::IsWindowFocused(ImGuiFocusedFlags_ChildWindows)) _focused = info.panel;
         _panes.end(info.panel);
     }
+    const bool isOther = _inspected.kind != before.kind || _inspected.id != before.id;
+    if(isOther && !_inspected.kind.empty()) _panes.bringToFront(Panel::Inspector);
     if(!context.isProjectThere) return;
     _inspector.fields().endFrame(context.session.changes());
     _settings.fields().endFrame(context.session.changes());
@@ -52,7 +55,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     switch(panel) {
     case Panel::Objects: return _outliner.draw(context.session);
     case Panel::Inspector: return _inspector.draw(data, changes, context.thumbnails, _inspected);
-    case Panel::ProjectSettings: return _settings.draw(data, changes, context.thumbnails);
+    case Panel::ProjectSettings: return _settings.draw(data, changes, context.thumbnails, _inspected);
     case Panel::Assets: return _assets.draw(context.session, context.pictures, context.isReplayed);
     case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
     case Panel::History: _step = _history.draw(context.session.steps()); return;

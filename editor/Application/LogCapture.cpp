@@ -46,7 +46,8 @@ private:
             return;
         }
         _terminal.flush();
-        _log.add(_line == NoError ? Severity::Debug : _severity, std::move(_line));
+        const Severity severity = _line == NoError ? Severity::Debug : _severity;
+        _log.add(severity, std::move(_line));
         _line.clear();
     }
 

@@ -2,18 +2,19 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 
 #include <Vantrel/EditorData/EditorData.h>
 #include <VantrelHost/Thumbnails.h>
 #include <imgui.h>
 
 #include "ChangeManager.h"
+#include "Panels/CellPictures.h"
 #include "Panels/Inspector/GroupView.h"
 #include "Panels/Inspector/JsonPlace.h"
 #include "Panels/Inspector/ReferenceField.h"
 #include "Panels/Keys.h"
 #include "Panels/Schema/Schema.h"
+#include "Panels/TextField.h"
 
 namespace VantrelEngine {
 
@@ -45,8 +46,9 @@ void drawPicture(Thumbnails& thumbnails, const InspectedResource& resource) {
         thumbnails.ask(ResourceKind(kind), {resource.id.data(), resource.id.size()});
     if(!picture) return;
     const float edge = ImGui::GetFontSize() * PictureSize;
-    ImGui::Image(ImTextureID(std::intptr_t(picture->texture)), {edge, edge},
-        {picture->part.min().x(), picture->part.max().y()}, {picture->part.max().x(), picture->part.min().y()});
+    const ImVec2 min = ImGui::GetCursorScreenPos();
+    ImGui::Dummy({edge, edge});
+    drawThumbnail(*picture, min, {min.x + edge, min.y + edge});
 }
 
 } // namespace
@@ -94,6 +96,7 @@ void InspectorPanel::draw(
     const std::optional<Edit> edit = drawGroups(data, thumbnails);
     ImGui::EndChild();
     if(edit) _fields.apply(changes, data.project(), *edit);
+    _fields.takeAsked(resource);
 }
 
 void InspectorPanel::drawTop(Thumbnails& thumbnails, InspectedResource& resource) {
@@ -138,12 +141,8 @@ std::optional<Edit> InspectorPanel::drawAddComponent() {
     if(!ImGui::BeginPopup("##components")) return {};
     if(isEscapePressed()) ImGui::CloseCurrentPopup();
     if(ImGui::IsWindowAppearing()) ImGui::SetKeyboardFocusHere();
-    char text[64];
-    std::snprintf(text, sizeof text, "%s", _search.data());
     ImGui::SetNextItemWidth(ImGui::GetFontSize() * 12.0f);
-    const bool isEntered =
-        ImGui::InputTextWithHint("##search", "Search", text, sizeof text, ImGuiInputTextFlags_EnterReturnsTrue);
-    _search = text;
+    const bool isEntered = drawTextField("##search", "Search", _search, ImGuiInputTextFlags_EnterReturnsTrue);
     std::optional<Edit> edit;
     for(const ComponentSchema& schema: componentSchemas()) {
         if(!holds(schema.label, _search)) continue;

@@ -6,7 +6,8 @@
 
 namespace VantrelEngine {
 
-void SettingsPanel::draw(EditorData& data, ChangeManager& changes, Thumbnails& thumbnails) {
+void SettingsPanel::draw(
+    EditorData& data, ChangeManager& changes, Thumbnails& thumbnails, InspectedResource& resource) {
     const DocumentState state{data, changes};
     if(!(state == _state)) _groups = settingsGroups(data.project());
     _state = state;
@@ -18,6 +19,7 @@ void SettingsPanel::draw(EditorData& data, ChangeManager& changes, Thumbnails& t
         if(std::optional<Edit> changed = drawGroup(context, group, true)) edit = std::move(changed);
     ImGui::EndChild();
     if(edit) _fields.apply(changes, data.project(), *edit);
+    _fields.takeAsked(resource);
 }
 
 } // namespace VantrelEngine

@@ -14,8 +14,8 @@ class Thumbnails;
 // used instead. Costs the rows that are seen.
 class SettingsPanel {
 public:
-    // Draws into the window that is current.
-    void draw(EditorData& data, ChangeManager& changes, Thumbnails& thumbnails);
+    // Draws into the window that is current. The resource is set where the user wants to see one.
+    void draw(EditorData& data, ChangeManager& changes, Thumbnails& thumbnails, InspectedResource& resource);
     FieldEditor& fields() { return _fields; }
 
 private:

@@ -21,4 +21,10 @@ bool drawTextField(const char* label, const char* hint, std::string& text, int f
         label, hint, text.data(), text.capacity() + 1, flags | ImGuiInputTextFlags_CallbackResize, resize, &text);
 }
 
+bool drawTextLines(const char* label, std::string& text, unsigned lines) {
+    const float height = ImGui::GetTextLineHeight() * float(lines) + ImGui::GetStyle().FramePadding.y * 2.0f;
+    return ImGui::InputTextMultiline(label, text.data(), text.capacity() + 1, {ImGui::CalcItemWidth(), height},
+        ImGuiInputTextFlags_CallbackResize, resize, &text);
+}
+
 } // namespace VantrelEngine

@@ -225,6 +225,15 @@ std::size_t WebGL2Renderer::State::drawPlainly(const ViewUniforms& view, const D
     return drawing.calls() - before;
 }
 
+void WebGL2Renderer::State::drawSheets(ViewManager& views) {
+    if(!debug.textureOverlay) return sheets.reset();
+    if(!sheets) sheets = std::make_unique<TextureSheets>();
+    bindBuffers();
+    for(const Id view: views.components().prefix(views.numActiveComponents()))
+        if(GL::AbstractFramebuffer* const target = views.targetFramebuffer(view))
+            sheets->draw(*target, debug, textureAtlas->_state->table.images(), shadows);
+}
+
 void WebGL2Renderer::updateColliderVisualizationBatch(Id, Id material, Scene& scene) {
     _state->colliderMaterial = material;
     _state->colliders.update(scene);
@@ -274,6 +283,7 @@ void WebGL2Renderer::render(ViewManager& views, Scene&) {
         else
             state.drawView(views, view);
     }
+    if(!state.isOverdrawTracked) state.drawSheets(views);
     state.drawCalls += state.drawing.calls();
     state.triangles = state.drawing.triangles();
 }
@@ -293,6 +303,7 @@ void WebGL2Renderer::renderOverdraw(ViewManager& views) {
         _state->overdraw->show(*target);
         _state->drawColliders(_state->viewUniforms(views, view));
     }
+    _state->drawSheets(views);
 }
 
 void WebGL2Renderer::drawObjectIds(const ViewManager& views, Id view, const Scene&) {

@@ -10,6 +10,7 @@
 
 #include "Renderer/Debug/ColliderShapes.h"
 #include "Renderer/Debug/LineProgram.h"
+#include "Renderer/Debug/TextureSheets.h"
 #include "Renderer/Environment/EnvironmentLight.h"
 #include "Renderer/Environment/Sky.h"
 #include "Renderer/Lights/LightBuffer.h"
@@ -70,6 +71,8 @@ struct WebGL2Renderer::State {
     void drawPicture(const ViewUniforms& view);
     void drawCounts(const ViewUniforms& view);
     void drawColliders(const ViewUniforms& view);
+    // Over the pictures of all views.
+    void drawSheets(ViewManager& views);
     // With programs that do not depend on the material, of the pipeline of each run; double-sided ones without culling.
     // Returns how many calls that took.
     std::size_t drawPlainly(const ViewUniforms& view, const DrawList& list,
@@ -88,6 +91,8 @@ struct WebGL2Renderer::State {
     bool isDepthPassEnabled = false;
     bool isCullingEnabled = true;
     RendererDebug debug;
+    // Only while textures are shown.
+    std::unique_ptr<TextureSheets> sheets;
     Shaders::BloomPass bloom;
     // Whether it is asked for: after it failed, too.
     bool isBloomEnabled = false, isBloomFailureSaid = false;

@@ -100,6 +100,7 @@ bool FilePictures::State::take() {
             .setStorage(1, GL::TextureFormat::RGBA8, Vector2i{edge * rowLength});
     }
     const Int slot = takeSlot();
+    if(slot < 0) return false;
     slots[std::size_t(slot)] = path;
     found->second.slot = slot;
     texture.setSubImage(
@@ -107,10 +108,11 @@ bool FilePictures::State::take() {
     return true;
 }
 
-// A free one, or that of the picture that was asked for longest ago.
+// A free one, or that of the picture that was asked for longest ago; -1 where all of them are seen just now.
 Int FilePictures::State::takeSlot() {
     const auto oldest = std::min_element(
         slots.begin(), slots.end(), [this](const std::string& a, const std::string& b) { return ageOf(a) < ageOf(b); });
+    if(ageOf(*oldest) + 1 >= frame) return -1;
     if(!oldest->empty()) entries.erase(*oldest);
     return Int(oldest - slots.begin());
 }

@@ -17,11 +17,11 @@ std::string clickOnRow(int row) {
 
 class HistoryJourneyTest: public JourneyTest {
 protected:
-    void playHistory(const std::string& script) { playWith("--module " + Recorder, script); }
-    // With the view itself.
-    void playView(const std::string& script) { playWith("", script); }
-    void playWith(const std::string& module, const std::string& script) {
-        const JourneyResult result = play(script, module + " --size 1440x900 --frames 1 " + Courtyard);
+    void playHistory(const std::string& script) { playWith("--module " + Recorder + " --size 1440x900", script); }
+    // With the view itself, the middle of whose picture is (410, 180).
+    void playView(const std::string& script) { playWith("--size 860x520", script); }
+    void playWith(const std::string& arguments, const std::string& script) {
+        const JourneyResult result = play(script, arguments + " --frames 1 " + Courtyard);
         EXPECT_EQ(result.status, 0) << result.output;
     }
     // As JSON values: what was removed comes back behind the others.
@@ -120,7 +120,7 @@ TEST_F(HistoryJourneyTest, ImportsAreCalledAfterTheirFiles) {
     setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
     const JourneyResult result = play("import {}/lamp.glb\nimport {}/bad.glb\nimport {}/crate.glb\nwait import\n"
                                       "wait 2\ndump history {}/history\n",
-        "--module " + Recorder + " --converter " FAKE_CONVERTER " --size 1000x700 --frames 1");
+        "--module " + Recorder + " --converter " FAKE_CONVERTER " --size 860x520 --frames 1");
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_EQ(namesIn(read("history")), "Import lamp.glb\nImport crate.glb\n") << result.output;
 }
@@ -143,11 +143,12 @@ const std::string Redo = "key LeftCtrl\nkey Y\nkeyup Y\nkeyup LeftCtrl\n";
 
 // The ball in the middle of the picture, with something to be undone and something to be redone.
 const std::string BallInMiddle = "record /objects/ball/name \"A\"\nrecord /objects/ball/name \"B\"\nselect ball\n"
-                                 "mouse 700 370\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
+                                 "mouse 410 180\nkey F\nkeyup F\nwait 3\nundo\nselect ball\nwait 2\n";
 
 TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
-    playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\n" + Undo + "dump history {}/held\n" +
-        "move 30 0\nmove 10 0\n" + Undo + Redo + "undo\ndump history {}/dragged\ndump document {}/dragged.json\n" +
+    playView(BallInMiddle + "dump document {}/start.json\npress left\nwait 2\nundo\n" + Undo +
+        "dump history {}/held\n" + "move 30 0\nmove 10 0\n" + Undo + Redo +
+        "undo\ndump history {}/dragged\ndump document {}/dragged.json\n" +
         "release left\nwait 2\ndump history {}/over\ndump document {}/over.json\n" + Undo +
         "dump history {}/undone\ndump document {}/undone.json\n");
     EXPECT_EQ(read("held"), ">  1 Rename Ball to A\n   1 Rename A to B\n") << "held, not moved yet";
@@ -170,9 +171,9 @@ TEST_F(HistoryJourneyTest, ACancelledDragLeavesWhatCanBeRedone) {
 
 TEST_F(HistoryJourneyTest, UndoEndsAPreviewAndNothingMore) {
     playView(BallInMiddle +
-        "dump document {}/start.json\ndrag material glow\nmouse 690 360\nwait 2\n"
+        "dump document {}/start.json\nmouse 700 12\ndrag materials glow\nmouse 404 172\nwait 2\n"
         "dump document {}/preview.json\n" +
-        Undo + "mouse 100 500\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
+        Undo + "mouse 700 12\nwait 2\nrelease left\ndump document {}/over.json\ndump history {}/over\n" + Redo +
         "dump history {}/redone\n");
     EXPECT_FALSE(isSame("preview.json", "start.json"));
     EXPECT_TRUE(isSame("over.json", "start.json"));

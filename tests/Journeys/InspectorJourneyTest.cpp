@@ -32,6 +32,16 @@ constexpr const char* Hostile = R"({"objects": {"bad": {"name": "Bad", "translat
     "settings": {"rendering": {"clearColor": 5, "bloom": [], "hdr": {"exposure": "x"}}, "own": {"key": 1}},
     "materials": {"m": 5, "n": {"pipeline": []}}})";
 
+constexpr const char* Resources = R"({"objects": {"o": {"name": "O", "translation": [0, 0, 0], "rotation": [0, 0, 0, 1],
+    "scaling": [1, 1, 1], "components": [{"type": "mesh", "mesh": {"mesh": "", "material": ""}}]}},
+    "shaders": {"lit": {"name": "Lit", "stage": "mesh", "vertex": "Dynamic.vert", "fragment": "Lit.frag", "parameters": [
+        {"name": "baseColor", "type": "color", "default": [1, 1, 1, 1]}, {"name": "baseColorTexture", "type": "texture"},
+        {"name": "roughness", "type": "float", "default": 0.8}]}},
+    "pipelines": {"lit": {"name": "Lit", "shader": "lit"}},
+    "materials": {"red": {"name": "Red", "pipeline": "lit", "Lit": {"baseColor": [1, 0, 0, 1]}},
+        "b": {"name": "Blue", "pipeline": "lit"}},
+    "textures": {"t": {"name": "Tiles", "image": ""}}})";
+
 class InspectorJourneyTest: public JourneyTest {
 protected:
     // Plays a script in the project of the test's folder; the document in the end is read from its dump.
@@ -220,6 +230,29 @@ TEST_F(InspectorJourneyTest, HostileSettingsAreShownAndRepaired) {
         enter("rendering/bloom/passes", "6") + enter("rendering/hdr/exposure", "2") + enter("own", "7"));
     EXPECT_EQ(at("../settings"),
         R"({"rendering":{"clearColor":[0,0,0,1],"bloom":{"passes":6},"hdr":{"exposure":2}},"own":7})");
+}
+
+TEST_F(InspectorJourneyTest, ReferencesAreChosenFromAListAndDropped) {
+    setProject(Resources);
+    play("select o\nwait 2\n" + click("mesh/material") +
+        "wait 2\ntype blu\nwait 2\nkey Enter\nkeyup Enter\nwait 2\n"
+        "dump document {}/chosen.json\ndrag materials red\nfield mesh/material\nwait 2\nrelease left\nwait 2\n"
+        "dump document {}/dropped.json\ndrag textures t\nfield mesh/material\nwait 2\nrelease left\nwait 2");
+    EXPECT_EQ(at("o/components/0/mesh/material", "chosen.json"), "\"b\"") << "by its name";
+    EXPECT_EQ(at("o/components/0/mesh/material", "dropped.json"), "\"red\"");
+    EXPECT_EQ(at("o/components/0/mesh/material"), "\"red\"") << "a texture is no material";
+}
+
+TEST_F(InspectorJourneyTest, AMaterialIsShownAndEdited) {
+    setProject(Resources);
+    // The tab of the resources, and the first of them, a material.
+    play("mouse 420 696\npress left\nrelease left\nwait 3\nmouse 420 776\npress left\nrelease left\nwait 3\n" +
+        enter("Lit/baseColor 1", "0.5") + enter("Lit/roughness", "0.25") +
+        "drag textures t\nfield Lit/baseColorTexture\nwait 2\nrelease left\nwait 2\ndump document {}/edited.json\n"
+        "undo\nundo\nundo");
+    EXPECT_EQ(at("../materials/red/Lit", "edited.json"),
+        R"({"baseColor":[1,0.5,0,1],"roughness":0.25,"baseColorTexture":"t"})");
+    expectAsItWas();
 }
 
 } // namespace

@@ -9,6 +9,7 @@ namespace VantrelTest {
 
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -109,6 +110,16 @@ TEST_F(ObjectJourneyTest, DeletedAndBroughtBack) {
     EXPECT_NE(picture("deleted.png").pixels, picture("before.png").pixels);
 }
 
+TEST_F(ObjectJourneyTest, TheSelectionOfAStepComesBackWithIt) {
+    playView(View + std::string{"select ball ground\nwait 1\n"} + held("C", "D") + held("C", "Z") +
+        "dump selection {}/undone\n" + held("C", "Y") + "dump selection {}/redone\nkey Delete\nkeyup Delete\n" +
+        "dump selection {}/deleted\n" + held("C", "Z") + "dump selection {}/back\n");
+    EXPECT_EQ(read("undone"), "ground\nball\n");
+    EXPECT_EQ(read("redone"), "ground-2\nball-2\n");
+    EXPECT_EQ(read("deleted"), "");
+    EXPECT_THAT(read("back"), AnyOf("ground-2\nball-2\n", "ball-2\nground-2\n"));
+}
+
 TEST_F(ObjectJourneyTest, EverythingAtOnce) {
     playView(View + dump("before") + held("C", "A") + "dump selection {}/all\n" + held("C", "D") + dump("doubled") +
         held("C", "A") + "key Delete\nkeyup Delete\n" + dump("empty") + held("CS", "A") + "undo\nundo\n" +
@@ -147,6 +158,14 @@ TEST_F(ObjectJourneyTest, NoKeyActsWhileSomebodyTypes) {
     EXPECT_EQ(read("after"), read("before"));
     EXPECT_EQ(read("selection"), "ball\n");
     EXPECT_EQ(objectCount("later"), objectCount("before") + 1) << "the keys came back";
+}
+
+TEST_F(ObjectJourneyTest, NoKeyActsInTheFieldAboveTheList) {
+    playView(dump("before") + "select ball\nmouse 100 70\npress left\nrelease left\ntype b\n" + held("C", "D") +
+        held("C", "A") + "key Delete\nkeyup Delete\nkey F\nkeyup F\nwait 2\n" + dump("after") +
+        "dump selection {}/selection\n");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_EQ(read("selection"), "ball\n");
 }
 
 TEST_F(ObjectJourneyTest, TheListHasTheKeysToo) {

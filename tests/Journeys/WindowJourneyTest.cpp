@@ -20,12 +20,14 @@ namespace VantrelTest {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr unsigned long View = 0x3c5a82;
 // Where a view is before it has drawn.
 constexpr unsigned long Empty = 0x222224;
 // As an X server numbers them.
-constexpr unsigned LeftButton = 1, RightButton = 3, KeyEscape = 9, KeyW = 25, KeyP = 33;
+constexpr unsigned LeftButton = 1, RightButton = 3, KeyEscape = 9, KeyW = 25, KeyP = 33, KeyA = 38, KeyS = 39,
+                   KeyC = 54, KeyV = 55;
 
 // The editor with a window, on a server of the test's own.
 class WindowJourneyTest: public JourneyTest {
@@ -46,9 +48,11 @@ protected:
         if(display) XCloseDisplay(display);
     }
 
-    // Starts the editor with the courtyard and waits until it is opened, and shown by the recorder if that is the view.
-    void start(const std::string& arguments, bool isRecorder = true) {
-        startWith(arguments + ' ' + folder.path("Courtyard/project.json"), "project.json - Vantrel Editor");
+    // Starts the editor with a copy of the courtyard, or another project, and waits until it is opened, and shown by the
+    // recorder if that is the view.
+    void start(const std::string& arguments, bool isRecorder = true, const std::string& project = {}) {
+        startWith(arguments + ' ' + (project.empty() ? folder.path("Courtyard/project.json") : project),
+            "project.json - Vantrel Editor");
         ASSERT_TRUE(waitFor([&] { return isRecorder ? middle() == View : middle() && middle() != Empty; }));
         // There is no window manager that would.
         XSetInputFocus(display, window, RevertToNone, CurrentTime);
@@ -235,6 +239,22 @@ TEST_F(WindowJourneyTest, ModifiersOfKeysThatTheWindowDidNotSee) {
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_THAT(heard(result.output),
         HasSubstr("press 1 500 300 1\nrelease 1 500 300 1\nkey 87 2 false\nkeyup 87 0 false\ndeleted\n"));
+}
+
+// Through the clipboard of the server.
+TEST_F(WindowJourneyTest, ObjectsAreCopiedAndPasted) {
+    const std::string project = folder.path("project.json");
+    std::filesystem::copy_file(Courtyard, project);
+    start("", false, project);
+    move(450, 200);
+    for(const unsigned code: {KeyA, KeyC, KeyV, KeyS}) {
+        key(code, true, ControlMask);
+        key(code, false, ControlMask);
+    }
+    const JourneyResult result = close();
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_THAT(read("project.json"), HasSubstr("\"ball-2\": {"));
+    EXPECT_THAT(read("project.json"), Not(HasSubstr("\"ball-3\": {")));
 }
 
 TEST_F(WindowJourneyTest, ClosingReleasesWhatIsHeld) {

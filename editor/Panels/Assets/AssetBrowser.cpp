@@ -53,6 +53,33 @@ void drawPicture(const std::optional<Thumbnail>& thumbnail, AssetKind kind, cons
         drawIcon(iconOf(kind), min, max);
 }
 
+// In heights of the text.
+constexpr float FilterWidth = 11.0f;
+
+float checkboxWidth(const char* label) {
+    return ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x + ImGui::CalcTextSize(label).x;
+}
+
+// The next item, of this width, stands beside the last one where there is room for it.
+void stayOnLine(float width) {
+    const float right = ImGui::GetWindowPos().x + ImGui::GetWindowContentRegionMax().x;
+    if(ImGui::GetItemRectMax().x + ImGui::GetStyle().ItemSpacing.x + width <= right) ImGui::SameLine();
+}
+
+float partSpacing() { return ImGui::GetStyle().ItemSpacing.x * 0.5f; }
+
+float partWidth(const char* name) {
+    return ImGui::CalcTextSize(name).x + ImGui::GetStyle().FramePadding.x * 2.0f + partSpacing();
+}
+
+// As many of them, from the end, as there is room for beside "Project" and "...".
+std::vector<PathPart> lastParts(std::vector<PathPart> parts, float width) {
+    float used = partWidth("Project") + partWidth("...") + partSpacing();
+    std::size_t first = parts.size();
+    while(first && (used += partWidth(parts[first - 1].name.data())) <= width) --first;
+    return {parts.begin() + std::ptrdiff_t(std::min(first, parts.size())), parts.end()};
+}
+
 void import(const std::string& path, ProjectSession& session) {
     loadFile({path.data(), path.size()}, session.editor(), LoadMode::Import, false);
 }
@@ -101,26 +128,26 @@ void AssetBrowser::drawBar(const Frame& frame) {
     ImGui::EndDisabled();
     ImGui::SameLine();
     if(ImGui::Button(_isGrid ? "List" : "Grid")) _isGrid = !_isGrid;
-    ImGui::SameLine();
+    stayOnLine(ImGui::GetFontSize() * FilterWidth);
     drawFilter();
     drawPath();
 }
 
 void AssetBrowser::drawFilter() {
-    ImGui::SetNextItemWidth(ImGui::GetFontSize() * 11.0f);
+    ImGui::SetNextItemWidth(ImGui::GetFontSize() * FilterWidth);
     if(ImGui::InputTextWithHint("##filter", "Filter by name", _filterField, sizeof _filterField))
         _filter.text = _filterField;
-    ImGui::SameLine();
+    stayOnLine(checkboxWidth("Models"));
     ImGui::Checkbox("Models", &_filter.showsModels);
-    ImGui::SameLine();
+    stayOnLine(checkboxWidth("Images"));
     ImGui::Checkbox("Images", &_filter.showsImages);
 }
 
 void AssetBrowser::drawPath() {
     if(ImGui::SmallButton("Project")) _wish = _project;
     if(ImGui::IsItemHovered()) ImGui::SetTooltip("%s", _project.data());
-    for(const PathPart& part: partsOf(_folder.path())) {
-        ImGui::SameLine(0.0f, ImGui::GetStyle().ItemSpacing.x * 0.5f);
+    for(const PathPart& part: lastParts(partsOf(_folder.path()), ImGui::GetContentRegionAvail().x)) {
+        ImGui::SameLine(0.0f, partSpacing());
         ImGui::PushID(part.path.data());
         if(ImGui::SmallButton(part.name.data())) _wish = part.path;
         ImGui::PopID();

@@ -5,6 +5,8 @@
 
 #include <imgui.h>
 
+#include "Panels/Keys.h"
+
 namespace VantrelEngine {
 
 namespace {
@@ -41,6 +43,8 @@ JsonValue documentColor(const SchemaKey& key, const ShownColor& color, bool hasA
 
 std::optional<FieldInput> drawWheel(const SchemaKey& key, const CommonValue& common) {
     if(!ImGui::BeginPopup("##wheel")) return {};
+    // While a colour is dragged, the key takes that back.
+    if(isEscapePressed() && !ImGui::IsMouseDown(ImGuiMouseButton_Left)) ImGui::CloseCurrentPopup();
     ShownColor color = shownColor(key, common);
     const bool hasAlpha = common.value.IsArray() && common.value.Size() == 4;
     ImGuiColorEditFlags flags = ImGuiColorEditFlags_NoInputs | ImGuiColorEditFlags_NoSidePreview |

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Data/Inspected.h"
 #include "Panels/Inspector/EulerAngles.h"
 
 namespace VantrelEngine {
@@ -36,6 +37,9 @@ struct FieldMemory {
     };
     std::vector<Found> found;
     bool isSearched = false;
+
+    // A resource that the user wants to be shown.
+    InspectedResource asked;
 
     // Where fields were drawn in the last frame, window points; for whoever looks for one.
     struct Place {

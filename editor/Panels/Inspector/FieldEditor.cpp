@@ -1,5 +1,7 @@
 #include "Panels/Inspector/FieldEditor.h"
 
+#include <utility>
+
 #include <imgui.h>
 #include <imgui_internal.h>
 
@@ -17,6 +19,10 @@ void FieldEditor::apply(ChangeManager& changes, const ProjectFile& file, const E
     _gesture.apply(changes, file, edit, ImGui::GetActiveID());
     for(const Edit::Angles& angles: edit.angles)
         _memory.angles.remember(angles.place, angles.degrees, angles.quaternion);
+}
+
+void FieldEditor::takeAsked(InspectedResource& resource) {
+    if(!_memory.asked.kind.empty()) resource = std::exchange(_memory.asked, {});
 }
 
 void FieldEditor::endFrame(ChangeManager& changes) {

@@ -18,6 +18,8 @@ public:
     void beginFrame();
     // After they were: nothing of the document that they were drawn of is used any more.
     void apply(ChangeManager& changes, const ProjectFile& file, const Edit& edit);
+    // The resource that the user wants to see, where that is another one now.
+    void takeAsked(InspectedResource& resource);
     // At the end of each frame, whether the panel was drawn or not.
     void endFrame(ChangeManager& changes);
 

@@ -12,7 +12,8 @@
 #include "Panels/Inspector/NumberField.h"
 #include "Panels/Inspector/ReferenceField.h"
 #include "Panels/Inspector/Refusal.h"
-#include "Panels/Inspector/TextField.h"
+#include "Panels/Inspector/TypedText.h"
+#include "Panels/Keys.h"
 
 namespace VantrelEngine {
 
@@ -112,10 +113,22 @@ std::optional<FieldInput> resetInput() {
     return input;
 }
 
+bool isResource(const SchemaKey& key) {
+    return key.kind == KeyKind::Reference && std::string_view{key.section} != "objects";
+}
+
+bool isNamed(const CommonValue& common) {
+    return !common.isMixed && common.value.IsString() && common.value.GetStringLength();
+}
+
 // What the right button on the label offers.
-std::optional<FieldInput> drawMenu(const SchemaKey& key, const CommonValue& common, std::string& refusal) {
+std::optional<FieldInput> drawMenu(
+    FieldMemory& memory, const SchemaKey& key, const CommonValue& common, std::string& refusal) {
     if(!ImGui::BeginPopupContextItem("##key menu")) return {};
+    if(isEscapePressed()) ImGui::CloseCurrentPopup();
     std::optional<FieldInput> input;
+    if(isResource(key) && ImGui::MenuItem("Show", nullptr, false, isNamed(common)))
+        memory.asked = {key.section, common.value.GetString()};
     if(ImGui::MenuItem("Copy value", nullptr, false, !common.value.IsNull()))
         ImGui::SetClipboardText(jsonText(common.value).data());
     if(ImGui::MenuItem("Paste value", nullptr, false, key.kind != KeyKind::Rotation)) {
@@ -198,9 +211,10 @@ bool drawResetButton(bool isThere) {
 
 RowLayout::RowLayout(float width, bool hasReset): hasReset{hasReset} {
     const float em = ImGui::GetFontSize();
-    label = std::floor(std::min(std::max(width * 0.4f, em * 5.0f), em * 11.0f));
+    label = std::floor(std::min({std::max(width * 0.4f, em * 5.0f), em * 11.0f, width * 0.5f}));
     const float button = hasReset ? ImGui::GetFrameHeight() + ImGui::GetStyle().ItemInnerSpacing.x * 0.5f : 0.0f;
-    field = std::max(width - label - button, em * 2.0f);
+    field = std::max(width - label - button, 1.0f);
+    whole = std::max(width - button, 1.0f);
 }
 
 std::optional<FieldInput> drawRow(
@@ -218,13 +232,13 @@ std::optional<FieldInput> drawRow(
     const bool stacked = isStacked(key, layout);
     const float start = ImGui::GetCursorPosX();
     std::string refusal;
-    drawLabel(key, common, stacked ? layout.label + layout.field : layout.label);
-    std::optional<FieldInput> input = drawMenu(key, common, refusal);
+    drawLabel(key, common, stacked ? layout.whole : layout.label);
+    std::optional<FieldInput> input = drawMenu(memory, key, common, refusal);
     if(!stacked) ImGui::SameLine(start + layout.label, 0.0f);
     const bool isDim = common.isMissing && !common.whyNotShown;
     if(isDim) ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyleColorVec4(ImGuiCol_TextDisabled));
     const ImVec2 place = ImGui::GetCursorScreenPos();
-    const float width = stacked ? layout.label + layout.field : layout.field;
+    const float width = stacked ? layout.whole : layout.field;
     if(std::optional<FieldInput> changed = drawWidget(context, key, common, field, width, refusal))
         input = std::move(changed);
     if(isDim) ImGui::PopStyleColor();

@@ -13,6 +13,8 @@ namespace VantrelEngine {
 struct RowLayout {
     float label = 0.0f;
     float field = 0.0f;
+    // Of a field below its label.
+    float whole = 0.0f;
     // Whether a key that stands there gets a button that takes it away.
     bool hasReset = false;
 

@@ -5,7 +5,7 @@
 #include <imgui.h>
 
 #include "Panels/Inspector/ReferenceField.h"
-#include "Panels/Inspector/TextField.h"
+#include "Panels/Inspector/TypedText.h"
 
 namespace VantrelEngine {
 

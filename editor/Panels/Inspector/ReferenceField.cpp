@@ -4,12 +4,15 @@
 #include <cctype>
 #include <cstring>
 
+#include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <VantrelHost/Thumbnails.h>
 #include <imgui.h>
 
+#include "Panels/CellPictures.h"
 #include "Panels/Inspector/JsonPlace.h"
 #include "Panels/Keys.h"
+#include "Panels/TextField.h"
 
 namespace VantrelEngine {
 
@@ -18,16 +21,6 @@ namespace {
 const ImVec4 MissingColor{1.0f, 0.48f, 0.42f, 1.0f};
 // Rows of the list.
 constexpr float ListRows = 10.0f;
-
-struct PayloadType {
-    const char* section;
-    const char* type;
-};
-
-// What other panels drag.
-constexpr PayloadType PayloadTypes[]{{"meshes", "DND_MESH"}, {"textures", "DND_TEXTURE"}, {"shaders", "DND_SHADER"},
-    {"materials", "DND_MATERIAL"}, {"images", "DND_IMAGE"}, {"animations", "DND_ANIMATION"}, {"skins", "DND_SKIN"},
-    {"pipelines", "DND_PIPELINE"}, {"objects", "DND_OBJECT"}, {"fonts", "DND_FONT"}};
 
 std::string textOf(const JsonValue* value) {
     return value && value->IsString() ? std::string{value->GetString(), value->GetStringLength()} : std::string{};
@@ -59,8 +52,9 @@ std::optional<Thumbnail> pictureOf(const FieldContext& context, const char* sect
 }
 
 void drawPicture(const Thumbnail& picture, float edge) {
-    ImGui::Image(ImTextureID(std::intptr_t(picture.texture)), {edge, edge},
-        {picture.part.min().x(), picture.part.max().y()}, {picture.part.max().x(), picture.part.min().y()});
+    const ImVec2 min = ImGui::GetCursorScreenPos();
+    ImGui::Dummy({edge, edge});
+    drawThumbnail(picture, min, {min.x + edge, min.y + edge});
 }
 
 bool hasPictures(const char* section) {
@@ -112,15 +106,10 @@ std::optional<std::string> drawList(const FieldContext& context, const char* sec
         memory.search.clear();
         ImGui::SetKeyboardFocusHere();
     }
-    char text[128];
-    std::snprintf(text, sizeof text, "%s", memory.search.data());
     ImGui::SetNextItemWidth(-1.0f);
-    const bool isEntered =
-        ImGui::InputTextWithHint("##search", "Search", text, sizeof text, ImGuiInputTextFlags_EnterReturnsTrue);
-    if(isNew || memory.search != text) {
-        memory.search = text;
-        search(context, section);
-    }
+    const std::string before = memory.search;
+    const bool isEntered = drawTextField("##search", "Search", memory.search, ImGuiInputTextFlags_EnterReturnsTrue);
+    if(isNew || memory.search != before) search(context, section);
     std::optional<std::string> chosen;
     if(isEntered && !memory.found.empty()) chosen = memory.found.front().id;
     const float height = ImGui::GetTextLineHeightWithSpacing() * ListRows;
@@ -144,7 +133,7 @@ std::optional<std::string> dropped(const ProjectFile& file, const char* section)
     std::optional<std::string> id;
     if(!ImGui::BeginDragDropTarget()) return id;
     for(const PayloadType& known: PayloadTypes) {
-        if(std::strcmp(known.section, section)) continue;
+        if(std::strcmp(known.kind, section)) continue;
         const ImGuiPayload* const payload = ImGui::AcceptDragDropPayload(known.type);
         if(!payload || payload->DataSize <= 0) continue;
         const auto* const data = static_cast<const char*>(payload->Data);
@@ -159,6 +148,38 @@ std::optional<std::string> dropped(const ProjectFile& file, const char* section)
     return id;
 }
 
+// Whether there is one.
+bool drawOwnPicture(const FieldContext& context, const char* section, const std::string& id) {
+    const std::optional<Thumbnail> picture = pictureOf(context, section, id);
+    if(!picture) return false;
+    drawPicture(*picture, ImGui::GetFrameHeight());
+    if(ImGui::IsItemHovered()) {
+        ImGui::BeginTooltip();
+        drawPicture(*picture, ImGui::GetFontSize() * 8.0f);
+        ImGui::EndTooltip();
+    }
+    return true;
+}
+
+std::optional<std::string> drawCombo(
+    const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
+    const bool isThere = id.empty() || entry(context.file, section, id);
+    const std::string shown = mixed ? mixed : id.empty() ? "None" : displayName(context.file, section, id);
+    ImGui::SetNextItemWidth(width);
+    if(!isThere) ImGui::PushStyleColor(ImGuiCol_Text, MissingColor);
+    const bool isOpen = ImGui::BeginCombo("##reference", shown.data(), ImGuiComboFlags_HeightLargest);
+    if(!isThere) ImGui::PopStyleColor();
+    if(!isOpen) {
+        if(ImGui::IsItemHovered() && !id.empty()) ImGui::SetTooltip(isThere ? "%s" : "There is no %s", id.data());
+        return {};
+    }
+    ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyle().Colors[ImGuiCol_Text]);
+    std::optional<std::string> chosen = drawList(context, section, id);
+    ImGui::PopStyleColor();
+    ImGui::EndCombo();
+    return chosen;
+}
+
 } // namespace
 
 std::string displayName(const ProjectFile& file, const char* section, const std::string& id) {
@@ -169,39 +190,21 @@ std::string displayName(const ProjectFile& file, const char* section, const std:
 std::optional<std::string> drawReferenceInput(
     const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
     const float edge = ImGui::GetFrameHeight(), gap = ImGui::GetStyle().ItemInnerSpacing.x * 0.5f;
-    const bool isThere = id.empty() || entry(context.file, section, id);
-    const std::optional<Thumbnail> picture = mixed ? std::nullopt : pictureOf(context, section, id);
-    if(picture) {
-        drawPicture(*picture, edge);
-        if(ImGui::IsItemHovered()) {
-            ImGui::BeginTooltip();
-            drawPicture(*picture, ImGui::GetFontSize() * 8.0f);
-            ImGui::EndTooltip();
-        }
+    const bool isClearable = !mixed && !id.empty();
+    ImGui::BeginGroup();
+    if(!mixed && drawOwnPicture(context, section, id)) {
         ImGui::SameLine(0.0f, gap);
         width -= edge + gap;
     }
-    const bool isClearable = !mixed && !id.empty();
-    ImGui::SetNextItemWidth(isClearable ? width - edge - gap : width);
-    if(!isThere) ImGui::PushStyleColor(ImGuiCol_Text, MissingColor);
-    const std::string shown = mixed ? mixed : id.empty() ? "None" : displayName(context.file, section, id);
-    const bool isOpen = ImGui::BeginCombo("##reference", shown.data(), ImGuiComboFlags_HeightLargest);
-    if(!isThere) ImGui::PopStyleColor();
-    std::optional<std::string> chosen;
-    if(isOpen) {
-        ImGui::PushStyleColor(ImGuiCol_Text, ImGui::GetStyle().Colors[ImGuiCol_Text]);
-        chosen = drawList(context, section, id);
-        ImGui::PopStyleColor();
-        ImGui::EndCombo();
-    } else if(ImGui::IsItemHovered() && !id.empty()) {
-        ImGui::SetTooltip(isThere ? "%s" : "There is no %s", id.data());
-    }
-    if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
+    std::optional<std::string> chosen =
+        drawCombo(context, section, id, mixed, isClearable ? width - edge - gap : width);
     if(isClearable) {
         ImGui::SameLine(0.0f, gap);
         if(ImGui::Button("×", {edge, 0.0f})) chosen = "";
         if(ImGui::IsItemHovered()) ImGui::SetTooltip("None");
     }
+    ImGui::EndGroup();
+    if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
     return chosen;
 }
 

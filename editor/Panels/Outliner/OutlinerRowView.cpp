@@ -81,8 +81,10 @@ const char* tooltipOf(const ObjectMarks& marks, RowPart part, Id object) {
                                                       : "Lock: it cannot be selected then";
 }
 
-void drawName(const RowPlaces& places, float y, Containers::StringView name, unsigned color, bool isHovered) {
-    const float end = places.eye - ImGui::GetStyle().ItemInnerSpacing.x;
+// As far as the marks that are seen.
+void drawName(
+    const RowPlaces& places, float y, Containers::StringView name, unsigned color, bool hasMarks, bool isHovered) {
+    const float end = (hasMarks ? places.eye : places.right) - ImGui::GetStyle().ItemInnerSpacing.x;
     const ImVec2 place{places.name, y + (rowHeight() - ImGui::GetFontSize()) * 0.5f};
     const ImVec4 clip{places.name, y, end, y + rowHeight()};
     ImGui::GetWindowDrawList()->AddText(
@@ -140,7 +142,9 @@ RowResponse drawRow(const EditorData& data, const OutlinerRows& rows, const Outl
         {places.icon + rowHeight() * 0.4f, start.y + rowHeight() * 0.5f}, ImGui::GetFontSize() * 0.8f,
         ImGui::GetColorU32(ImGuiCol_Text, marks.isHidden(row.object) ? 0.35f : 0.65f));
     const RowPart under = partAt(places, ImGui::GetIO().MousePos.x, hasChildren);
-    if(!isNamed) drawName(places, start.y, shownName(scene, row.object), color, isHovered && under == RowPart::Body);
+    const bool hasMarks = isHovered || marks.isHidden(row.object) || marks.isLocked(row.object);
+    if(!isNamed)
+        drawName(places, start.y, shownName(scene, row.object), color, hasMarks, isHovered && under == RowPart::Body);
     drawMark(marks, ObjectMark::Hidden, row.object, places.eye, start.y, isHovered);
     drawMark(marks, ObjectMark::Locked, row.object, places.lock, start.y, isHovered);
     return response;

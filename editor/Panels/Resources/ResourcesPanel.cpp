@@ -1,5 +1,6 @@
 #include "Panels/Resources/ResourcesPanel.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <utility>
@@ -49,7 +50,7 @@ CellIcon iconOf(const std::string& section) {
     return section == "images" || section == "textures" ? CellIcon::Image : CellIcon::Document;
 }
 
-// There is no room for everything side by side.
+// There is no room for all columns.
 bool isNarrow() { return ImGui::GetWindowWidth() < ImGui::GetFontSize() * 24.0f; }
 
 // What is drawn over an item may be used.
@@ -76,10 +77,12 @@ void ResourcesPanel::draw(ProjectSession& session, Thumbnails& thumbnails, Inspe
 }
 
 void ResourcesPanel::drawKinds(const Frame& frame) {
-    ImGui::SetNextItemWidth(ImGui::GetFontSize() * 11.0f);
+    const float half = (ImGui::GetContentRegionAvail().x - ImGui::GetStyle().ItemSpacing.x) * 0.5f;
+    const float width = std::min(ImGui::GetFontSize() * 11.0f, half);
+    ImGui::SetNextItemWidth(width);
     ImGui::InputTextWithHint("##search", "Search", _searchField, sizeof _searchField);
-    if(!isNarrow()) ImGui::SameLine();
-    ImGui::SetNextItemWidth(ImGui::GetFontSize() * 11.0f);
+    ImGui::SameLine();
+    ImGui::SetNextItemWidth(width);
     const auto titleOf = [&frame](const ResourceTab& tab) {
         return std::string{tab.title} + " (" + std::to_string(resourceCount(frame.project(), tab.section)) + ")";
     };

@@ -25,6 +25,18 @@ TEST(LogTest, KeepsTheLastLines) {
     EXPECT_EQ(log.line(Log::MaxLogLines + 5).text, "next");
 }
 
+TEST(LogTest, OfDebugLinesTheUserIsNotTold) {
+    Log log;
+    EXPECT_EQ(log.message().text, "");
+    log.add(Severity::Warning, "a");
+    log.add(Severity::Debug, "b");
+    EXPECT_EQ(log.message().text, "a");
+    EXPECT_EQ(log.message().severity, Severity::Warning);
+    EXPECT_EQ(log.lines().back().text, "b");
+    log.clear();
+    EXPECT_EQ(log.message().text, "");
+}
+
 TEST(LogFilterTest, ShowsWhatIsChosen) {
     Log log;
     LogFilter filter;

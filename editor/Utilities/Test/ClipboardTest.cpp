@@ -241,6 +241,17 @@ TEST_F(ClipboardTest, WhatWasUndoneJustNowIsNotCopied) {
     EXPECT_THAT(duplicated(), ElementsAre("desk-2"));
 }
 
+TEST_F(ClipboardTest, WhatCameJustNowIsCopiedToo) {
+    select({"lamp"});
+    // No frame is in between: the scene does not have it yet.
+    add("new", "New", "lamp");
+    EXPECT_THAT(duplicatedTrees(), ElementsAre("lamp-2", "bulb-2", "wire-2", "shade-2", "new-2"));
+    add("other", "Lamp 3");
+    select({"lamp"});
+    add("another", "Lamp 4");
+    EXPECT_EQ(nameOf(duplicated().at(0)), "\"Lamp 5\"");
+}
+
 std::string clip(const std::string& objects) {
     std::string text = "{'type': 'vantrel-objects', 'version': 1, 'objects': " + objects + "}";
     for(char& c: text)

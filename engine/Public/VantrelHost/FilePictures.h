@@ -14,7 +14,8 @@ namespace VantrelEngine {
 // Small square pictures of image files anywhere on the disk, as a whole over a chequered ground.
 //
 // Panels ask each frame for those that they show. One file at a time is read beside the thread that calls; its picture is
-// there some frames later, and stays until as many others were asked for as there is room for.
+// there some frames later, and stays until as many others were asked for as there is room for. Of more that are seen at
+// once some have none.
 //
 // With the GL context that is current at the first update(), and destroyed with it.
 class CORRADE_VISIBILITY_EXPORT FilePictures {

@@ -164,6 +164,11 @@ void ShadowMaps::endDrawing() {
     GL::Renderer::disable(GL::Renderer::Feature::ScissorTest);
 }
 
+void ShadowMaps::setComparing(bool compares) {
+    _texture.setCompareMode(compares ? GL::SamplerCompareMode::CompareRefToTexture : GL::SamplerCompareMode::None);
+    bind();
+}
+
 void ShadowMaps::bind() {
     if(!_texels.empty()) _data.bind(TextureUnit::ShadowData);
     if(_edge) _texture.bind(TextureUnit::ShadowMaps);

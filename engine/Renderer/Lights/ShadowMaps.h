@@ -59,6 +59,8 @@ public:
 
     // To their units.
     void bind();
+    // Whether shaders get the comparison with a depth, as they do at first, or the depth itself. With maps.
+    void setComparing(bool compares);
 
     std::uint64_t uploadedBytes() const { return _data.writtenBytes(); }
 

@@ -95,6 +95,34 @@ struct ShadowsTest: RendererTest {
     Id plain, material, mesh, floor;
 };
 
+// What the lights see can be looked at, and is compared with as before afterwards.
+TEST_F(ShadowsTest, mapsAreShownWhereTheyAreAskedFor) {
+    renderer.debug().textureOverlay = renderer.debug().shadowAtlas = true;
+    const std::vector<std::uint32_t> without = [&] {
+        tell();
+        return shadowFrame();
+    }();
+    addSun(1.0f);
+    add(mesh, material, {0.0f, 0.0f, 3.0f});
+    tell();
+    const std::vector<std::uint32_t> shown = shadowFrame();
+    renderer.debug().textureOverlay = false;
+    const std::vector<std::uint32_t> after = shadowFrame();
+    renderer.debug().textureOverlay = true;
+    EXPECT_EQ(shadowFrame(), shown);
+    // Grey is nowhere else: the floor is as red as it is lit.
+    const auto greys = [](const std::vector<std::uint32_t>& picture) {
+        return std::count_if(picture.begin(), picture.end(),
+            [](std::uint32_t pixel) { return (pixel >> 24) == (pixel >> 16 & 0xff) && (pixel >> 24) > 0x10; });
+    };
+    EXPECT_EQ(greys(without), 0);
+    EXPECT_EQ(greys(after), 0);
+    EXPECT_EQ(greys(shown), 14 * 14);
+    // Behind the sheet the same shadow.
+    EXPECT_GT(dark(after), 20u);
+    for(std::size_t i = Size * Size / 4; i != shown.size(); ++i) ASSERT_EQ(shown[i], after[i]) << i;
+}
+
 TEST_F(ShadowsTest, lightsWithoutShadowsCostNothing) {
     const Id sun = addSun();
     scene.lights.parameters(sun).z() = 0.0f;

@@ -63,6 +63,9 @@ struct TexturedTest: RendererTest {
         images.push_back(image(Bytes, green, true));
         images.push_back(image(Bytes, red, false));
         images.push_back(image(Floats, green, false));
+        uploadImages();
+    }
+    void uploadImages() {
         renderer.clearImages();
         for(std::size_t i = 0; i != images.size(); ++i) {
             ASSERT_TRUE(renderer.reserveImage(Id(i + 1), Vector2i{1}));
@@ -98,6 +101,36 @@ struct TexturedTest: RendererTest {
     std::vector<SceneImage> images;
     Id pipeline, left, right;
 };
+
+// What is laid over the picture, from its lower right corner: of colours, of values, and of floats.
+TEST_F(TexturedTest, layersAreShownWhereTheyAreAskedFor) {
+    images[2] = image(PixelFormat::RGBA8Unorm, {0.4f, 0.0f, 0.0f, 1.0f}, false);
+    images[3] = image(PixelFormat::RGBA32F, {0.0f, 0.5f, 0.0f, 1.0f}, false);
+    uploadImages();
+    const std::vector<std::uint32_t> before = frame();
+    renderer.debug().textureAtlas = true;
+    EXPECT_EQ(frame(), before);
+    renderer.debug().textureOverlay = true;
+    const std::vector<std::uint32_t> shown = frame();
+    const auto has = [&](std::size_t sheet, std::uint32_t color) {
+        constexpr std::size_t Edge = Size / 4;
+        for(std::size_t y = 0; y != Edge; ++y)
+            for(std::size_t x = 0; x != Edge; ++x)
+                if(shown[y * Size + Size - Edge * (sheet + 1) + x] == color) return true;
+        return false;
+    };
+    EXPECT_TRUE(has(0, Red) && has(0, Green));
+    // Values as they are, light in the curve of the screen.
+    EXPECT_TRUE(has(1, 0x660000ff));
+    EXPECT_TRUE(has(2, 0x00bc00ff));
+    std::size_t differences = 0;
+    for(std::size_t i = 0; i != shown.size(); ++i) differences += shown[i] != before[i];
+    EXPECT_EQ(differences, 3u * 14 * 14);
+    EXPECT_EQ(framebuffer.viewport(), (Range2Di{{}, Vector2i{Size}}));
+
+    renderer.debug().textureAtlas = false;
+    EXPECT_EQ(frame(), before);
+}
 
 TEST_F(TexturedTest, theFirstTextureOfAKindBuildsOneProgramOnce) {
     EXPECT_EQ(builtBy([&] { set(left, 1, ColorTexture); }), 1u);

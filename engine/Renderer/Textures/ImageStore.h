@@ -59,6 +59,8 @@ public:
     // Of an image by the index that it was reserved for.
     Levels levels(Id image) const;
 
+    // Of what was prepared last.
+    Magnum::Int layerCount(Kind kind) const { return _layers[kind].size().z(); }
     // To the units of the kinds.
     void bind();
 

@@ -21,6 +21,8 @@ public:
 
     // Nothing for a size of zero. Kept where the size is the same; the contents are undefined.
     void resize(const Magnum::Vector3i& size);
+    // Texels, and layers.
+    const Magnum::Vector3i& size() const { return _size; }
     // Expects that the rectangle, of the size of the texels, is in the layer.
     void write(const Magnum::Range2Di& rectangle, Magnum::Int layer,
         Corrade::Containers::ArrayView<const Magnum::Color4ub> texels);

@@ -19,6 +19,7 @@ public:
     explicit TextureTable();
 
     ImageStore& images() { return _images; }
+    const ImageStore& images() const { return _images; }
 
     // All textures and images.
     void clear();

@@ -1,4 +1,5 @@
 #include <functional>
+#include <random>
 
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/Math/Matrix4.h>
@@ -77,8 +78,9 @@ protected:
         return std::hash<std::string>{}(text);
     }
     template<class Function> std::string errors(Function&& function) {
-        Containers::String out;
+        Containers::String out, rest;
         {
+            Utility::Debug silenced{&rest};
             Utility::Error redirected{&out};
             function();
         }
@@ -258,6 +260,29 @@ TEST_F(DropViewTest, whatCannotBeUsedGivesOneLine) {
     EXPECT_EQ(drag("DND_ASSET_CELL", std::string{"a.glb\0", 6}), "a.glb: nothing can be imported here\n");
     EXPECT_EQ(drag("DND_MESH", std::string{"cube\0", 5}), "");
     EXPECT_EQ(state(), before);
+}
+
+TEST_F(DropViewTest, randomBytesChangeNothing) {
+    const std::size_t before = state();
+    std::mt19937 random{1};
+    const char* const kinds[]{"DND_MATERIAL", "DND_TEXTURE", "DND_ASSET_CELL"};
+    for(int i = 0; i != 60; ++i) {
+        SCOPED_TRACE(i);
+        std::string text(random() % 40, '\0');
+        // Near to what is there, now and then.
+        if(random() % 3 == 0) text = "blue";
+        for(char& c: text)
+            if(text != "blue" || random() % 4 == 0) c = char(random());
+        if(text == "blue") text += 'x';
+        take(kinds[random() % 3], "");
+        bytes = random() % 2 ? text + '\0' : text;
+        errors([&] {
+            ImGui::GetIO().MousePos = {Float(Middle.x()), Float(Middle.y())};
+            host.frame();
+            drop();
+        });
+        ASSERT_EQ(state(), before);
+    }
 }
 
 TEST_F(DropViewTest, tellsWhereTheMouseIsAndWhereAFileWouldStand) {

@@ -35,22 +35,29 @@ bool hasZero(const ValueAccess& scaling) {
 
 }
 
+template<class Function> void DragRecorder::forEachDragged(Objects objects, Function&& function) {
+    for(const Id object: objects) {
+        if(leftOut().isSet(object) || isSimulated(object)) continue;
+        const ValueAccess entry = entryOf(object);
+        if(entry.exists()) function(object, entry);
+    }
+}
+
 void DragRecorder::move(const Matrix4& delta, Objects objects) {
     if(!_isFlatKnown) leaveOutFlat(objects);
-    for(const Id object: objects)
-        if(isDragged(object)) moveObject(delta, object);
+    forEachDragged(objects, [&](Id object, const ValueAccess& entry) { moveObject(delta, object, entry); });
     sayLeftOut(Reason::Skewed);
 }
 
+/* Kept: each object along its own axes, and where it is: sizes are what is chosen, not distances. */
 void DragRecorder::scale(const Vector3& factors, Objects objects) {
-    Scene& scene = _data.scene().main();
-    for(const Id object: objects) {
-        if(!isDragged(object)) continue;
-        const Vector3 scaling = scene.localScaling(object) * factors;
-        if(!isFinite(scaling)) continue;
-        scene.localScaling(object) = scaling;
-        recordTransform(object, entryOf(object));
-    }
+    forEachDragged(objects, [&](Id object, const ValueAccess& entry) {
+        Vector3& scaling = _data.scene().main().localScaling(object);
+        const Vector3 scaled = scaling * factors;
+        if(!isFinite(scaled)) return;
+        scaling = scaled;
+        recordTransform(object, entry);
+    });
 }
 
 void DragRecorder::committed() {
@@ -61,10 +68,6 @@ void DragRecorder::committed() {
 
 ValueAccess DragRecorder::entryOf(Id object) const {
     return ValueAccess{_data.project()}["objects"][_data.scene().main().objectIds.nameOf(object)];
-}
-
-bool DragRecorder::isDragged(Id object) {
-    return !leftOut().isSet(object) && !isSimulated(object) && entryOf(object).exists();
 }
 
 bool DragRecorder::isSimulated(Id object) const {
@@ -87,14 +90,14 @@ bool DragRecorder::isBelowZero(Id object) const {
 // Known for the whole drag: who is dragged has no ancestor that is.
 void DragRecorder::leaveOutFlat(Objects objects) {
     _isFlatKnown = true;
-    for(const Id object: objects)
-        if(isDragged(object) && isBelowZero(object)) leaveOut(object);
+    forEachDragged(objects, [this](Id object, const ValueAccess&) {
+        if(isBelowZero(object)) leaveOut(object);
+    });
     sayLeftOut(Reason::Flat);
 }
 
-void DragRecorder::moveObject(const Matrix4& delta, Id object) {
+void DragRecorder::moveObject(const Matrix4& delta, Id object, const ValueAccess& entry) {
     Scene& scene = _data.scene().main();
-    const ValueAccess entry = entryOf(object);
     const Id parent = scene.parent(object);
     const Matrix4 local = draggedLocal(
         {scene.absoluteTransformation(parent), scene.absoluteScaling(parent)}, delta, entry.readValue().asTransform());
@@ -109,6 +112,7 @@ void DragRecorder::recordTransform(Id object, const ValueAccess& entry) {
     scene.setDirty(object);
     const std::string path = entry.path();
     const Containers::StringView pointer{path.data(), path.size()};
+    /* Kept: all three, also where one of them changed, since they are undone together. */
     // A matrix would lose the signs of the scaling, and some of its last digits in each frame.
     const DualQuaternion& local = scene.localTransformation(object);
     _state.changeManager->recordTransform(

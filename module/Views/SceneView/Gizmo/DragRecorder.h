@@ -39,12 +39,13 @@ private:
     enum class Reason { Flat, Skewed };
 
     BitSetView leftOut() { return BitSetView{{_leftOutWords.data(), _leftOutWords.size()}, MaxObjects + 1}; }
-    bool isDragged(Id object);
+    // Those that take part, with their places in the document.
+    template<class Function> void forEachDragged(Objects objects, Function&& function);
     bool isSimulated(Id object) const;
     bool isBelowZero(Id object) const;
     ValueAccess entryOf(Id object) const;
     void leaveOutFlat(Objects objects);
-    void moveObject(const Magnum::Matrix4& delta, Id object);
+    void moveObject(const Magnum::Matrix4& delta, Id object, const ValueAccess& entry);
     void recordTransform(Id object, const ValueAccess& entry);
     void leaveOut(Id object);
     void sayLeftOut(Reason reason);

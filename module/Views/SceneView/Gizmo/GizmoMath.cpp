@@ -47,7 +47,7 @@ Matrix4 draggedLocal(const ParentPlace& parent, const Matrix4& delta, const Matr
         return Matrix4{place.inverted() * Precise{delta} * place * Precise{local}};
     };
     Matrix4 out = dragged(Math::abs(parent.scaling));
-    out.translation() = dragged(parent.scaling).translation();
+    if(parent.scaling.min() < 0.0f) out.translation() = dragged(parent.scaling).translation();
     return out;
 }
 

@@ -107,7 +107,7 @@ Vector3 TransformGizmo::meanPosition(const EditorData& data) const {
     return Vector3{sum / Double(_objects.size())};
 }
 
-// Ctrl never switches steps off.
+/* Kept: Ctrl never switches steps off; a hand that holds it wants steps. */
 const Float* TransformGizmo::snapSteps() const {
     const bool isControlHeld = ImGui::GetIO().KeyCtrl;
     switch(_settings.gizmoOperation) {

@@ -25,7 +25,7 @@ void placeFirst() {
     const Vector2 view = UserInterface::vector(ImGui::GetWindowPos());
     const Float margin = ImGui::GetFrameHeight();
     ImGui::SetNextWindowPos(
-        {view.x() + ImGui::GetWindowWidth() - margin, view.y() + 3.0f * margin}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
+        {view.x() + ImGui::GetWindowWidth() - margin, view.y() + 4.0f * margin}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
 }
 
 }

@@ -1,9 +1,10 @@
-#include "Panels/Inspector/TextField.h"
+#include "Panels/Inspector/TypedText.h"
 
 #include <imgui.h>
 
 #include "Panels/Inspector/JsonPlace.h"
 #include "Panels/Keys.h"
+#include "Panels/TextField.h"
 
 namespace VantrelEngine {
 
@@ -12,23 +13,10 @@ namespace {
 // What is longer is told, and not edited in a line.
 constexpr std::size_t MaxRawLength = 20000;
 
-int resize(ImGuiInputTextCallbackData* data) {
-    if(data->EventFlag != ImGuiInputTextFlags_CallbackResize) return 0;
-    auto& text = *static_cast<std::string*>(data->UserData);
-    text.resize(std::size_t(data->BufTextLen));
-    data->Buf = text.data();
-    return 0;
-}
-
+// As with numbers, what is typed after the first click replaces all of a line.
 bool inputText(std::string& text, const char* hint, unsigned lines) {
-    constexpr ImGuiInputTextFlags flags = ImGuiInputTextFlags_CallbackResize;
-    // As with numbers, what is typed after the first click replaces all of it.
-    if(lines == 1)
-        return ImGui::InputTextWithHint(
-            "##text", hint, text.data(), text.capacity() + 1, flags | ImGuiInputTextFlags_AutoSelectAll, resize, &text);
-    const float height = ImGui::GetTextLineHeight() * float(lines) + ImGui::GetStyle().FramePadding.y * 2.0f;
-    return ImGui::InputTextMultiline(
-        "##text", text.data(), text.capacity() + 1, {ImGui::CalcItemWidth(), height}, flags, resize, &text);
+    return lines == 1 ? drawTextField("##text", hint, text, ImGuiInputTextFlags_AutoSelectAll)
+                      : drawTextLines("##text", text, lines);
 }
 
 std::string textOf(const JsonValue& value) {

@@ -16,9 +16,10 @@ FoundJournal findJournal(const std::string& project, FileCalls& calls) {
     auto file = std::make_unique<JournalFile>(calls);
     const std::string error = file->openExisting(journalPath(project));
     if(file->isInUse()) found.state = FoundJournal::State::InUse;
-    std::string text;
-    if(!error.empty() || !file->read(text).empty()) return found;
+    if(!error.empty()) return found;
     found.file = std::move(file);
+    std::string text;
+    if(!found.file->read(text).empty()) return found;
     found.recovery.emplace(text);
     // A save keeps the file before it.
     for(const std::string& candidate: {project, project + ".bak"}) {

@@ -25,6 +25,7 @@ struct FoundJournal {
     State state = State::Nothing;
     // Open and locked, if there is one and nobody else has it.
     std::unique_ptr<JournalFile> file;
+    // None where it cannot be read.
     std::optional<Recovery> recovery;
     // The file with the project that the steps belong to. Of a stale one it may be empty: nobody has it any more.
     std::string project;

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <utility>
 
 #include <Corrade/Utility/Debug.h>
@@ -11,6 +12,7 @@
 namespace VantrelEngine {
 
 using namespace Corrade;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -18,17 +20,30 @@ constexpr int MaxAside = 1000;
 
 void warn(const std::string& path, const std::string& text) { Utility::Warning{} << (path + ": " + text).data(); }
 
-// Under the first name that nothing has.
-void putAside(JournalFile& file) {
-    const std::string path = file.path();
+// The first name for it that nothing has; empty where there is none.
+std::string asideOf(const std::string& journal) {
+    std::error_code error;
     for(int i = 1; i != MaxAside; ++i) {
-        const std::string aside = path + '.' + std::to_string(i);
-        if(fingerprintOfFile(aside)) continue;
-        const std::string error = file.rename(aside);
-        if(error.empty()) warn(path, "this journal is kept as " + aside);
-        break;
+        const std::string aside = journal + '.' + std::to_string(i);
+        if(!fs::exists(fs::symlink_status(aside, error))) return aside;
     }
-    file.close();
+    return {};
+}
+
+// False where that is not possible; it is as it was then.
+bool putAside(JournalFile& file) {
+    const std::string path = file.path(), aside = asideOf(path);
+    const std::string error = aside.empty() ? std::string{"there are too many"} : file.rename(aside);
+    warn(path, error.empty() ? "this journal is kept as " + aside : "this journal cannot be kept: " + error);
+    return error.empty();
+}
+
+// What is not brought back of it is not lost.
+void warnOfRest(const std::string& path, const std::string& reason) {
+    const std::string aside = asideOf(path);
+    std::error_code error;
+    fs::copy_file(path, aside, error);
+    warn(path, reason + (error ? std::string{} : "; all of it is kept as " + aside));
 }
 
 } // namespace
@@ -41,7 +56,8 @@ std::string ProjectSession::journaledProject() const {
 }
 
 FoundJournal ProjectSession::findJournal(const std::string& project) const {
-    return VantrelEngine::findJournal(project, _calls);
+    const bool isOurs = _journal->isOn() && _journal->path() == journalPath(project);
+    return isOurs ? FoundJournal{} : VantrelEngine::findJournal(project, _calls);
 }
 
 std::string ProjectSession::untitledProject(const std::string& workingFolder) {
@@ -58,10 +74,11 @@ void ProjectSession::beginJournal(EarlierSteps steps) {
         return warn(project, "this project is open in another editor, and has no journal in this one");
     }
     if(found.state == State::Steps && steps == EarlierSteps::BringBack) return bringBack(std::move(found));
-    const bool isUnreadable = found.recovery && found.recovery->isDamaged() && found.state == State::Nothing;
+    const bool isUnreadable =
+        found.file && found.state == State::Nothing && (!found.recovery || found.recovery->isDamaged());
     const bool isMissed = found.state != State::Nothing && steps != EarlierSteps::Discard;
     if(isUnreadable || isMissed) {
-        putAside(*found.file);
+        if(!putAside(*found.file)) return;
         found.file.reset();
     }
     if(found.file)
@@ -84,14 +101,13 @@ void ProjectSession::bringBack(FoundJournal found) {
     Recovery& recovery = *found.recovery;
     const std::string path = found.file->path();
     if(!applySteps(recovery))
-        warn(path, "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
+        warnOfRest(
+            path, "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
     else if(recovery.isDamaged())
-        warn(path, "the journal is damaged; what stands before the damage was brought back");
-    const std::string error = found.file->continueAt(recovery.size(), recovery.checksum());
-    if(error.empty())
-        _journal->goOn(std::move(found.file), _store.fingerprint());
-    else
-        warn(path, "the journal cannot be continued: " + error);
+        warnOfRest(path, "the journal is damaged, and what stands before the damage was brought back");
+    // Where that fails, it is tried again with the next step.
+    found.file->continueAt(recovery.size(), recovery.checksum());
+    _journal->goOn(std::move(found.file), _store.fingerprint());
 }
 
 std::string ProjectSession::recoverUntitled(const std::string& workingFolder) {
@@ -131,9 +147,10 @@ void ProjectSession::journalSaved() {
 }
 
 void ProjectSession::keepIfOpenElsewhere(const std::string& path) {
-    if(!_keepsJournals || path == _store.path()) return;
+    const std::string journal = journalPath(path);
+    if(!_keepsJournals || path == _store.path() || journal == _journal->path()) return;
     JournalFile file{_calls};
-    file.openExisting(journalPath(path));
+    file.openExisting(journal);
     if(file.isInUse()) _store.keep(path, "it is open in another editor");
 }
 

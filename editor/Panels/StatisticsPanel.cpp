@@ -1,5 +1,6 @@
 #include "Panels/StatisticsPanel.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -21,7 +22,7 @@ struct PassText {
 constexpr PassText Passes[]{{FramePass::Reload, "Reload", "Brings meshes, images, materials, ... up to date", false},
     {FramePass::Update, "Update", "Places what moved, finds what is visible", false},
     {FramePass::ObjectIds, "Object ids", "What is picked is read from these", true},
-    {FramePass::Shadows, "Lights and shadows", "Shadow maps are drawn where something in them changed", true},
+    {FramePass::Shadows, "Lights, shadows", "Shadow maps are drawn where something in them changed", true},
     {FramePass::Scene, "Scene", "The picture itself", true},
     {FramePass::Outline, "Outline", "Around what is selected", true},
     {FramePass::Overlays, "Overlays", "Markers, and the picture brought to the screen", false}};
@@ -49,9 +50,9 @@ void drawRight(const std::string& text) {
     ImGui::TextUnformatted(text.data());
 }
 
-float labelWidth() { return ImGui::CalcTextSize("Lights and shadows ").x; }
+float labelWidth() { return ImGui::CalcTextSize("Editor's draw calls ").x; }
 
-float valueWidth() { return ImGui::CalcTextSize("100000.00 ms").x; }
+float valueWidth() { return ImGui::CalcTextSize("10000.00 ms").x; }
 
 // Columns keep their width while figures change.
 bool beginGrid(const char* id, int columns) {
@@ -80,7 +81,7 @@ void drawScene(const FrameStatistics& frame) {
     drawRow("Draw calls", std::to_string(frame.drawCalls));
     drawRow("Triangles", std::to_string(frame.triangles));
     drawRow("Visible meshes", std::to_string(frame.visibleMeshes));
-    drawRow("Shadow maps drawn", std::to_string(frame.shadowMaps));
+    drawRow("Shadow maps", std::to_string(frame.shadowMaps));
     drawRow("Meshes in them", std::to_string(frame.shadowCasters));
     drawRow("Editor's draw calls", std::to_string(editorCalls(frame)));
     ImGui::EndTable();
@@ -129,14 +130,21 @@ void drawWork(const ShownStatistics& statistics) {
             statistics.lastReload.data(), statistics.lastReload.data() + statistics.lastReload.size());
 }
 
+// As many as there is room for.
+int groupsInLine() {
+    const float group = labelWidth() + valueWidth() + ImGui::GetStyle().CellPadding.x * 6.0f;
+    const float room = ImGui::GetContentRegionAvail().x - valueWidth();
+    return std::clamp(int(room / group), 1, 3);
+}
+
 } // namespace
 
 void drawStatisticsPanel(const ShownStatistics& statistics) {
     ImGui::BeginChild("##statistics", {0.0f, 0.0f}, false, ImGuiWindowFlags_HorizontalScrollbar);
-    // Beside each other where there is room, else below.
-    const float needed = labelWidth() * 3.0f + valueWidth() * 4.0f + ImGui::GetStyle().CellPadding.x * 20.0f;
-    const bool isWide = ImGui::GetContentRegionAvail().x > needed;
-    if(ImGui::BeginTable("##groups", isWide ? 3 : 1, ImGuiTableFlags_SizingFixedFit)) {
+    ImGui::PushStyleVar(ImGuiStyleVar_CellPadding, ImVec2{ImGui::GetFontSize() * 0.5f, 0.0f});
+    const bool isShown = ImGui::BeginTable("##groups", groupsInLine(), ImGuiTableFlags_SizingFixedFit);
+    ImGui::PopStyleVar();
+    if(isShown) {
         ImGui::TableNextColumn();
         drawScene(statistics.frame);
         ImGui::TableNextColumn();

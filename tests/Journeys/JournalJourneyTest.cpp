@@ -205,7 +205,7 @@ TEST_F(JournalJourneyTest, AFileThatWasChangedOutsideIsReadAgainOrKept) {
 // Killed at any moment, all steps that are over are there, and the file is whole.
 TEST_F(JournalJourneyTest, KilledAtAnyMoment) {
     const int kills = std::getenv("VANTREL_LONG_TESTS") ? 200 : 10;
-    constexpr int StepCount = 150;
+    constexpr int StepCount = 80;
     std::string script;
     for(int i = 0; i != StepCount; ++i) {
         const std::string number = std::to_string(i);

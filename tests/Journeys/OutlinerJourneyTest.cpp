@@ -29,6 +29,7 @@ std::string key(const std::string& name) { return "key " + name + "\nkeyup " + n
 
 class OutlinerJourneyTest: public JourneyTest {
 protected:
+    // With the scene view, which draws.
     std::string playView(const std::string& script) {
         const JourneyResult result = play(script, "--size 1000x700 --frames 1 " + Courtyard);
         EXPECT_EQ(result.status, 0) << result.output;
@@ -71,7 +72,7 @@ TEST_F(OutlinerJourneyTest, ADragReparentsInOneStep) {
 }
 
 TEST_F(OutlinerJourneyTest, SeveralAreDraggedAtOnce) {
-    playView("dump document {}/before\nselect ball crate1 crate2\n" + drag(Crate1, at(Names, Well)) +
+    play("dump document {}/before\nselect ball crate1 crate2\n" + drag(Crate1, at(Names, Well)) +
         "wait 1\ndump document {}/after\nundo\nwait 1\ndump document {}/undone\n");
     for(const char* const id: {"ball", "crate1", "crate2"}) EXPECT_EQ(parentOf("after", id), "well") << id;
     EXPECT_EQ(parentOf("after", "crate3"), "crates");
@@ -80,21 +81,21 @@ TEST_F(OutlinerJourneyTest, SeveralAreDraggedAtOnce) {
 
 TEST_F(OutlinerJourneyTest, BetweenRowsItBecomesASiblingAndBelowThemItGoesToTheRoot) {
     const std::string upperEdge = std::to_string(Names) + ' ' + std::to_string(FirstRow + RowHeight * Rim - 8);
-    playView(drag(Crate1, upperEdge) + "wait 1\ndump document {}/sibling\nresize 1000 1000\nwait 2\n" +
+    play(drag(Crate1, upperEdge) + "wait 1\ndump document {}/sibling\nresize 1000 1000\nwait 2\n" +
         drag(Column1, std::to_string(Names) + " 900") + "wait 1\ndump document {}/root\n");
     EXPECT_EQ(parentOf("sibling", "crate1"), "well");
     EXPECT_EQ(parentOf("root", "column1"), "");
 }
 
 TEST_F(OutlinerJourneyTest, NothingIsDraggedBelowItself) {
-    playView("dump document {}/before\ndump undo {}/log\n" + drag(Crates, at(Names, Crate2)) +
+    play("dump document {}/before\ndump undo {}/log\n" + drag(Crates, at(Names, Crate2)) +
         "wait 1\ndump document {}/after\ndump undo {}/logAfter\n");
     EXPECT_EQ(read("after"), read("before"));
     EXPECT_EQ(read("logAfter"), read("log"));
 }
 
 TEST_F(OutlinerJourneyTest, ANameIsEditedInItsRow) {
-    playView("dump document {}/before\n" + click(at(Names, Ball)) + key("F2") + "type Marble\n" + key("Enter") +
+    play("dump document {}/before\n" + click(at(Names, Ball)) + key("F2") + "type Marble\n" + key("Enter") +
         "wait 1\ndump document {}/renamed\n" + click(at(Names, Well)) + key("F2") + "type Nothing\n" + key("Escape") +
         "wait 1\ndump document {}/escaped\nundo\nwait 1\ndump document {}/undone\n");
     EXPECT_THAT(read("renamed"), HasSubstr("\"name\": \"Marble\""));
@@ -103,7 +104,7 @@ TEST_F(OutlinerJourneyTest, ANameIsEditedInItsRow) {
 }
 
 TEST_F(OutlinerJourneyTest, ASearchLeavesMatchesAndTheirAncestors) {
-    playView(click("100 70") + "type CAPITAL\nwait 1\n" + click(at(Names, Shaft1)) + "dump selection {}/third\n" +
+    play(click("100 70") + "type CAPITAL\nwait 1\n" + click(at(Names, Shaft1)) + "dump selection {}/third\n" +
         click(at(Names, Ground)) + "dump selection {}/first\n");
     // Columns, Column 1, Capital, Column 2, ...
     EXPECT_EQ(read("first"), "columns\n");
@@ -111,7 +112,7 @@ TEST_F(OutlinerJourneyTest, ASearchLeavesMatchesAndTheirAncestors) {
 }
 
 TEST_F(OutlinerJourneyTest, KeysGoThroughTheRowsAndDelete) {
-    playView("dump document {}/before\n" + click(at(Names, Ground)) + key("Down") + key("Down") +
+    play("dump document {}/before\n" + click(at(Names, Ground)) + key("Down") + key("Down") +
         "dump selection {}/two\n" + key("Left") + key("Down") + "dump selection {}/folded\nkey LeftShift\n" +
         key("Up") + "keyup LeftShift\ndump selection {}/range\n" + key("End") + key("Home") + key("Delete") +
         "wait 1\ndump document {}/deleted\nundo\nwait 1\ndump document {}/undone\n");
@@ -157,7 +158,7 @@ TEST_F(OutlinerJourneyTest, WhatIsLockedIsNotSelected) {
 
 TEST_F(OutlinerJourneyTest, WhatIsSelectedElsewhereIsBroughtIntoSight) {
     // Its row is unfolded, too.
-    playView(click(std::to_string(14) + ' ' + std::to_string(FirstRow + RowHeight * Columns)) +
+    play(click(std::to_string(14) + ' ' + std::to_string(FirstRow + RowHeight * Columns)) +
         "screenshot {}/folded.png\nselect column6Capital\nwait 2\nscreenshot {}/selected.png\nselect\nwait 2\n" +
         click(at(Names, Column1)) + "dump selection {}/row\n");
     EXPECT_NE(picture("folded.png").pixels, picture("selected.png").pixels);
@@ -166,7 +167,7 @@ TEST_F(OutlinerJourneyTest, WhatIsSelectedElsewhereIsBroughtIntoSight) {
 
 TEST_F(OutlinerJourneyTest, ARunWithoutAWindowLeavesNothingInTheUsersFolders) {
     setenv("XDG_DATA_HOME", folder.path("home").data(), 1);
-    playView("hide ball\nlock well\nwait 2\n");
+    play("hide ball\nlock well\nwait 2\n");
     unsetenv("XDG_DATA_HOME");
     EXPECT_FALSE(std::filesystem::exists(folder.path("home") + "/vantrel/marks"));
 }

@@ -348,6 +348,29 @@ TEST_F(JournalTest, aSecondEditorIsNoticed) {
     EXPECT_EQ(editing.session.save(path), "");
 }
 
+TEST_F(JournalTest, oneThatSaysNothingIsPutAside) {
+    writeFile(journal, "something else");
+    Editing editing{path};
+    EXPECT_THAT(printed([&] { editing.open(Earlier::Discard); }), HasSubstr("this journal is kept as"));
+    EXPECT_EQ(readFile(journal + ".1"), "something else");
+    editing.step("/objects/a/name", "\"one\"");
+    expectSame(editing, crashed());
+}
+
+TEST_F(JournalTest, aLinkToTheProjectIsTheProject) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"one\"");
+    const std::string link = folder.path("link.json");
+    fs::create_symlink(path, link);
+    EXPECT_EQ(found(link).state, State::InUse);
+    EXPECT_EQ(editing.session.findJournal(link).state, State::Nothing) << "it is ours";
+    EXPECT_FALSE(editing.session.keepsFile(link));
+    EXPECT_EQ(editing.session.save(link), "");
+    editing.step("/objects/a/name", "\"two\"");
+    expectSame(editing, crashed());
+}
+
 TEST_F(JournalTest, isMadeSmallerWhenTheProjectIsSaved) {
     Editing editing{path};
     editing.open();
@@ -459,7 +482,9 @@ TEST_F(JournalTest, aStepThatDoesNotFitIsNotMade) {
         const std::string warning =
             printed([&] { error = printed<Corrade::Utility::Error>([&] { editing.open(Earlier::BringBack); }); });
         EXPECT_THAT(error, HasSubstr("cannot change")) << change;
-        EXPECT_THAT(warning, HasSubstr("behind step 1 does not fit the project")) << change;
+        EXPECT_THAT(warning, HasSubstr("behind step 1 does not fit the project; all of it is kept as")) << change;
+        EXPECT_EQ(readFile(journal + ".1"), text) << "nothing of it is lost";
+        fs::remove(journal + ".1");
         EXPECT_THAT(editing.document(), HasSubstr("\"name\":\"B\"")) << change;
         EXPECT_EQ(editing.session.steps().steps().size(), 1u);
         editing.step("/objects/a/name", "\"D\"");

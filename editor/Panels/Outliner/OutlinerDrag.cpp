@@ -81,15 +81,16 @@ void OutlinerPanel::dropOn(ProjectSession& session, Id target) {
     ImGui::EndDragDropTarget();
 }
 
-void OutlinerPanel::scrollWhileDragging() {
+void OutlinerPanel::scrollWhileDragging(SharedState& state) {
     if(!isDragging()) return _dragged.clear();
-    const float top = ImGui::GetWindowPos().y, bottom = top + ImGui::GetWindowHeight(), zone = rowHeight() * ScrollZone;
-    const ImVec2 mouse = ImGui::GetIO().MousePos;
-    if(mouse.x < ImGui::GetWindowPos().x || mouse.x > ImGui::GetWindowPos().x + ImGui::GetWindowWidth()) return;
-    const float way = rowHeight() * ScrollSpeed * ImGui::GetIO().DeltaTime;
-    if(mouse.y >= top && mouse.y < top + zone) ImGui::SetScrollY(std::max(ImGui::GetScrollY() - way, 0.0f));
-    if(mouse.y <= bottom && mouse.y > bottom - zone)
-        ImGui::SetScrollY(std::min(ImGui::GetScrollY() + way, ImGui::GetScrollMaxY()));
+    const ImVec2 mouse = ImGui::GetIO().MousePos, min = ImGui::GetWindowPos(), size = ImGui::GetWindowSize();
+    if(mouse.x < min.x || mouse.x > min.x + size.x || mouse.y < min.y || mouse.y > min.y + size.y) return;
+    const float zone = rowHeight() * ScrollZone, way = rowHeight() * ScrollSpeed * ImGui::GetIO().DeltaTime;
+    const bool isUp = mouse.y<min.y + zone, isDown = mouse.y> min.y + size.y - zone;
+    if(!isUp && !isDown) return;
+    ImGui::SetScrollY(std::clamp(ImGui::GetScrollY() + (isUp ? -way : way), 0.0f, ImGui::GetScrollMaxY()));
+    // Also while the mouse is still.
+    state.wantsFrame = true;
 }
 
 } // namespace VantrelEngine

@@ -25,7 +25,7 @@ void OutlinerPanel::draw(ProjectSession& session) {
     ImGui::BeginChild("##rows");
     if(hasKeys) useKeys(session);
     scrollToRow();
-    scrollWhileDragging();
+    scrollWhileDragging(session.editor().state());
     drawRows(session);
     drawRest(session);
     ImGui::EndChild();

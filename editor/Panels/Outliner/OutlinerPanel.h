@@ -13,6 +13,7 @@
 namespace VantrelEngine {
 
 class ProjectSession;
+struct SharedState;
 
 // The objects of the scene as a tree: selects, renames, reparents, adds, hides and locks them. Costs the rows that are seen.
 class OutlinerPanel {
@@ -42,7 +43,7 @@ private:
 
     void dragFrom(const EditorData& data, Id object);
     void dropOn(ProjectSession& session, Id target);
-    void scrollWhileDragging();
+    void scrollWhileDragging(SharedState& state);
 
     void useKeys(ProjectSession& session);
     void moveTo(EditorData& data, std::ptrdiff_t row);

@@ -31,11 +31,13 @@ Containers::StringView shownName(const Scene& scene, Id object) {
 
 void OutlinerRows::update(Scene& scene, const std::string& search) {
     const bool isTreeOther = !_isBuilt || scene.isAnyRearranged();
-    if(!_isBuilt || scene.rearranged().countSet() > scene.size() / RebuiltPart + Few)
-        build(scene);
-    else if(isTreeOther)
-        follow(scene);
-    scene.resetRearranged();
+    if(isTreeOther) {
+        if(!_isBuilt || scene.rearranged().countSet() > scene.size() / RebuiltPart + Few)
+            build(scene);
+        else
+            follow(scene);
+        scene.resetRearranged();
+    }
 
     const unsigned names = scene.objectNames.revision() + scene.objectIds.revision();
     const bool isSearchOther = isTreeOther || search != _search || names != _namesSeen;

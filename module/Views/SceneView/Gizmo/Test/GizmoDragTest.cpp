@@ -65,6 +65,21 @@ TEST_F(GizmoDragTest, oneDragIsOneStep) {
     EXPECT_EQ(steps(), stepsBefore + 3);
 }
 
+// What is dragged is in its place already.
+TEST_F(GizmoDragTest, nothingIsCompiled) {
+    addObject("a");
+    addObject("b");
+    select({"a", "b"});
+    const std::size_t before = host.session.compiler().compiledObjectCount();
+    dragMiddle("a", {60.0f, 0.0f});
+    EXPECT_EQ(host.session.compiler().compiledObjectCount(), before);
+    expectNear(positionOf("b"), {2.5f, 0.0f, 0.0f});
+    changes().undoLast();
+    host.frame();
+    EXPECT_EQ(host.session.compiler().compiledObjectCount(), before + 2);
+    EXPECT_EQ(positionOf("b"), Vector3{});
+}
+
 TEST_F(GizmoDragTest, aClickOnAHandleChangesNothing) {
     addObject("a");
     addCube("behind", "[0, 0, -2]");

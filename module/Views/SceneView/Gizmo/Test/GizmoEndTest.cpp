@@ -1,3 +1,4 @@
+#include <Magnum/Math/Functions.h>
 #include <gmock/gmock.h>
 
 #include "Data/ProjectSession.h"
@@ -208,13 +209,24 @@ TEST_F(GizmoEndTest, nothingIsGrabbedWhileFlying) {
     const std::string before = document();
     moveTo(pointOf({}));
     pressRight();
+    // The cursor of the window system stays where it is pinned to, so that the camera does not turn.
+    const auto point = [&](const Vector2& way) {
+        const Vector2 place = Math::round(pointOf({}) + way);
+        ImGui::GetIO().MousePos = {place.x(), place.y()};
+        host.frame();
+    };
+    point({});
+    ImGui::GetIO().MouseDown[0] = true;
     host.frame();
-    drag(pointOf({}), {30.0f, 30.0f});
+    point({20.0f, 10.0f});
     EXPECT_EQ(document(), before);
+    // The left button is still held when it is over.
     host.view().mouseReleaseEvent({MouseButton::Right, Vector2i{mouse()}, 0});
-    // The mouse looked around.
-    data().cameraPitch = data().cameraYaw = 0.0f;
-    host.frame();
+    point({30.0f, 10.0f});
+    point({40.0f, 10.0f});
+    EXPECT_EQ(document(), before);
+    release();
+    EXPECT_EQ(document(), before);
     dragMiddle("a", {30.0f, 30.0f});
     EXPECT_NE(document(), before);
 }

@@ -131,4 +131,26 @@ TEST_F(JournalFileTest, whatSomebodyElsePutInItsPlaceIsLeftAlone) {
     EXPECT_NE(file.open(folder.path("missing/journal")), "");
 }
 
+// The calls by which a file comes to its place.
+struct NotedCalls: FileCalls {
+    int fdatasync(int file) override {
+        calls += "flush ";
+        return FileCalls::fdatasync(file);
+    }
+    int rename(const char* from, const char* to) override {
+        calls += "rename ";
+        return FileCalls::rename(from, to);
+    }
+    std::string calls;
+};
+
+TEST_F(JournalFileTest, whatTakesTheFilesPlaceIsOnTheDiskBefore) {
+    NotedCalls noted;
+    JournalFile other{noted};
+    ASSERT_EQ(other.open(path), "");
+    ASSERT_EQ(other.replace({"one"}), "");
+    EXPECT_EQ(noted.calls, "flush rename ");
+    EXPECT_EQ(lines(), Lines{"one"});
+}
+
 } // namespace

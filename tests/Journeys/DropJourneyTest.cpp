@@ -35,7 +35,7 @@ f 1 5 8 4
 )";
 
 // Runtime objects of the courtyard, in its order.
-constexpr unsigned Ground = 1, Rim = 22, Roof = 23, Ball = 28;
+constexpr unsigned Ground = 1, Rim = 22, Ball = 28;
 
 struct Point {
     int x = 0, y = 0;
@@ -62,24 +62,27 @@ protected:
         ids = picture("ids.png");
     }
 
-    std::string playDrop(const std::string& script) {
+    // Small pictures are enough to see what is under the mouse.
+    std::string playDrop(const std::string& script, const char* size = "800x560") {
         const JourneyResult result = play("wait 2\ndump document {}/before\n" + script,
-            "--converter " REAL_CONVERTER " --size 1000x700 --frames 1 " + folder.path("project/project.json"));
+            std::string{"--converter " REAL_CONVERTER " --size "} + size + " --frames 1 " +
+                folder.path("project/project.json"));
         EXPECT_EQ(result.status, 0) << result.output;
         return result.output;
     }
-    // In the window, well inside of what is seen of an object.
-    Point placeOf(unsigned object) const {
+    // In the window, well inside of what is seen of an object, and below the toolbar.
+    Point placeOf(unsigned object) const { return placeIn(ids, object); }
+    static Point placeIn(const JourneyPicture& ids, unsigned object) {
         const auto isSeen = [&](int x, int y) { return ids.pixel(x, y) >> 16 == object; };
-        for(int y = 12; y < ids.height - 12; ++y)
+        for(int y = ids.height - 13; y >= 12; --y)
             for(int x = 12; x < ids.width - 12; ++x)
                 if(isSeen(x - 4, y) && isSeen(x + 4, y) && isSeen(x, y - 4) && isSeen(x, y + 4))
                     return {Origin.x + x, Origin.y + y};
         ADD_FAILURE() << "object " << object << " is not seen";
         return {};
     }
-    std::string over(unsigned object) const { return "mouse " + placeOf(object).text() + "\nwait 2\n"; }
-    static std::string outside() { return "mouse " + Outside.text() + "\nwait 2\n"; }
+    std::string over(unsigned object) const { return "mouse " + placeOf(object).text() + "\n"; }
+    static std::string outside() { return "mouse " + Outside.text() + "\n"; }
 
     // Of the courtyard as it is opened; seen once for all.
     static JourneyPicture ids;
@@ -88,10 +91,9 @@ protected:
 JourneyPicture DropJourneyTest::ids;
 
 TEST_F(DropJourneyTest, AMaterialStaysOnTheLastOfThreeObjects) {
-    playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nmouse " + Outside.text() + "\ndrag materials paint\n" +
-        over(Rim) + "dump document {}/rim\n" + over(Roof) + "dump document {}/roof\n" + over(Ball) +
-        "screenshot {}/seen.png\n" + over(Ground) +
-        "dump document {}/ground\ndump undo {}/log\nrelease left\nwait 2\n" +
+    playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nmouse " + Outside.text() + "\ndrag materials tile\n" +
+        over(Rim) + "dump document {}/rim\n" + over(Ball) + "dump document {}/ball\n" + "screenshot {}/seen.png\n" +
+        over(Ground) + "dump document {}/ground\ndump undo {}/log\nrelease left\nwait 2\n" +
         R"(dump document {}/dropped
 dump undo {}/undo
 undo
@@ -103,8 +105,8 @@ open {}/project/project.json
 dump document {}/reopened
 )");
     const std::string before = read("before");
-    const auto withPaint = [&](const std::string& name) { return read(name) != before; };
-    for(const char* const name: {"rim", "roof", "ground", "dropped"}) EXPECT_TRUE(withPaint(name)) << name;
+    const auto isOther = [&](const std::string& name) { return read(name) != before; };
+    for(const char* const name: {"rim", "ball", "ground", "dropped"}) EXPECT_TRUE(isOther(name)) << name;
     // Each time on one object alone: each is as long, but for the names of materials.
     EXPECT_EQ(read("dropped"), read("ground"));
     EXPECT_THAT(read("undo"), MatchesRegex("> [0-9]+ /objects/ground/components/0/mesh/material\n"));
@@ -116,9 +118,9 @@ dump document {}/reopened
 
 TEST_F(DropJourneyTest, WhatIsTakenBackNeverWas) {
     const std::string output = playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nscreenshot {}/before.png\n"
-                                        "drag materials paint\n" +
-        over(Rim) + over(Roof) + "screenshot {}/seen.png\n" + outside() +
-        "dump document {}/left\ndump undo {}/log\nrelease left\nwait 2\n" + "drag materials paint\n" + over(Rim) +
+                                        "drag materials tile\n" +
+        over(Rim) + over(Ball) + "screenshot {}/seen.png\n" + outside() +
+        "dump document {}/left\ndump undo {}/log\nrelease left\nwait 2\n" + "drag materials tile\n" + over(Rim) +
         "undo\nwait 1\ndump document {}/again\n" + outside() + "release left\nwait 2\ndump undo {}/end\n" + outside() +
         "screenshot {}/after.png\nredo\ndump document {}/redone\n");
     EXPECT_EQ(read("left"), read("before"));
@@ -211,7 +213,7 @@ TEST_F(DropJourneyTest, FilesOfTheSystemComeOneAfterTheOther) {
 }
 
 TEST_F(DropJourneyTest, AnImportWaitsForTheEndOfAPreview) {
-    playDrop("drag materials paint\n" + over(Rim) +
+    playDrop("drag materials tile\n" + over(Rim) +
         "import {}/project/barrel.obj\nwait import\ndump document {}/waiting\n" +
         "release left\nwait 1\nwait import\n" +
         "wait 1\ndump document {}/there\nundo\ndump document {}/material\nundo\ndump document {}/undone\n");
@@ -223,7 +225,10 @@ TEST_F(DropJourneyTest, AnImportWaitsForTheEndOfAPreview) {
 
 // Out of the panels, by the mouse alone.
 TEST_F(DropJourneyTest, FromThePanelsIntoTheView) {
-    const std::string ball = placeOf(Ball).text(), ground = placeOf(Ground).text();
+    // Where there is room for them.
+    playDrop("idimage {}/large.png\n", "1000x700");
+    const JourneyPicture large = picture("large.png");
+    const std::string ball = placeIn(large, Ball).text(), ground = placeIn(large, Ground).text();
     playDrop(R"(wait 3
 mouse 430 497
 press left
@@ -232,9 +237,8 @@ wait 2
 mouse 400 577
 press left
 move 6 0
-mouse )" +
-        ball +
-        R"(
+mouse )" + ball +
+            R"(
 wait 2
 screenshot {}/held.png
 release left
@@ -249,9 +253,8 @@ wait 3
 mouse 337 600
 press left
 move 6 0
-mouse )" +
-        ground +
-        R"(
+mouse )" + ground +
+            R"(
 wait 2
 screenshot {}/ghost.png
 release left
@@ -260,7 +263,8 @@ wait 2
 dump undo {}/model
 undo
 dump document {}/end
-)");
+)",
+        "1000x700");
     EXPECT_THAT(read("material"), HasSubstr("> "));
     EXPECT_THAT(read("material"), HasSubstr("/objects/ball/components/0/mesh/material\n"));
     EXPECT_EQ(read("undone"), read("before"));

@@ -246,7 +246,7 @@ void ChangeManager::restore(std::vector<Change> changes, std::int32_t lastChange
 void ChangeManager::beginTrial(Trial kind) {
     CORRADE_ASSERT(_group < 0, "ChangeManager::beginTrial(): a group is open. Forgot commit()?", );
     keepTrial();
-    const auto undone = _changes.begin() + _lastChange + 1;
+    const auto undone = _changes.begin() + (_lastChange + 1);
     _keptAside.lastChange = _lastChange;
     _keptAside.markedChange = _markedChange;
     _keptAside.markIsValid = _markIsValid;
@@ -285,12 +285,12 @@ void ChangeManager::rewindTrial(std::int32_t lastChange) {
     CORRADE_ASSERT(_trial != Trial::None && lastChange >= _keptAside.lastChange && lastChange <= _lastChange,
         "ChangeManager::rewindTrial(): this is not on trial", );
     for(; _lastChange != lastChange; --_lastChange) undo(currentChange());
-    _changes.erase(_changes.begin() + _lastChange + 1, _changes.end());
+    _changes.erase(_changes.begin() + (_lastChange + 1), _changes.end());
     _mergeIndex.clear();
 }
 
 void ChangeManager::putBackKeptAside() {
-    _changes.erase(_changes.begin() + _lastChange + 1, _changes.end());
+    _changes.erase(_changes.begin() + (_lastChange + 1), _changes.end());
     std::move(_keptAside.undone.begin(), _keptAside.undone.end(), std::back_inserter(_changes));
     _markedChange = _keptAside.markedChange;
     _markIsValid = _keptAside.markIsValid;
@@ -299,7 +299,7 @@ void ChangeManager::putBackKeptAside() {
 
 // Several groups of one trial, as of a gesture that was changed on its way, are undone together.
 void ChangeManager::joinTrial() {
-    const auto first = _changes.begin() + _keptAside.lastChange + 1;
+    const auto first = _changes.begin() + (_keptAside.lastChange + 1);
     const auto isOther = [&](const Change& change) { return change.group != first->group; };
     const bool isSingle = first + 1 == _changes.end();
     if(isSingle || (first->group > 0 && std::none_of(first, _changes.end(), isOther))) return;

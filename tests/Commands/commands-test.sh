@@ -80,6 +80,27 @@ for command in run.sh test.sh; do
     says 'CMAKE RAN'
 done
 
+# The long run: both kinds of it, whatever becomes of the first, and no other run is one.
+long=$stand_ins/long
+mkdir -p "$long/build/asan/bin"
+cp -r "$project/test.sh" "$project/tools" "$long/"
+stand_in cmake 'echo "CMAKE $*"'
+stand_in ctest 'echo "LONG ${VANTREL_LONG_TESTS:-no}"; exit 5'
+printf '#!/bin/sh\necho "MONKEY $VANTREL_MONKEY_EVENTS $ASAN_OPTIONS"\n' >"$long/build/asan/bin/EditorMonkey"
+chmod +x "$long/build/asan/bin/EditorMonkey"
+run 5 "$long/test.sh" --no-install --long
+says 'LONG 1'
+says 'CMAKE --preset asan'
+says 'MONKEY 1000000 detect_leaks=0'
+run 5 env VANTREL_MONKEY_EVENTS=77 "$long/test.sh" --no-install --long
+says 'MONKEY 77 '
+run 5 "$long/test.sh" --no-install
+says 'LONG no'
+never_says MONKEY
+stand_in ctest 'exit 0'
+printf '#!/bin/sh\nexit 6\n' >"$long/build/asan/bin/EditorMonkey"
+run 6 "$long/test.sh" --no-install --long
+
 # The icons' font: what npm brings is taken when it is the one that is meant, and nothing stops when it is not.
 package="$stand_ins/package" folder="$stand_ins/folder"
 mkdir -p "$package/package/webfonts" "$folder"

@@ -1,9 +1,12 @@
 #include "Monkey/Monkey.h"
 
 #include <algorithm>
+#include <filesystem>
 
+#include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <Vantrel/Module/InputEvents.h>
 
+#include "Data/Journal.h"
 #include "Support/JsonText.h"
 
 #define GLFW_INCLUDE_NONE
@@ -52,6 +55,7 @@ Monkey::Monkey(unsigned seed, const Toys& toys):
     _random{seed}, _toys{toys}, _platform{SmallWindow, 1.0f}, _editor{_platform, toys.files} {
     _editor.input().warpTo({-1.0f, -1.0f});
     _editor.openReplayed();
+    _editor.keepJournals(Recover::PutAside);
     resize();
 }
 
@@ -123,6 +127,8 @@ void Monkey::pressKey() {
     }
     if(isOneIn(3)) {
         const Combination& keys = Combinations[below(std::size(Combinations))];
+        // Not too often: what is not saved is brought back.
+        if(keys.key == GLFW_KEY_S && keys.modifier == GLFW_KEY_LEFT_CONTROL && !isOneIn(10)) return;
         for(const int key: {keys.modifier, keys.otherModifier, keys.key})
             if(key) _editor.setKey(key, true, false);
         for(const int key: {keys.key, keys.otherModifier, keys.modifier})
@@ -139,8 +145,70 @@ void Monkey::type() {
     _editor.input().addText(text);
 }
 
+// In a place where a panel may be, with a frame after each event, as of somebody who looks what it does.
+void Monkey::clickPanel() {
+    const Vector2i size = _platform.size();
+    if(size.x() <= SmallWindow.x() || _heldButtons[0]) return;
+    const unsigned width = unsigned(size.x()), height = unsigned(size.y());
+    const unsigned side = below(3);
+    const unsigned x = side == 0 ? below(width / 3) : side == 1 ? width - 1 - below(width / 3) : below(width);
+    const unsigned y = side == 2 ? height - 1 - below(height / 3) : below(height);
+    _platform.moveTo({Double(x), Double(y)});
+    _editor.input().moveTo({Float(x), Float(y)});
+    drawFrame();
+    const MouseButton button = isOneIn(5) ? MouseButton::Right : MouseButton::Left;
+    if(_heldButtons[unsigned(button)]) return;
+    for(int i = isOneIn(4) ? 2 : 1; i != 0; --i)
+        for(const bool isDown: {true, false}) {
+            _editor.setButton(button, isDown, 0);
+            drawFrame();
+        }
+}
+
+// Something out of a panel, which may not be there; whatever releases the button drops it.
+void Monkey::drag() {
+    if(_heldButtons[0]) return;
+    _heldButtons[0] = true;
+    if(isOneIn(4) && !_toys.droppedFiles.empty())
+        return _editor.hold(FilePayloadType, _toys.droppedFiles[below(unsigned(_toys.droppedFiles.size()))]);
+    const PayloadType& payload = isOneIn(2) ? PayloadTypes[3] : PayloadTypes[below(std::size(PayloadTypes))];
+    _editor.hold(payload.type, anyResource(payload.kind));
+}
+
+void Monkey::mark() {
+    const Id object = anyObject();
+    if(object != RootObject)
+        _editor.session().data().marks().setMarked(
+            isOneIn(2) ? ObjectMark::Hidden : ObjectMark::Locked, object, isOneIn(3));
+}
+
+// The root where there is no other.
+Id Monkey::anyObject() {
+    const Scene& scene = _editor.session().data().scene().main();
+    return scene.size() < 2 ? RootObject : scene.toId(1 + below(unsigned(scene.size()) - 1));
+}
+
+std::string Monkey::anyResource(const char* kind) {
+    const JsonValue& document = _editor.session().data().project().projectFile();
+    const auto section = document.FindMember(kind);
+    if(section == document.MemberEnd() || !section->value.IsObject() || section->value.ObjectEmpty() || isOneIn(8))
+        return "nobody";
+    return (section->value.MemberBegin() + below(section->value.MemberCount()))->name.GetString();
+}
+
+// What leads to steps, wherever the mouse and the focus are.
+void Monkey::work() {
+    const Id object = anyObject();
+    if(object != RootObject && isOneIn(2)) _editor.session().data().selectObject(object, isOneIn(2));
+    constexpr Command commands[]{Command::Copy, Command::CopyTrees, Command::Paste, Command::PasteChild,
+        Command::Duplicate, Command::DuplicateTrees, Command::Delete, Command::SelectAll, Command::SelectNone};
+    // All of them seldom: they become twice as many, or none.
+    const Command command = commands[below(std::size(commands))];
+    if(command != Command::SelectAll || isOneIn(10)) _editor.perform(command);
+}
+
 void Monkey::doSomethingRare() {
-    switch(below(12)) {
+    switch(below(16)) {
     case 0: return resize();
     case 1: _editor.settings().fontScale = Float(1 + below(3)); return;
     case 2: return _editor.input().setWindowFocus(!isOneIn(2));
@@ -156,9 +224,9 @@ void Monkey::doSomethingRare() {
     case 5: return ImGui::SetClipboardText(ClipboardTexts[below(std::size(ClipboardTexts))]);
     case 6:
     case 7: {
-        const Scene& scene = _editor.session().data().scene().main();
-        if(scene.size() < 2) return;
-        return _editor.session().data().selectObject(scene.toId(1 + below(unsigned(scene.size()) - 1)), isOneIn(2));
+        const Id object = anyObject();
+        if(object != RootObject) _editor.session().data().selectObject(object, isOneIn(2));
+        return;
     }
     case 8: return _editor.perform(isOneIn(2) ? Command::Undo : Command::Redo);
     case 9:
@@ -168,16 +236,28 @@ void Monkey::doSomethingRare() {
         if(isOneIn(20)) _editor.openAsked(_toys.project);
         return;
     case 11: return _editor.perform(isOneIn(4) ? Command::ResetLayout : Command::Help);
+    case 12:
+    case 13: return clickPanel();
+    case 14: return mark();
+    case 15:
+        // Out of a dialog or a menu, which keep everything else from happening.
+        for(const bool isDown: {true, false}) {
+            _editor.setKey(GLFW_KEY_ESCAPE, isDown, false);
+            drawFrame();
+        }
+        return;
     }
 }
 
 void Monkey::event() {
     const unsigned kind = below(100);
-    if(kind < 55) return moveMouse();
-    if(kind < 75) return pressOrRelease();
-    if(kind < 90) return pressKey();
-    if(kind < 93) return _editor.input().scroll({0.0f, Float(below(5)) - 2.0f}, modifiers());
-    if(kind < 96) return type();
+    if(kind < 48) return moveMouse();
+    if(kind < 68) return pressOrRelease();
+    if(kind < 83) return pressKey();
+    if(kind < 86) return _editor.input().scroll({0.0f, Float(below(5)) - 2.0f}, modifiers());
+    if(kind < 89) return type();
+    if(kind < 93) return work();
+    if(kind < 95) return drag();
     doSomethingRare();
 }
 
@@ -212,6 +292,34 @@ std::string Monkey::differs(const JsonValue& expected, const char* when) {
     const JsonValue& value = now;
     if(value == expected) return {};
     return std::string{"the document differs "} + when + ":\n" + jsonText(expected) + "\n" + jsonText(value);
+}
+
+std::string Monkey::bringBackIn(const std::string& folder) {
+    namespace fs = std::filesystem;
+    ProjectSession& session = _editor.session();
+    const Journal* const journal = session.journal();
+    if(session.path().empty() || !journal || !journal->isOn() || !fs::exists(session.path())) return {};
+    session.changes().keepTrial();
+    drawFrame();
+    fs::create_directories(folder);
+    const std::string project = (fs::path{folder} / fs::path{session.path()}.filename()).string();
+    fs::copy_file(session.path(), project);
+    fs::copy_file(journal->path(), fs::path{folder} / fs::path{journal->path()}.filename());
+    ProjectSession other;
+    other.keepJournals();
+    const std::string error = other.open(project).error;
+    if(!error.empty()) return error;
+    other.beginJournal(ProjectSession::EarlierSteps::BringBack);
+    _stepsBroughtBack += other.steps().steps().size();
+    const JsonValue& found = other.data().project().projectFile();
+    std::string difference = differs(found, "from what was brought back");
+    if(!difference.empty()) return difference;
+    // With a save, steps before it may go.
+    if(other.steps().steps().size() != session.steps().steps().size()) return {};
+    while(other.changes().canUndo()) other.changes().undoLast();
+    return found == _start
+        ? ""
+        : "what was brought back does not begin as the project did:\n" + jsonText(_start) + '\n' + jsonText(found);
 }
 
 std::string Monkey::undoAndRedoAll() {

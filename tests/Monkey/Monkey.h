@@ -35,9 +35,15 @@ public:
     // Undoes all and redoes all. Empty, or what is not as it was.
     std::string undoAndRedoAll();
 
+    // What another editor would find in a folder, which is new, had this one been killed now: the project with all steps.
+    // Empty, or what is not as it is here.
+    std::string bringBackIn(const std::string& folder);
+
     std::size_t stepsDone() const { return _steps; }
     // Projects that were opened or begun while it played.
     unsigned projects() const { return _projects; }
+    // Steps that were brought back by bringBackIn().
+    std::size_t stepsBroughtBack() const { return _stepsBroughtBack; }
     VantrelEngine::Editor& editor() { return _editor; }
 
 private:
@@ -51,6 +57,12 @@ private:
     void pressOrRelease();
     void pressKey();
     void type();
+    void clickPanel();
+    void drag();
+    void mark();
+    void work();
+    VantrelEngine::Id anyObject();
+    std::string anyResource(const char* kind);
     void doSomethingRare();
     void resize();
     void drawFrame();
@@ -70,6 +82,7 @@ private:
     unsigned _project = 0;
     unsigned _projects = 0;
     std::size_t _steps = 0;
+    std::size_t _stepsBroughtBack = 0;
 };
 
 }

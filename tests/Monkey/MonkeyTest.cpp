@@ -68,23 +68,27 @@ protected:
     std::unique_ptr<HeadlessContext> context;
 };
 
-TEST_P(MonkeyTest, WhateverItDoesIsUndoneAndNothingAborts) {
+TEST_P(MonkeyTest, WhateverItDoesIsUndoneAndBroughtBackAndNothingAborts) {
     ASSERT_TRUE(context);
     const unsigned all = eventCount() / unsigned(std::size(Scenes));
     unsigned seed = 1;
-    std::size_t steps = 0;
+    std::size_t steps = 0, broughtBack = 0;
     for(unsigned played = 0; played < all; played += EventsPerRun, ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Monkey monkey{seed, toys()};
         ASSERT_EQ(monkey.open(), "");
         monkey.play(std::min(EventsPerRun, all - played));
         monkey.rest();
+        ASSERT_EQ(monkey.bringBackIn(folder.path("killed-" + std::to_string(seed))), "");
         ASSERT_EQ(monkey.undoAndRedoAll(), "");
         steps += monkey.stepsDone();
+        broughtBack += monkey.stepsBroughtBack();
     }
     RecordProperty("steps", int(steps));
+    RecordProperty("brought back", int(broughtBack));
     // It gets something done.
     EXPECT_GT(steps, 0u);
+    EXPECT_GT(broughtBack, 0u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, MonkeyTest, testing::ValuesIn(Scenes),

@@ -57,7 +57,7 @@ void OutlinerRows::update(Scene& scene, const std::string& search) {
 void OutlinerRows::build(const Scene& scene) {
     for(std::size_t i = scene.rearranged().findFirstSet(); i != scene.rearranged().size();
         i = scene.rearranged().findFirstSet(i + 1))
-        if(!scene.isValid(Id(i))) _tree.forget(Id(i));
+        if(!scene.isValid(Id(i)) && _tree.isKnown(Id(i))) _tree.forget(Id(i));
     _tree.beginBuild(scene.size());
     Id object = RootObject;
     _tree.enter(object);

@@ -214,6 +214,7 @@ void TourTree::insert(Id object, Id parent, Id previous) {
 }
 
 void TourTree::forget(Id object) {
+    CORRADE_ASSERT(isKnown(object), "TourTree::forget(): there is no object" << object, );
     _isKnown[object] = false;
     _isFolded[object] = false;
 }

@@ -93,6 +93,18 @@ TEST_F(OutlinerRowsTest, WhatWasFoldedWhenItWasDeletedIsFoldedWhenItComesBack) {
     EXPECT_EQ(shown().substr(shown().size() - 14), "x House .Room ");
 }
 
+// As while the pane is closed.
+TEST_F(OutlinerRowsTest, WhatCameAndWentBetweenTwoLooks) {
+    add(RootObject, "a");
+    EXPECT_EQ(shown(), "a ");
+    std::vector<Id> objects;
+    for(int i = 0; i != 300; ++i) objects.push_back(add(RootObject, "b"));
+    for(const Id object: objects) scene.deleteObjects(object);
+    // Nobody has to know them in order to forget them.
+    EXPECT_EQ(shown(), "a ");
+    EXPECT_FALSE(rows.isFolded(objects.back()));
+}
+
 TEST_F(OutlinerRowsTest, WithoutANameThereIsTheId) {
     const Id a = add(RootObject, "");
     scene.objectIds.setName(a, "o1");

@@ -280,7 +280,7 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
 
 void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
     const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
-        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+        !_session->editor().state().isBoxArmed && (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
     const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
     if(!refusal.empty()) Utility::Warning{} << refusal.data();
     _input.setButton(button, isDown, modifiers, refusal.empty());

@@ -205,6 +205,36 @@ TEST_F(GizmoEndTest, anotherProject) {
     expectOver();
 }
 
+// The gizmo of what it selects comes to be below the mouse.
+TEST_F(GizmoEndTest, aPressThatSelectsMovesNothing) {
+    addCube("cube", "[3, 1, 0]");
+    select({});
+    const std::string before = document();
+    dragMiddle("cube", {30.0f, 30.0f});
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    EXPECT_EQ(document(), before);
+    dragMiddle("cube", {30.0f, 30.0f});
+    EXPECT_NE(document(), before);
+}
+
+// Press and release are heard between two frames, and the mouse goes on.
+TEST_F(GizmoEndTest, aShortPressThatSelectsMovesNothing) {
+    addCube("cube", "[3, 1, 0]");
+    select({});
+    const std::string before = document();
+    const Vector2 point = pointOf(positionOf("cube"));
+    moveTo(point);
+    host.frame();
+    host.view().mousePressEvent({MouseButton::Left, Vector2i{mouse()}, 0});
+    host.view().mouseReleaseEvent({MouseButton::Left, Vector2i{mouse()}, 0});
+    ImGui::GetIO().MouseDown[0] = true;
+    host.frame();
+    ImGui::GetIO().MouseDown[0] = false;
+    moveTo(point + Vector2{20.0f, 0.0f});
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    EXPECT_EQ(document(), before);
+}
+
 TEST_F(GizmoEndTest, nothingIsGrabbedWhileFlying) {
     const std::string before = document();
     moveTo(pointOf({}));

@@ -34,6 +34,8 @@ void Journal::begin(std::unique_ptr<JournalFile> file, const std::optional<FileF
     _file = std::move(file);
     _path = _file->path();
     _contents = contents;
+    // All of them are written now.
+    _steps.takeFirstNew();
     _sizes.clear();
     _position = 0;
     _isIncomplete = true;

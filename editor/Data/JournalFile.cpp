@@ -144,6 +144,8 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     if(file < 0) return reason();
     std::string error = _calls->flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? reason() : std::string{};
     if(error.empty()) error = write(file, text);
+    // On the disk before it takes the place of what is there, which a power failure would else leave empty.
+    if(error.empty() && _calls->fdatasync(file) != 0) error = reason();
     if(error.empty() && _calls->rename(fresh.data(), _path.data()) != 0) error = reason();
     if(!error.empty()) {
         _calls->close(file);
@@ -154,7 +156,6 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     _file = file;
     _size = text.size();
     _checksum = checksum;
-    flush();
     return {};
 }
 

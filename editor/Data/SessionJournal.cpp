@@ -6,6 +6,7 @@
 #include "Data/FoundJournal.h"
 #include "Data/Journal.h"
 #include "Data/ProjectSession.h"
+#include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 
 // What a session does with journals.
@@ -87,24 +88,26 @@ void ProjectSession::beginJournal(EarlierSteps steps) {
         _journal->begin(journalPath(project), _store.fingerprint());
 }
 
-bool ProjectSession::applySteps(Recovery& recovery) {
+void ProjectSession::applySteps(FoundJournal& found) {
+    Recovery& recovery = *found.recovery;
     const bool fits = recovery.apply(*_changes);
     _steps.update();
     for(std::size_t i = 0; i != recovery.steps().size(); ++i) {
         const RecoveredStep& step = recovery.steps()[i];
         _steps.restore(i, step.before, step.after, step.name);
     }
-    return fits;
+    update();
+    selectAsAfterSteps(*this);
+    if(!fits)
+        warnOfRest(found.file->path(),
+            "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
+    else if(recovery.isDamaged())
+        warnOfRest(found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
 }
 
 void ProjectSession::bringBack(FoundJournal found) {
-    Recovery& recovery = *found.recovery;
-    const std::string path = found.file->path();
-    if(!applySteps(recovery))
-        warnOfRest(
-            path, "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
-    else if(recovery.isDamaged())
-        warnOfRest(path, "the journal is damaged, and what stands before the damage was brought back");
+    const Recovery& recovery = *found.recovery;
+    applySteps(found);
     // Where that fails, it is tried again with the next step.
     found.file->continueAt(recovery.size(), recovery.checksum());
     _journal->goOn(std::move(found.file), _store.fingerprint());
@@ -132,7 +135,7 @@ std::string ProjectSession::recoverCopy(const std::string& path, const std::stri
     if(!opened.error.empty()) return opened.error;
     compileResources();
     compileObjects();
-    applySteps(*found.recovery);
+    applySteps(found);
     const std::string error = save(copy);
     if(error.empty()) found.file->remove();
     return error;
@@ -161,9 +164,9 @@ bool ProjectSession::keepsFile(const std::string& path) {
 
 void ProjectSession::beginUntitledJournal() {
     const bool isSilent = _changes->changes().isEmpty() || _changes->trial() != Trial::None || _changes->group() >= 0;
-    if(isSilent || !_store.path().empty()) return;
+    if(isSilent || !_store.path().empty() || _hasNoFolder) return;
     if(folder().empty()) {
-        _keepsJournals = false;
+        _hasNoFolder = true;
         return warn(
             "The journal", "there is no folder for it; what is not saved is lost if the editor ends unexpectedly");
     }

@@ -1,6 +1,7 @@
 #include "Data/JournalFile.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <gtest/gtest.h>
 

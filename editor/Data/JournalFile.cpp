@@ -28,10 +28,16 @@ std::string textOf(const std::vector<std::string>& lines, std::uint64_t& checksu
 
 } // namespace
 
+std::string realPath(const std::string& path) {
+    const std::unique_ptr<char, void (*)(void*)> real{realpath(path.data(), nullptr), std::free};
+    return real ? real.get() : path;
+}
+
+std::string basePath(const std::string& journal) { return journal + ".base"; }
+
 std::string journalPath(const std::string& project) {
     // By whichever link it was opened, there is one journal.
-    const std::unique_ptr<char, void (*)(void*)> real{realpath(project.data(), nullptr), std::free};
-    const std::string path = real ? real.get() : project;
+    const std::string path = realPath(project);
     const std::size_t name = path.rfind('/') + 1;
     return path.substr(0, name) + '.' + path.substr(name) + ".journal";
 }

@@ -103,6 +103,8 @@ public:
     std::string recoverCopy(const std::string& path, const std::string& copy);
     // Writes the finished steps that the journal lacks. After each update of the steps.
     void updateJournal();
+    // Somebody else has written over the project's file, see Journal::keepBase().
+    void keepBase();
     // Null where there is none.
     const Journal* journal() const;
 

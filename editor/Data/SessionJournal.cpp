@@ -5,6 +5,7 @@
 
 #include "Data/FoundJournal.h"
 #include "Data/Journal.h"
+#include "Data/Project/FileCalls.h"
 #include "Data/ProjectSession.h"
 #include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
@@ -35,6 +36,8 @@ std::string asideOf(const std::string& journal) {
 bool putAside(JournalFile& file) {
     const std::string path = file.path(), aside = asideOf(path);
     const std::string error = aside.empty() ? std::string{"there are too many"} : file.rename(aside);
+    std::error_code none;
+    if(error.empty()) fs::rename(basePath(path), basePath(aside), none);
     warn(path, error.empty() ? "this journal is kept as " + aside : "this journal cannot be kept: " + error);
     return error.empty();
 }
@@ -137,8 +140,10 @@ std::string ProjectSession::recoverCopy(const std::string& path, const std::stri
     compileObjects();
     applySteps(found);
     const std::string error = save(copy);
-    if(error.empty()) found.file->remove();
-    return error;
+    if(!error.empty()) return error;
+    _calls.unlink(basePath(found.file->path()).data());
+    found.file->remove();
+    return {};
 }
 
 // The new file may have another journal; the old one goes when all is in it.
@@ -171,6 +176,12 @@ void ProjectSession::beginUntitledJournal() {
             "The journal", "there is no folder for it; what is not saved is lost if the editor ends unexpectedly");
     }
     beginJournal(EarlierSteps::PutAside);
+}
+
+void ProjectSession::keepBase() {
+    std::string text;
+    _steps.update();
+    if(_journal->isOn() && _store.write(_store.path(), text).empty()) _journal->keepBase(text);
 }
 
 void ProjectSession::updateJournal() {

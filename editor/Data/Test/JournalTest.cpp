@@ -346,6 +346,54 @@ TEST_F(JournalTest, whatACopyLacksIsKept) {
     }
 }
 
+// Somebody writes over the file while the project is open: there is no other one with what was in it.
+TEST_F(JournalTest, whatTheStepsBelongToIsKeptWhereTheFileIsNot) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"one\"");
+    editing.step("/objects/a/name", "\"two\"");
+    const std::string theirs = readFile(path) + "\n";
+    writeFile(path, theirs);
+    ASSERT_TRUE(editing.session.changedOutside());
+    editing.session.keepBase();
+    EXPECT_EQ(lostCount(crashed()), 2u) << "nothing was done since, and it is in no other file";
+    editing.step("/objects/a/name", "\"three\"");
+    editing.session.changes().undoLast();
+    editing.frame();
+    const std::string crash = crashed();
+    {
+        const FoundJournal journal = found(crash);
+        EXPECT_EQ(journal.state, State::Stale);
+        EXPECT_EQ(journal.project, basePath(journalPath(crash)));
+        EXPECT_EQ(journal.recovery->lost().count, 3u);
+    }
+    {
+        Editing other{crash};
+        EXPECT_EQ(other.session.recoverCopy(crash, crash + "-recovered.json"), "");
+        EXPECT_TRUE(isSameDocument(editing.session, other.session));
+        EXPECT_EQ(historyOf(other.session), historyOf(editing.session));
+    }
+    EXPECT_EQ(readFile(crash), theirs);
+    EXPECT_FALSE(fs::exists(basePath(journalPath(crash))));
+    EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_FALSE(fs::exists(basePath(journal))) << "the file has it";
+    editing.session.keepBase();
+    EXPECT_TRUE(fs::exists(basePath(journal)));
+    editing.session.startNew();
+    EXPECT_FALSE(fs::exists(basePath(journal))) << "it was given up";
+}
+
+TEST_F(JournalTest, aBackupStandsBesideWhatALinkLeadsTo) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"mine\"");
+    const std::string crash = crashed(), link = folder.path("link.json");
+    fs::copy(crash, crash + ".bak");
+    writeFile(crash, readFile(crash) + "\n");
+    fs::create_symlink(crash, link);
+    EXPECT_EQ(found(link).project, crash + ".bak");
+}
+
 TEST_F(JournalTest, whatWasSelectedLastIsSelectedAgain) {
     Editing editing{path};
     editing.open();

@@ -277,7 +277,8 @@ void SceneView::showToolbar() {
 
 void SceneView::moveWithGizmo() {
     if(_picking.isBoxArmed()) return _gizmo.endDrag(_editor->state());
-    const bool isBusy = _navigation.mode() != NavigationMode::Idle;
+    // What is dragged into the view is held by the same button.
+    const bool isBusy = _navigation.mode() != NavigationMode::Idle || ImGui::GetDragDropPayload();
     if(_gizmo.draw({*_data, _editor->state(), _camera, _frame.origin, _frame.size, isBusy}))
         _editor->state().wantsFrame = true;
 }

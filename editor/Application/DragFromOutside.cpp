@@ -6,6 +6,9 @@
 namespace VantrelEngine {
 
 void dragFromOutside(const std::string& type, const std::string& text) {
+    // One that began in a panel goes on: its tooltip would be closed here.
+    const ImGuiContext& context = *ImGui::GetCurrentContext();
+    if(context.DragDropActive && !(context.DragDropSourceFlags & ImGuiDragDropFlags_SourceExtern)) return;
     constexpr ImGuiDragDropFlags flags = ImGuiDragDropFlags_SourceExtern | ImGuiDragDropFlags_SourceNoPreviewTooltip;
     if(!ImGui::BeginDragDropSource(flags)) return;
     ImGui::SetDragDropPayload(type.data(), text.data(), text.size() + 1);

@@ -3,6 +3,7 @@
 #include <Vantrel/EditorUtilities/PayloadTypes.h>
 #include <imgui.h>
 
+#include "Application/DragFromOutside.h"
 #include "Application/InputRouter.h"
 
 namespace VantrelEngine {
@@ -28,11 +29,7 @@ void FileDrop::beginFrame(InputRouter& input, bool mayBegin) {
 
 void FileDrop::draw() const {
     if(!isPlaying()) return;
-    constexpr ImGuiDragDropFlags flags = ImGuiDragDropFlags_SourceExtern | ImGuiDragDropFlags_SourceNoPreviewTooltip;
-    if(!ImGui::BeginDragDropSource(flags)) return;
-    const std::string& file = _waiting.front().file;
-    ImGui::SetDragDropPayload(FilePayloadType, file.data(), file.size() + 1);
-    ImGui::EndDragDropSource();
+    dragFromOutside(FilePayloadType, _waiting.front().file);
 }
 
 std::string FileDrop::endFrame() {

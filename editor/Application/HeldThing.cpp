@@ -4,6 +4,8 @@
 
 #include <imgui.h>
 
+#include "Application/DragFromOutside.h"
+
 namespace VantrelEngine {
 
 void HeldThing::take(std::string type, std::string text) {
@@ -13,10 +15,7 @@ void HeldThing::take(std::string type, std::string text) {
 
 void HeldThing::draw() {
     if(!ImGui::IsMouseDown(ImGuiMouseButton_Left)) _type.clear();
-    constexpr ImGuiDragDropFlags flags = ImGuiDragDropFlags_SourceExtern | ImGuiDragDropFlags_SourceNoPreviewTooltip;
-    if(_type.empty() || !ImGui::BeginDragDropSource(flags)) return;
-    ImGui::SetDragDropPayload(_type.data(), _text.data(), _text.size() + 1);
-    ImGui::EndDragDropSource();
+    if(!_type.empty()) dragFromOutside(_type, _text);
 }
 
 } // namespace VantrelEngine

@@ -3,12 +3,10 @@
 #include <random>
 #include <thread>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "Journeys/Journey.h"
+#include "Journeys/RunningEditor.h"
 
 namespace VantrelTest {
 
@@ -26,46 +24,6 @@ const char* const Scene = R"({
   }
 }
 )";
-
-// An editor that goes on while the test does.
-class RunningEditor {
-public:
-    RunningEditor(const std::vector<std::string>& arguments, const std::string& output): _process{fork()} {
-        if(_process) return;
-        const int file = open(output.data(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-        dup2(file, STDOUT_FILENO);
-        dup2(file, STDERR_FILENO);
-        std::vector<char*> all{const_cast<char*>(EDITOR)};
-        for(const std::string& argument: arguments) all.push_back(const_cast<char*>(argument.data()));
-        all.push_back(nullptr);
-        execv(EDITOR, all.data());
-        _exit(127);
-    }
-    ~RunningEditor() { end(SIGKILL); }
-
-    // 128 + the signal, or the status of a process that ended before.
-    int end(int signal) {
-        if(_process <= 0) return _status;
-        kill(_process, signal);
-        int status = 0;
-        waitpid(_process, &status, 0);
-        _process = 0;
-        _status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-        return _status;
-    }
-
-private:
-    pid_t _process;
-    int _status = -1;
-};
-
-bool waitFor(const std::string& file) {
-    for(int i = 0; i != 6000; ++i) {
-        if(fs::exists(file)) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds{5});
-    }
-    return false;
-}
 
 std::string press(const std::string& key) { return "key " + key + "\nkeyup " + key + "\n"; }
 
@@ -89,7 +47,7 @@ protected:
     void runUntilReady(const std::string& script, int signal, const std::string& project = "p/scene.json") {
         fs::remove(folder.path("ready"));
         std::unique_ptr<RunningEditor> editor = start(script + "dump log {}/ready\nwait 1000000\n", project);
-        ASSERT_TRUE(waitFor(folder.path("ready"))) << read("output");
+        ASSERT_TRUE(waitForFile(folder.path("ready"))) << read("output");
         EXPECT_EQ(editor->end(signal), 128 + signal);
     }
     std::unique_ptr<RunningEditor> start(std::string script, const std::string& project) {
@@ -163,7 +121,7 @@ TEST_F(JournalJourneyTest, AnEditorThatEndsAsItShouldLeavesNothing) {
 
 TEST_F(JournalJourneyTest, ASecondEditorAsksBeforeItWritesOver) {
     std::unique_ptr<RunningEditor> first = start(Edits + "dump log {}/ready\nwait 1000000\n", "p/scene.json");
-    ASSERT_TRUE(waitFor(folder.path("ready"))) << read("output");
+    ASSERT_TRUE(waitForFile(folder.path("ready"))) << read("output");
     const std::string kept = readFile(journal());
     run("wait 3\nscreenshot {}/in-use.png\n" + press("Escape") + "wait 6\ndump document {}/cancelled\n",
         "--recover ask");
@@ -250,7 +208,7 @@ TEST_F(JournalJourneyTest, KilledAtAnyMoment) {
         const int moment = int(random() % StepCount);
         {
             const std::unique_ptr<RunningEditor> editor = start(dumpedAs("part") + "wait 100000\n", "p/scene.json");
-            ASSERT_TRUE(waitFor(folder.path("part-" + std::to_string(moment)))) << read("output");
+            ASSERT_TRUE(waitForFile(folder.path("part-" + std::to_string(moment)))) << read("output");
             std::this_thread::sleep_for(std::chrono::microseconds{random() % 20000});
         }
         std::size_t last = 0;

@@ -13,6 +13,7 @@
 
 #include "Data/ProjectSession.h"
 #include "Panels/CellPictures.h"
+#include "Panels/DragSource.h"
 #include "Panels/Keys.h"
 
 namespace VantrelEngine {
@@ -235,7 +236,7 @@ void AssetBrowser::touch(std::size_t position, const Frame& frame) {
     if(isHovered && (ImGui::IsMouseClicked(ImGuiMouseButton_Left) || ImGui::IsMouseClicked(ImGuiMouseButton_Right)))
         _selected = position;
     if(isHovered && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left)) open(asset, frame);
-    if(asset.kind != AssetKind::Folder && ImGui::BeginDragDropSource()) {
+    if(asset.kind != AssetKind::Folder && beginDragSource()) {
         const std::string path = pathOf(asset);
         ImGui::SetDragDropPayload(FilePayloadType, path.data(), path.size() + 1);
         const std::optional<Thumbnail> thumbnail = pictureOf(asset, path, frame.pictures);

@@ -5,6 +5,7 @@
 #include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
+#include "Panels/DragSource.h"
 #include "Panels/Keys.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Utilities/SelectedObjects.h"
@@ -49,7 +50,7 @@ void drawTarget(bool isBetween) {
 
 // The name of the row travels; with it go all that are selected.
 void OutlinerPanel::dragFrom(const EditorData& data, Id object) {
-    if(!ImGui::BeginDragDropSource()) return;
+    if(!beginDragSource()) return;
     const Scene& scene = data.scene().main();
     const std::string id = textOf(scene.objectIds.nameOf(object)), name = textOf(shownName(scene, object));
     ImGui::SetDragDropPayload(ObjectPayload, id.data(), id.size() + 1);

@@ -11,6 +11,7 @@
 #include "Data/Inspected.h"
 #include "Data/ProjectSession.h"
 #include "Panels/CellPictures.h"
+#include "Panels/DragSource.h"
 #include "Panels/Keys.h"
 #include "Utilities/ResourceEdits.h"
 
@@ -189,7 +190,7 @@ void ResourcesPanel::beginRename(const ResourceRow& row) {
 }
 
 void ResourcesPanel::drawDragSource(const ResourceRow& row, const Frame& frame) {
-    if(!ImGui::BeginDragDropSource()) return;
+    if(!beginDragSource()) return;
     ImGui::SetDragDropPayload(payloadTypeOf(section()), row.id.data(), row.id.size() + 1);
     const std::optional<Thumbnail> thumbnail = pictureOf(section(), row.id, frame.project(), frame.thumbnails);
     drawDragged(thumbnail ? &*thumbnail : nullptr, iconOf(section()), row.name);

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace VantrelEngine {
+
+// As ImGui::BeginDragDropSource(), but false while something is dragged that comes out of no panel: the UI library would
+// take that for the begin of this, and leave its tooltip open.
+bool beginDragSource();
+
+} // namespace VantrelEngine

@@ -78,8 +78,9 @@ private:
     // There is a trial of ours, with what this drag changed.
     bool _gizmoInUse = false;
     std::optional<DragRecorder> _recorder;
-    // Of several objects, since the drag began: the factors, and the place, which is not their mean where one of them stays.
+    // Since the drag began.
     Magnum::Vector3 _totalScale{1.0f};
+    // Of several objects, which is not their mean where one of them stays.
     Magnum::Vector3 _heldPosition;
 };
 

@@ -66,6 +66,19 @@ TEST_F(GizmoDragTest, oneDragIsOneStep) {
     EXPECT_EQ(steps(), stepsBefore + 3);
 }
 
+// As far in each frame as in the one before, and then not at all.
+TEST_F(GizmoDragTest, anEvenMovement) {
+    addObject("a");
+    select({"a"});
+    grab(pointOf({}));
+    for(int i = 1; i <= 4; ++i) {
+        moveTo(pointOf({}) + Vector2{6.0f * Float(i), 0.0f});
+        expectNear(positionOf("a"), {0.25f * Float(i), 0.0f, 0.0f});
+    }
+    release();
+    expectNear(positionOf("a"), {1.0f, 0.0f, 0.0f});
+}
+
 // What is dragged is in its place already.
 TEST_F(GizmoDragTest, nothingIsCompiled) {
     addObject("a");
@@ -152,6 +165,14 @@ TEST_F(GizmoDragTest, turning) {
     // What is turned in the document is what is seen, and keeps its size to the last digits of a float.
     const JsonValue& scaling = *data().project().valueByPointer("/objects/a/scaling");
     for(int i = 0; i != 3; ++i) EXPECT_FLOAT_EQ(scaling[i].GetFloat(), Float(i + 1));
+}
+
+TEST_F(GizmoDragTest, whatIsMirroredTurnsWithTheMouse) {
+    addObject("a", "", "[0, 0, 0]", "[0, 0, 0.3826834, 0.9238795]", "[-1, 2, 1]");
+    select({"a"});
+    const Matrix4 before = worldOf("a");
+    setOperation(GizmoOperation::Rotate, GizmoSpace::Local);
+    expectNear(worldOf("a"), Matrix4::rotationZ(turn({}, 60.0_degf)) * before);
 }
 
 TEST_F(GizmoDragTest, scaling) {

@@ -1,5 +1,6 @@
 #include <Magnum/Math/Functions.h>
 #include <gmock/gmock.h>
+#include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
 #include "GizmoFixture.h"
@@ -53,7 +54,7 @@ TEST_P(CancelTest, asIfItHadNeverBeen) {
     const Matrix4 a = worldOf("a"), below = worldOf("below");
     const std::string before = document(), log = undoLog();
     for(const bool byKey: {true, false}) {
-        const Vector2 handle = GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius()} : Vector2{};
+        const Vector2 handle = GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius({})} : Vector2{};
         grab(pointOf({}) + handle);
         for(int i = 0; i != 5; ++i) moveTo(mouse() + Vector2{8.0f, -12.0f});
         EXPECT_NE(document(), before);
@@ -81,6 +82,26 @@ TEST_P(CancelTest, asIfItHadNeverBeen) {
 
 INSTANTIATE_TEST_SUITE_P(
     Gizmo, CancelTest, testing::Values(GizmoOperation::Translate, GizmoOperation::Rotate, GizmoOperation::Scale));
+
+class ReleaseTest: public CancelTest {};
+
+// The toolbar is in a window of its own.
+TEST_P(ReleaseTest, overAnotherWindow) {
+    setOperation(GetParam(), GetParam() == GizmoOperation::Scale ? GizmoSpace::Local : GizmoSpace::World);
+    const int before = steps();
+    grab(pointOf({}) + (GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius({})} : Vector2{}));
+    for(int i = 0; i != 3; ++i) moveTo(mouse() + Vector2{8.0f, -12.0f});
+    ASSERT_TRUE(isOnTrial());
+    const ImGuiWindow& toolbar = *ImGui::FindWindowByName("##toolbar");
+    ASSERT_TRUE(toolbar.Active);
+    moveTo({toolbar.Pos.x + 3.0f, toolbar.Pos.y + 3.0f});
+    release();
+    EXPECT_EQ(steps(), before + 1);
+    expectOver();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Gizmo, ReleaseTest, testing::Values(GizmoOperation::Translate, GizmoOperation::Rotate, GizmoOperation::Scale));
 
 // Nothing is recorded before the mouse moves.
 TEST_F(GizmoEndTest, cancelBeforeTheFirstMovement) {

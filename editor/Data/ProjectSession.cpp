@@ -190,6 +190,13 @@ void ProjectSession::update() {
     }
 }
 
+void ProjectSession::updateResources() {
+    beginUpdate();
+    while(_resourceCompiler->compileNext()) {
+    }
+    setUsersPending();
+}
+
 void ProjectSession::beginUpdate() { _resourceCompiler->beginUpdate(); }
 
 bool ProjectSession::updateNext() {

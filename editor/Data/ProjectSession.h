@@ -110,7 +110,9 @@ public:
 
     // Compiles the resources and the objects that changed since the last call. Call before each frame.
     void update();
-    // The same a resource at a time: false when there is none left, and all is compiled. Nobody edits the project, or
+    // The resources alone: what uses them is compiled by update(), unless somebody does so before.
+    void updateResources();
+    // The same as update(), a resource at a time: false when there is none left, and all is compiled. Nobody edits the project, or
     // updates the session in another way, meanwhile.
     void beginUpdate();
     bool updateNext();

@@ -9,6 +9,8 @@
 
 #include "AssetCompiler.h"
 #include "ChangeManager.h"
+#include "Data/ProjectSession.h"
+#include "Import/ImportQueue.h"
 #include "Utilities/EditState.h"
 #include "Utilities/SelectedObjects.h"
 
@@ -78,6 +80,8 @@ void selectObjects(VantrelEditor& editor, const StringArray& names, bool additiv
 
 void compileAndSelect(VantrelEditor& editor, const StringArray& names) {
     if(!names.size()) return;
+    // Skins and animations come with what was copied.
+    if(ImportQueue* const imports = editor.state().imports) imports->session().updateResources();
     Containers::Array<Containers::StringView> ids{ValueInit, names.size()};
     for(std::size_t i = 0; i != names.size(); ++i) ids[i] = names[i];
     editor.state().assetCompiler->compileObjects(ids, true);

@@ -1,5 +1,7 @@
 #include "Vantrel/EditorUtilities/LoadFile.h"
 
+#include <Vantrel/EditorUtilities/Objects.h>
+
 #include "../../Import/Test/ImportFixture.h"
 #include "Utilities/DepthRange.h"
 #include "Utilities/SceneRadius.h"
@@ -17,6 +19,24 @@ TEST(ImagePathTest, TheEndOfTheNameDecides) {
         EXPECT_TRUE(isImagePath(path)) << path;
     for(const char* const path: {"", "png", "a.glb", "a.png.txt", "a.png/", "a.png/b", "a."})
         EXPECT_FALSE(isImagePath(path)) << path;
+}
+
+TEST_F(LoadFileTest, WhatCameWithACopyIsCompiledBeforeIt) {
+    const auto parsed = [](const char* text) {
+        JsonDocument value;
+        value.Parse(text);
+        return value;
+    };
+    changes().recordWithParents("/objects/ball", parsed(R"({"parent": "", "name": "Ball"})"), false);
+    changes().recordWithParents("/skins/bones", parsed(R"({"name": "Bones", "joints": ["ball"]})"), false);
+    StringArray names;
+    names.setSize(1);
+    names.set(0, "ball");
+    compileAndSelect(session.editor(), names);
+    const ResourceNode* const skin = session.data().scene().resourceMaps().find(ResourceKind::Skin, "bones");
+    ASSERT_TRUE(skin);
+    EXPECT_TRUE(skin->index);
+    EXPECT_TRUE(session.data().isSelected(objectOf("ball")));
 }
 
 TEST_F(LoadFileTest, AFileIsQueued) {

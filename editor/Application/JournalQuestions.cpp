@@ -42,14 +42,14 @@ std::string damage(const FoundJournal& found) {
 }
 
 ProjectChoice staleQuestion(const std::string& project, const FoundJournal& found, const Recovery::Lost& lost) {
-    const std::string changed = nameOf(project) + " was changed by somebody else since the editor ended. ";
+    const std::string changed = nameOf(project) + " was changed by somebody else meanwhile. ";
     if(found.project.empty())
         return {"Steps that were not saved",
             changed + "The " + stepsOf(lost) + " belong to what was in it before, which is not there any more." +
                 listOf(lost, nameOf(project)) + "\n\nKeep the journal under another name?",
             "Keep", "Discard", {Kind::OpenAsItIs, project, false}, {Kind::OpenWithoutSteps, project, false}};
     return {"Steps that were not saved",
-        changed + "Bring back " + stepsOf(lost) + " as a copy, " + nameOf(copyPath(project)) + "?" +
+        changed + "Bring back " + stepsOf(lost) + ", as the copy " + nameOf(copyPath(project)) + "?" +
             listOf(lost, nameOf(project)) + damage(found),
         "Bring back", "Discard", {Kind::OpenCopy, project, false}, {Kind::OpenWithoutSteps, project, false}};
 }

@@ -89,6 +89,12 @@ bool isFirst(Panel panel, const PaneSizes& sizes) {
     return false;
 }
 
+// The tab that is shown into sight; the library does so only when another one is chosen.
+void seekShownTab() {
+    ImGuiTabBar& tabs = *ImGui::GetCurrentContext()->CurrentTabBar;
+    if(!tabs.NextSelectedTabId) tabs.NextSelectedTabId = tabs.SelectedTabId;
+}
+
 bool isLast(Panel panel, const PaneSizes& sizes) {
     for(const PanelInfo& other: Panels)
         if(other.pane == infoOf(panel).pane && sizes[other.panel] && other.panel > panel) return false;
@@ -143,6 +149,10 @@ bool Panes::begin(Panel panel, PaneSizes& sizes, const char* badge) {
         _isPaneShown =
             ImGui::Begin(PaneNames[std::size_t(info.pane)], nullptr, PinnedFlags | ImGuiWindowFlags_NoTitleBar) &&
             ImGui::BeginTabBar("##panels", ImGuiTabBarFlags_FittingPolicyScroll);
+        const TabRoom room{place.sizeX(), ImGui::GetFontSize()};
+        TabRoom& before = _tabRooms[std::size_t(info.pane)];
+        if(_isPaneShown && room != before) seekShownTab();
+        if(_isPaneShown) before = room;
     }
     const ImGuiTabItemFlags flags = _front == panel ? ImGuiTabItemFlags_SetSelected : ImGuiTabItemFlags_None;
     if(_front == panel) _front.reset();

@@ -38,6 +38,14 @@ private:
     bool _isPaneShown = false;
     bool _isPanelShown = false;
     bool _isReset = false;
+
+    // What the tabs of a pane have room in, and how large they are; when they were drawn last.
+    struct TabRoom {
+        float width = 0.0f, fontSize = 0.0f;
+
+        bool operator!=(const TabRoom& other) const { return width != other.width || fontSize != other.fontSize; }
+    };
+    TabRoom _tabRooms[3];
 };
 
 } // namespace VantrelEngine

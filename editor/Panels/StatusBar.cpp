@@ -26,12 +26,19 @@ ImVec4 colorOf(Severity severity) {
     return ImGui::GetStyleColorVec4(ImGuiCol_Text);
 }
 
+// Never runs into the figures; whole under the mouse where it would.
 void drawMessage(const LogLine& message, float end) {
     const ImVec2 place = ImGui::GetCursorScreenPos();
-    // Never runs into the figures.
-    ImGui::PushClipRect(place, {end, place.y + ImGui::GetFrameHeight()}, true);
-    ImGui::TextColored(colorOf(message.severity), "%s", message.text.data());
-    ImGui::PopClipRect();
+    const ImVec2 text{place.x, place.y + ImGui::GetStyle().FramePadding.y};
+    const char* const begin = message.text.data();
+    const ImVec2 size = ImGui::CalcTextSize(begin);
+    ImGui::PushStyleColor(ImGuiCol_Text, colorOf(message.severity));
+    ImGui::RenderTextEllipsis(ImGui::GetWindowDrawList(), text, {end, place.y + ImGui::GetFrameHeight()}, end, end,
+        begin, begin + message.text.size(), &size);
+    ImGui::PopStyleColor();
+    const bool isHovered =
+        ImGui::IsWindowHovered() && ImGui::IsMouseHoveringRect(place, {end, place.y + ImGui::GetFrameHeight()});
+    if(isHovered && text.x + size.x > end) ImGui::SetTooltip("%s", begin);
 }
 
 void explain(const StatusLine& status) {

@@ -8,6 +8,7 @@
 #include "Data/StepLog.h"
 #include "Data/Test/SessionFixture.h"
 #include "Panels/HistoryPanel.h"
+#include "Panels/Panes.h"
 #include "Panels/ProblemsPanel.h"
 #include "Panels/StatisticsPanel.h"
 
@@ -133,6 +134,39 @@ TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShri
     drawFrames(4, draw);
     EXPECT_TRUE(isLastSeen());
 }
+
+#ifndef IMGUI_HAS_DOCK
+
+TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
+    Panes panes;
+    PaneSizes sizes;
+    const auto draw = [&] {
+        panes.layOut(sizes);
+        for(const PanelInfo& info: Panels) {
+            panes.begin(info.panel, sizes);
+            panes.end(info.panel);
+        }
+    };
+    panes.bringToFront(Panel::Statistics);
+    drawFrames(4, draw);
+    ImGui::GetIO().DisplaySize.x = 1000.0f;
+    drawFrames(4, draw);
+    int seen = 0;
+    ImPool<ImGuiTabBar>& bars = ImGui::GetCurrentContext()->TabBars;
+    for(int i = 0; i != bars.GetMapSize(); ++i) {
+        ImGuiTabBar* const bar = bars.TryGetMapData(i);
+        if(!bar || bar->Tabs.Size != 6) continue;
+        const ImGuiTabItem* const shown = ImGui::TabBarFindTabByID(bar, bar->SelectedTabId);
+        ASSERT_TRUE(shown);
+        EXPECT_EQ(shown, &bar->Tabs.back());
+        EXPECT_GT(bar->WidthAllTabs, bar->BarRect.GetWidth()) << "there is room for all";
+        EXPECT_LE(shown->Offset + shown->Width - bar->ScrollingTarget, bar->BarRect.GetWidth());
+        ++seen;
+    }
+    EXPECT_EQ(seen, 1);
+}
+
+#endif
 
 } // namespace
 

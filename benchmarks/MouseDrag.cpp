@@ -84,8 +84,10 @@ double MouseDrag::begin() {
 
 double MouseDrag::moveOn() { return move(); }
 
+void MouseDrag::moveMouse() { _mouse.moveTo(_start + Vector2{++_moves % 2 ? Step : 2.0f * Step, Step}); }
+
 double MouseDrag::move() {
-    _mouse.moveTo(_start + Vector2{++_moves % 2 ? Step : 2.0f * Step, Step});
+    moveMouse();
     return frame();
 }
 

@@ -34,7 +34,9 @@ public:
 
     // Takes hold of the handle and makes the first movement, which is the first frame of the drag. Seconds of it.
     double begin();
-    // Moves a little further, or back. Seconds of the frame that takes it.
+    // Moves the mouse a little further, or back, before a frame.
+    void moveMouse();
+    // The same with the frame that takes it. Seconds of that.
     double moveOn();
     // Lets go. The drag is a step then.
     void end();

@@ -156,7 +156,7 @@ view_verbs() {
     is_exactly document_differs documents 0
     judges by_mouse exponent 1.15
     prints lag 64
-    for what in move pick drag_after_the_frame_that_takes_it camera; do is_exactly $what frames 1; done
+    for what in move pick drag camera; do is_exactly $what frames 1; done
     runs frame 64 96 64
     judges objects exponent 1.1
     judges mesh_and_pass ratio 0.5

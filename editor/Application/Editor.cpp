@@ -43,6 +43,8 @@ constexpr Double ProgressDelay = 0.5;
 constexpr Double OpeningStep = 0.015;
 constexpr Double Endless = 1e6;
 
+constexpr const char* NotWhileDragged = ": not while something is dragged";
+
 std::string absolutePath(const std::string& path) {
     std::error_code error;
     const fs::path absolute = fs::absolute(path, error);
@@ -87,6 +89,11 @@ Editor::Editor(Platform& platform, Files files):
 Editor::~Editor() {
     closeView();
     _marks.update(*_session);
+    rememberSettings();
+}
+
+// Not at the end alone, which an editor that is killed has not.
+void Editor::rememberSettings() {
     _settings.docking = _interface.docking();
     const std::string error = writeSettings(_settingsFile, _settings);
     if(!error.empty()) Utility::Error{} << error.data();
@@ -128,6 +135,8 @@ std::string Editor::reloadView(const std::string& moduleFile) {
 
 std::string Editor::open(const std::string& path) {
     const std::string absolute = absolutePath(path);
+    if(isGestureUnderWay()) return absolute + NotWhileDragged;
+    dropPreview();
     if(isImportable(absolute)) {
         _imports.add(absolute, ImportInto::NewProject);
         requestFrames();
@@ -145,6 +154,7 @@ void Editor::opened(const OpenedProject& opened, const std::string& path) {
     for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
     _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
+    rememberSettings();
     Utility::Debug{} << "Opened" << path.data();
 }
 
@@ -156,13 +166,17 @@ std::string Editor::save(const std::string& path, bool overwritesRepaired) {
         _session->save(absolute, overwritesRepaired ? ProjectStore::Repaired::Overwrite : ProjectStore::Repaired::Keep);
     if(!error.empty()) return error;
     addRecentFile(_settings.recentFiles, absolute);
+    rememberSettings();
     Utility::Debug{} << "Saved" << absolute.data();
     return {};
 }
 
-void Editor::startNew() {
+std::string Editor::startNew() {
+    if(isGestureUnderWay()) return std::string{"A new project"} + NotWhileDragged;
+    dropPreview();
     _session->startNew();
     requestFrames();
+    return {};
 }
 
 void Editor::import(const std::string& path) {
@@ -280,7 +294,7 @@ void Editor::setKey(int key, bool isDown, bool isRepeated) {
 
 void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
     const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
-        (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
+        !_session->editor().state().isBoxArmed && (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
     const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
     if(!refusal.empty()) Utility::Warning{} << refusal.data();
     _input.setButton(button, isDown, modifiers, refusal.empty());
@@ -288,7 +302,7 @@ void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
     requestFrames();
-    if(isProjectPath(file)) return openAsked(file);
+    if(isProjectPath(file)) return isGestureUnderWay() ? showError(file + NotWhileDragged) : openAsked(file);
     _drop.add(file, position);
 }
 
@@ -310,7 +324,11 @@ void Editor::runActions() {
 void Editor::run(const ProjectAction& action) {
     requestFrames();
     switch(action.kind) {
-    case ProjectAction::Kind::New: return startNew();
+    case ProjectAction::Kind::New: {
+        const std::string error = startNew();
+        if(!error.empty()) showError(error);
+        return;
+    }
     case ProjectAction::Kind::Quit: _wantsQuit = true; return;
     case ProjectAction::Kind::Import: return import(action.path);
     case ProjectAction::Kind::Save: {
@@ -378,13 +396,18 @@ void Editor::recoverUntitled() {
 
 void Editor::setFocus(bool hasFocus) {
     _input.setWindowFocus(hasFocus);
-    if(hasFocus) askForChanges();
+    if(hasFocus)
+        askForChanges();
+    else
+        rememberSettings();
 }
 
 void Editor::askForChanges() {
     if(isBlocked() || isGestureUnderWay() || _dialogs.isOpen()) return;
     const std::optional<FileFingerprint> changed = _session->changedOutside();
     if(!changed || changed == _keptMine) return;
+    // Whatever is answered, or not any more.
+    _session->keepBase();
     _dialogs.ask(changedQuestion(_session->path(), _session->changes().hasUnsavedChanges()));
     requestFrames();
 }

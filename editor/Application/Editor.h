@@ -57,7 +57,7 @@ public:
     // A model or an image: begins a new project, into which it is imported, when it is read.
     std::string open(const std::string& path);
     std::string save(const std::string& path, bool overwritesRepaired = false);
-    void startNew();
+    std::string startNew();
     // From another file than before where one is given.
     std::string reloadView(const std::string& moduleFile = {});
 
@@ -122,6 +122,7 @@ private:
 
     void initView();
     void closeView();
+    void rememberSettings();
     void updateSteps(const std::vector<ImportResult>& imported = {});
     bool isGestureUnderWay();
     bool dropPreview();

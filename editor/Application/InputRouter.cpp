@@ -86,7 +86,7 @@ void InputRouter::setWindowFocus(bool isFocused) {
     _delivery.loseFocus(wholePoints(_position));
 }
 
-void InputRouter::holdForInterface(bool isDown) { _interface.setButton(int(MouseButton::Left), isDown); }
+void InputRouter::holdForInterface(bool isDown) { _interface.hold(isDown); }
 
 void InputRouter::updateModifiers(int key, bool isDown) {
     const unsigned modifier = modifierOf(key);

@@ -60,11 +60,24 @@ void InterfaceInput::addText(Containers::StringView utf8) {
     ImGui::GetIO().AddInputCharactersUTF8(text.data());
 }
 
+void InterfaceInput::hold(bool isDown) {
+    setButton(ImGuiMouseButton_Left, isDown);
+    _isHeld = isDown;
+}
+
+void InterfaceInput::frameBegun() {
+    if(!_isHeld) return;
+    ImGuiIO& io = ImGui::GetIO();
+    io.MouseClicked[ImGuiMouseButton_Left] = io.MouseDoubleClicked[ImGuiMouseButton_Left] = false;
+    io.MouseClickedCount[ImGuiMouseButton_Left] = 0;
+}
+
 #if IMGUI_VERSION_NUM >= 18700
 
 void InterfaceInput::moveTo(const Vector2& position) { ImGui::GetIO().AddMousePosEvent(position.x(), position.y()); }
 
 void InterfaceInput::setButton(int button, bool isDown) {
+    if(button == ImGuiMouseButton_Left) _isHeld = false;
     if(button < ButtonCount) ImGui::GetIO().AddMouseButtonEvent(button, isDown);
 }
 
@@ -101,6 +114,7 @@ void InterfaceInput::moveTo(const Vector2& position) { ImGui::GetIO().MousePos =
 
 void InterfaceInput::setButton(int button, bool isDown) {
     if(button >= ButtonCount) return;
+    if(button == ImGuiMouseButton_Left) _isHeld = false;
     _isDown[button] = isDown;
     if(!isDown) return;
     _wasPressed[button] = true;

@@ -20,6 +20,8 @@ public:
     void moveTo(const Magnum::Vector2& position);
     // 0 left, 1 right, 2 middle.
     void setButton(int button, bool isDown);
+    // The left button as that of something that is dragged from elsewhere: what lies under the mouse sees no click.
+    void hold(bool isDown);
     void scroll(const Magnum::Vector2& offset);
     // A GLFW code; the modifiers are those that hold after the event.
     void setKey(int key, bool isDown, unsigned modifiers);
@@ -28,6 +30,8 @@ public:
 
     // Before each frame, with the seconds since the last one.
     void beginFrame(Magnum::Double delta);
+    // When the UI library's frame has begun, before any of its windows.
+    void frameBegun();
 
 private:
     static constexpr int ButtonCount = 3;
@@ -36,6 +40,7 @@ private:
 
     void setModifiers(unsigned modifiers);
 
+    bool _isHeld = false;
     bool _isDown[ButtonCount]{};
     bool _wasPressed[ButtonCount]{};
     std::bitset<KeyCount> _isKeyDown, _wasKeyPressed;

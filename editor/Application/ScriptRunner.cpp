@@ -144,7 +144,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     }
     case ScriptVerb::Open: return drawn(_editor.open(argument));
     case ScriptVerb::Save: return _editor.save(argument);
-    case ScriptVerb::New: _editor.startNew(); return drawn({});
+    case ScriptVerb::New: return drawn(_editor.startNew());
     case ScriptVerb::Edit: return drawn(VantrelTools::Script{_editor.session()}.run(argument));
     case ScriptVerb::Undo: _editor.perform(Command::Undo); return drawn({});
     case ScriptVerb::Redo: _editor.perform(Command::Redo); return drawn({});

@@ -91,6 +91,7 @@ void UserInterface::beginFrame(const Vector2& size, const Vector2& framebufferSc
     _input->beginFrame(delta);
     ImGui_ImplOpenGL3_NewFrame();
     ImGui::NewFrame();
+    _input->frameBegun();
 }
 
 void UserInterface::applyScales(Float fontScale, Float framebufferScale) {

@@ -9,6 +9,15 @@ namespace {
 // Nothing was done since: neither its steps nor what the file holds are missed.
 bool isMissed(const Recovery& recovery) { return recovery.lost().count != 0; }
 
+// The first file that holds what the steps belong to.
+std::string projectOf(Recovery& recovery, const std::string& project) {
+    // A save keeps the file before it.
+    for(const std::string& candidate: {project, realPath(project) + ".bak"})
+        if(recovery.findFile(fingerprintOfFile(candidate))) return candidate;
+    const std::string base = basePath(journalPath(project));
+    return recovery.findBase(fingerprintOfFile(base)) ? base : std::string{};
+}
+
 } // namespace
 
 FoundJournal findJournal(const std::string& project, FileCalls& calls) {
@@ -21,12 +30,7 @@ FoundJournal findJournal(const std::string& project, FileCalls& calls) {
     std::string text;
     if(!found.file->read(text).empty()) return found;
     found.recovery.emplace(text);
-    // A save keeps the file before it.
-    for(const std::string& candidate: {project, project + ".bak"}) {
-        if(!found.recovery->findFile(fingerprintOfFile(candidate))) continue;
-        found.project = candidate;
-        break;
-    }
+    found.project = projectOf(*found.recovery, project);
     if(!isMissed(*found.recovery)) return found;
     found.state = found.project == project ? FoundJournal::State::Steps : FoundJournal::State::Stale;
     return found;

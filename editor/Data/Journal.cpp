@@ -8,6 +8,8 @@
 #include <Corrade/Utility/Debug.h>
 
 #include "Data/JournalEntry.h"
+#include "Data/Project/FileCalls.h"
+#include "Data/Project/ReplaceFile.h"
 #include "Data/StepLog.h"
 
 namespace VantrelEngine {
@@ -34,6 +36,8 @@ void Journal::begin(std::unique_ptr<JournalFile> file, const std::optional<FileF
     _file = std::move(file);
     _path = _file->path();
     _contents = contents;
+    // All of them are written now.
+    _steps.takeFirstNew();
     _sizes.clear();
     _position = 0;
     _isIncomplete = true;
@@ -55,6 +59,7 @@ void Journal::goOn(std::unique_ptr<JournalFile> file, const std::optional<FileFi
 }
 
 void Journal::end() {
+    if(_file->isThere()) _calls.unlink(basePath(_path).data());
     _file->remove();
     _path.clear();
     _trouble.clear();
@@ -181,9 +186,21 @@ void Journal::saving(const FileFingerprint& contents) {
     take(error);
 }
 
+void Journal::keepBase(const std::string& text) {
+    if(!isOn() || !takeNew()) return;
+    if(!isUpToDate()) write();
+    // Where that failed, it is said.
+    if(!isUpToDate()) return;
+    _calls.unlink(basePath(_path).data());
+    std::string error = replaceFile(basePath(_path), text, _calls);
+    if(error.empty()) error = _file->add({baseEntry(fingerprintOf(text))});
+    take(error);
+}
+
 void Journal::saved() {
     if(!isOn()) return;
     _contents = _nextContents;
+    _calls.unlink(basePath(_path).data());
     const std::size_t needed = std::accumulate(_sizes.begin(), _sizes.end(), std::size_t{});
     if(!_isIncomplete && _file->size() <= 2 * needed + SpareSize) return;
     _isIncomplete = true;

@@ -42,6 +42,9 @@ public:
     // The project's file is going to hold this; and does. What is not needed any more goes then, where it is much.
     void saving(const FileFingerprint& contents);
     void saved();
+    // Somebody else has written over the project's file: the text of the project as it is here is kept in the base, until
+    // the project is saved or the journal ends. Nothing while a gesture is under way.
+    void keepBase(const std::string& text);
 
     // It was begun.
     bool isOn() const { return !_path.empty(); }

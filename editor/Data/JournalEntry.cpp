@@ -36,6 +36,15 @@ void writeIds(Writer& writer, const char* key, const std::vector<std::string>& i
     writer.EndArray();
 }
 
+bool writeFile(Writer& writer, const FileFingerprint& file) {
+    writer.StartObject();
+    writer.Key("size");
+    writer.Uint64(file.size);
+    writer.Key("checksum");
+    writer.Uint64(file.checksum);
+    return writer.EndObject();
+}
+
 bool writeChange(Writer& writer, const Change& change) {
     writer.StartObject();
     writer.Key("path");
@@ -143,6 +152,10 @@ bool readKind(JsonValue& object, JournalEntry& entry) {
         entry.kind = Kind::File;
         return readFile(value, entry);
     }
+    if(key == "base") {
+        entry.kind = Kind::Base;
+        return value.IsObject() && readFile(value, entry);
+    }
     if(key == "position") {
         entry.kind = Kind::Position;
         entry.position = value.IsUint64() ? std::size_t(value.GetUint64()) : 0;
@@ -159,15 +172,11 @@ std::string beginEntry() {
 }
 
 std::string fileEntry(const std::optional<FileFingerprint>& file) {
-    return entry("file", [&](Writer& writer) {
-        if(!file) return writer.Null();
-        writer.StartObject();
-        writer.Key("size");
-        writer.Uint64(file->size);
-        writer.Key("checksum");
-        writer.Uint64(file->checksum);
-        return writer.EndObject();
-    });
+    return entry("file", [&](Writer& writer) { return file ? writeFile(writer, *file) : writer.Null(); });
+}
+
+std::string baseEntry(const FileFingerprint& base) {
+    return entry("base", [&](Writer& writer) { return writeFile(writer, base); });
 }
 
 std::string positionEntry(std::size_t position) {

@@ -36,6 +36,8 @@ struct WrittenStep {
 std::string beginEntry();
 // None: the project has no file, and is new.
 std::string fileEntry(const std::optional<FileFingerprint>& file);
+// The base holds this, which is the project as it is here, see basePath().
+std::string baseEntry(const FileFingerprint& base);
 std::string positionEntry(std::size_t position);
 // Empty where the step has what cannot be written.
 std::string stepEntry(const WrittenStep& step);
@@ -50,10 +52,10 @@ struct ReadStep {
 };
 
 struct JournalEntry {
-    enum class Kind { Begin, File, Position, Step };
+    enum class Kind { Begin, File, Base, Position, Step };
 
     Kind kind = Kind::Begin;
-    // Of a file; none for a new project.
+    // Of a file or a base; none for the file of a new project.
     std::optional<FileFingerprint> file;
     std::size_t position = 0;
     ReadStep step;

@@ -28,10 +28,16 @@ std::string textOf(const std::vector<std::string>& lines, std::uint64_t& checksu
 
 } // namespace
 
+std::string realPath(const std::string& path) {
+    const std::unique_ptr<char, void (*)(void*)> real{realpath(path.data(), nullptr), std::free};
+    return real ? real.get() : path;
+}
+
+std::string basePath(const std::string& journal) { return journal + ".base"; }
+
 std::string journalPath(const std::string& project) {
     // By whichever link it was opened, there is one journal.
-    const std::unique_ptr<char, void (*)(void*)> real{realpath(project.data(), nullptr), std::free};
-    const std::string path = real ? real.get() : project;
+    const std::string path = realPath(project);
     const std::size_t name = path.rfind('/') + 1;
     return path.substr(0, name) + '.' + path.substr(name) + ".journal";
 }
@@ -144,6 +150,8 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     if(file < 0) return reason();
     std::string error = _calls->flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? reason() : std::string{};
     if(error.empty()) error = write(file, text);
+    // On the disk before it takes the place of what is there, which a power failure would else leave empty.
+    if(error.empty() && _calls->fdatasync(file) != 0) error = reason();
     if(error.empty() && _calls->rename(fresh.data(), _path.data()) != 0) error = reason();
     if(!error.empty()) {
         _calls->close(file);
@@ -154,7 +162,6 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     _file = file;
     _size = text.size();
     _checksum = checksum;
-    flush();
     return {};
 }
 

@@ -69,7 +69,11 @@ private:
     std::future<void> _flushing;
 };
 
+// What links lead to; the path itself where nothing is there.
+std::string realPath(const std::string& path);
 // ".scene.json.journal" beside "scene.json", or beside what that leads to.
 std::string journalPath(const std::string& project);
+// Beside a journal: the project as a file, for its steps to belong to where somebody else has written over the project's.
+std::string basePath(const std::string& journal);
 
 } // namespace VantrelEngine

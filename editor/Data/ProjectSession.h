@@ -103,6 +103,8 @@ public:
     std::string recoverCopy(const std::string& path, const std::string& copy);
     // Writes the finished steps that the journal lacks. After each update of the steps.
     void updateJournal();
+    // Somebody else has written over the project's file, see Journal::keepBase().
+    void keepBase();
     // Null where there is none.
     const Journal* journal() const;
 
@@ -120,7 +122,7 @@ private:
     void leaveWorkingFolder();
     std::string journaledProject() const;
     void beginUntitledJournal();
-    bool applySteps(Recovery& recovery);
+    void applySteps(FoundJournal& found);
     void bringBack(FoundJournal found);
     void journalSaved();
     void keepIfOpenElsewhere(const std::string& path);
@@ -142,6 +144,8 @@ private:
     StepLog _steps;
     std::unique_ptr<Journal> _journal;
     bool _keepsJournals = false;
+    // Of a project without a file: none can be made, which was said.
+    bool _hasNoFolder = false;
     // Of the scene when its environment was read; of none at first.
     std::optional<std::uint32_t> _environmentRevision;
 };

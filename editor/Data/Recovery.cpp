@@ -36,15 +36,24 @@ Recovery::State Recovery::stateAt(std::size_t lineCount) const {
     return state;
 }
 
-bool Recovery::findFile(const std::optional<FileFingerprint>& file) {
+bool Recovery::findPlace(Kind kind, const std::optional<FileFingerprint>& contents) {
     _place.reset();
     for(std::size_t line = 0; line != _lines.size(); ++line)
-        if(_lines[line].entry.kind == Kind::File && _lines[line].entry.file == file) _place = line + 1;
+        if(_lines[line].entry.kind == kind && _lines[line].entry.file == contents) _place = line + 1;
+    _saved = _place.value_or(0);
     return _place.has_value();
 }
 
+bool Recovery::findFile(const std::optional<FileFingerprint>& file) { return findPlace(Kind::File, file); }
+
+bool Recovery::findBase(const std::optional<FileFingerprint>& base) {
+    if(!findPlace(Kind::Base, base)) return false;
+    while(_saved && _lines[_saved - 1].entry.kind != Kind::File) --_saved;
+    return true;
+}
+
 Recovery::Lost Recovery::lost() const {
-    const std::size_t place = _place.value_or(0);
+    const std::size_t place = _saved;
     const State before = stateAt(place), after = stateAt(_lines.size());
     // Lines are in the order of time: what is new stands behind what is left of the old.
     const auto made = std::lower_bound(after.steps.begin(), after.steps.end(), place);

@@ -32,6 +32,8 @@ public:
     // Finds the last place of the journal where the project was what this file has, none for a new project. False where
     // there is none: the file was written by somebody else since.
     bool findFile(const std::optional<FileFingerprint>& file);
+    // The same of the base of the journal. What is missed is what the file lacks that was there before.
+    bool findBase(const std::optional<FileFingerprint>& base);
     bool hasPlace() const { return _place.has_value(); }
 
     // The following of the place that was found, or of the begin of the journal.
@@ -72,6 +74,7 @@ private:
     };
 
     void advance(State& state, std::size_t line) const;
+    bool findPlace(JournalEntry::Kind kind, const std::optional<FileFingerprint>& contents);
     State stateAt(std::size_t lineCount) const;
     void restoreLog(ChangeManager& changes, const State& state);
     bool applyLine(ChangeManager& changes, JournalEntry& entry);
@@ -82,6 +85,8 @@ private:
     bool _isDamaged = false;
     // How many lines lead to it.
     std::optional<std::size_t> _place;
+    // The same of where the project's file was last.
+    std::size_t _saved = 0;
     std::vector<RecoveredStep> _steps;
     std::size_t _position = 0;
     std::size_t _size = 0;

@@ -5,7 +5,9 @@
 
 #include "Data/FoundJournal.h"
 #include "Data/Journal.h"
+#include "Data/Project/FileCalls.h"
 #include "Data/ProjectSession.h"
+#include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 
 // What a session does with journals.
@@ -34,6 +36,8 @@ std::string asideOf(const std::string& journal) {
 bool putAside(JournalFile& file) {
     const std::string path = file.path(), aside = asideOf(path);
     const std::string error = aside.empty() ? std::string{"there are too many"} : file.rename(aside);
+    std::error_code none;
+    if(error.empty()) fs::rename(basePath(path), basePath(aside), none);
     warn(path, error.empty() ? "this journal is kept as " + aside : "this journal cannot be kept: " + error);
     return error.empty();
 }
@@ -87,24 +91,26 @@ void ProjectSession::beginJournal(EarlierSteps steps) {
         _journal->begin(journalPath(project), _store.fingerprint());
 }
 
-bool ProjectSession::applySteps(Recovery& recovery) {
+void ProjectSession::applySteps(FoundJournal& found) {
+    Recovery& recovery = *found.recovery;
     const bool fits = recovery.apply(*_changes);
     _steps.update();
     for(std::size_t i = 0; i != recovery.steps().size(); ++i) {
         const RecoveredStep& step = recovery.steps()[i];
         _steps.restore(i, step.before, step.after, step.name);
     }
-    return fits;
+    update();
+    selectAsAfterSteps(*this);
+    if(!fits)
+        warnOfRest(found.file->path(),
+            "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
+    else if(recovery.isDamaged())
+        warnOfRest(found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
 }
 
 void ProjectSession::bringBack(FoundJournal found) {
-    Recovery& recovery = *found.recovery;
-    const std::string path = found.file->path();
-    if(!applySteps(recovery))
-        warnOfRest(
-            path, "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
-    else if(recovery.isDamaged())
-        warnOfRest(path, "the journal is damaged, and what stands before the damage was brought back");
+    const Recovery& recovery = *found.recovery;
+    applySteps(found);
     // Where that fails, it is tried again with the next step.
     found.file->continueAt(recovery.size(), recovery.checksum());
     _journal->goOn(std::move(found.file), _store.fingerprint());
@@ -132,10 +138,12 @@ std::string ProjectSession::recoverCopy(const std::string& path, const std::stri
     if(!opened.error.empty()) return opened.error;
     compileResources();
     compileObjects();
-    applySteps(*found.recovery);
+    applySteps(found);
     const std::string error = save(copy);
-    if(error.empty()) found.file->remove();
-    return error;
+    if(!error.empty()) return error;
+    _calls.unlink(basePath(found.file->path()).data());
+    found.file->remove();
+    return {};
 }
 
 // The new file may have another journal; the old one goes when all is in it.
@@ -161,13 +169,19 @@ bool ProjectSession::keepsFile(const std::string& path) {
 
 void ProjectSession::beginUntitledJournal() {
     const bool isSilent = _changes->changes().isEmpty() || _changes->trial() != Trial::None || _changes->group() >= 0;
-    if(isSilent || !_store.path().empty()) return;
+    if(isSilent || !_store.path().empty() || _hasNoFolder) return;
     if(folder().empty()) {
-        _keepsJournals = false;
+        _hasNoFolder = true;
         return warn(
             "The journal", "there is no folder for it; what is not saved is lost if the editor ends unexpectedly");
     }
     beginJournal(EarlierSteps::PutAside);
+}
+
+void ProjectSession::keepBase() {
+    std::string text;
+    _steps.update();
+    if(_journal->isOn() && _store.write(_store.path(), text).empty()) _journal->keepBase(text);
 }
 
 void ProjectSession::updateJournal() {

@@ -1,5 +1,6 @@
 #include "Data/StepName.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <optional>

@@ -16,6 +16,13 @@ void select(const SelectedIds& ids, ProjectSession& session) {
 
 } // namespace
 
+void selectAsAfterSteps(ProjectSession& session) {
+    const StepLog& log = session.steps();
+    const std::size_t position = log.position();
+    if(!log.steps().empty())
+        select(position ? log.steps()[position - 1].selectedAfter : log.steps()[0].selectedBefore, session);
+}
+
 void goToStep(ProjectSession& session, std::size_t position) {
     StepLog& log = session.steps();
     log.update();

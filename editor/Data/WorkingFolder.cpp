@@ -48,14 +48,14 @@ bool isRecent(const fs::path& folder) {
     return !error && fs::file_time_type::clock::now() - time < KeptFor;
 }
 
-// A folder of what was imported, or a journal.
-bool hasRecentWork(const fs::path& folder) {
+// A journal, of whatever age and by whatever clock: only the user gives up its steps. Or a folder of what was imported.
+bool hasWork(const fs::path& folder) {
     std::error_code error;
     for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
         entry.increment(error)) {
         std::error_code ignored;
-        const bool isWork = entry->is_directory(ignored) || entry->path().extension() == ".journal";
-        if(isWork && isRecent(entry->path())) return true;
+        if(entry->path().extension() == ".journal") return true;
+        if(entry->is_directory(ignored) && isRecent(entry->path())) return true;
     }
     return false;
 }
@@ -69,7 +69,7 @@ void removeIfAbandoned(const fs::path& folder) {
     const int lock = openLocked((folder / LockName).string(), 0);
     if(lock < 0) return;
     std::error_code error;
-    if(startsWith(folder, ImportPrefix) || !hasRecentWork(folder)) fs::remove_all(folder, error);
+    if(startsWith(folder, ImportPrefix) || !hasWork(folder)) fs::remove_all(folder, error);
     close(lock);
 }
 

@@ -27,8 +27,8 @@ public:
     // From now on it stays when the object goes, as if the process had left it behind.
     void leave() { _isLeft = true; }
 
-    // Removes what processes left behind that are gone: at once where it is of an import, or there is neither an import nor
-    // a journal in it, else when nothing was written there for 30 days.
+    // Removes what processes left behind that are gone: at once where it is of an import, or nothing was imported into it,
+    // else when nothing was written there for 30 days. One with a journal stays until somebody takes it over.
     CORRADE_VISIBILITY_EXPORT static void removeAbandoned();
     // The folders of projects that were left behind, the last one first.
     CORRADE_VISIBILITY_EXPORT static std::vector<std::string> abandonedProjects();

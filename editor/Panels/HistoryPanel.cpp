@@ -94,7 +94,10 @@ std::optional<std::size_t> HistoryPanel::draw(const StepLog& log) {
     std::optional<std::size_t> asked = askedByKey(position, steps.size());
     if(!ImGui::BeginTable("##steps", 3, TableFlags)) return asked;
     beginColumns();
-    if(_position != position) scrollTo(_position = position);
+    // Larger rows, or a lower pane, move it away, too.
+    const Shown shown{position, ImGui::GetTextLineHeight(), ImGui::GetWindowHeight()};
+    if(shown != _shown) scrollTo(position);
+    _shown = shown;
     ImGuiListClipper clipper;
     clipper.Begin(int(steps.size()) + 1);
     while(clipper.Step())

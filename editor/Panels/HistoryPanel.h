@@ -16,8 +16,17 @@ public:
     std::optional<std::size_t> draw(const StepLog& log);
 
 private:
-    // What was shown last.
-    std::size_t _position = 0;
+    struct Shown {
+        std::size_t position = 0;
+        float rowHeight = 0.0f, height = 0.0f;
+
+        bool operator!=(const Shown& other) const {
+            return position != other.position || rowHeight != other.rowHeight || height != other.height;
+        }
+    };
+
+    // Last.
+    Shown _shown;
 };
 
 } // namespace VantrelEngine

@@ -1,5 +1,7 @@
 #include "Panels/ProblemsPanel.h"
 
+#include <string>
+
 #include <imgui.h>
 
 #include "Data/ProjectSession.h"
@@ -47,15 +49,18 @@ void ProblemsPanel::drawRow(ProjectSession& session, const Problem& problem) {
     const bool isSelected = object != RootObject && data.isSelected(object);
     if(ImGui::Selectable("##row", isSelected, ImGuiSelectableFlags_SpanAllColumns) && object != RootObject)
         data.selectObject(object, false);
-    if(ImGui::IsItemHovered() && object != RootObject) ImGui::SetTooltip("Select the object");
-    ImGui::SameLine();
+    const std::string component = componentName(session, problem);
+    const std::string reason = (problem.isRepair ? "repaired: " : "") + problem.reason;
+    // Whole, however narrow the columns are.
+    if(ImGui::IsItemHovered())
+        ImGui::SetTooltip("%.*s, %s\n%s%s", int(name.size()), name.data(), component.data(), reason.data(),
+            object != RootObject ? "\n\nClick: select the object" : "");
+    ImGui::SameLine(0.0f, 0.0f);
     ImGui::TextUnformatted(name.data(), name.data() + name.size());
     ImGui::TableNextColumn();
-    ImGui::TextUnformatted(componentName(session, problem).data());
+    ImGui::TextUnformatted(component.data(), component.data() + component.size());
     ImGui::TableNextColumn();
-    ImGui::TextUnformatted(problem.isRepair ? "repaired: " : "");
-    if(problem.isRepair) ImGui::SameLine(0.0f, 0.0f);
-    ImGui::TextUnformatted(problem.reason.data(), problem.reason.data() + problem.reason.size());
+    ImGui::TextUnformatted(reason.data(), reason.data() + reason.size());
 }
 
 } // namespace VantrelEngine

@@ -50,15 +50,20 @@ void drawRight(const std::string& text) {
     ImGui::TextUnformatted(text.data());
 }
 
-float labelWidth() { return ImGui::CalcTextSize("Editor's draw calls ").x; }
+float labelWidth() { return ImGui::CalcTextSize("Pictures of the view").x; }
 
-float valueWidth() { return ImGui::CalcTextSize("10000.00 ms").x; }
+float valueWidth() { return ImGui::CalcTextSize("1000.0 MiB").x; }
+
+// With a label and so many values.
+float groupWidth(int values) {
+    return labelWidth() + valueWidth() * float(values) + ImGui::GetStyle().CellPadding.x * 2.0f * float(values + 1);
+}
 
 // Columns keep their width while figures change.
 bool beginGrid(const char* id, int columns) {
     if(!ImGui::BeginTable(id, columns, GridFlags)) return false;
-    ImGui::TableSetupColumn("", 0, labelWidth());
-    for(int i = 1; i != columns; ++i) ImGui::TableSetupColumn("", 0, valueWidth());
+    ImGui::TableSetupColumn("", ImGuiTableColumnFlags_WidthFixed, labelWidth());
+    for(int i = 1; i != columns; ++i) ImGui::TableSetupColumn("", ImGuiTableColumnFlags_WidthFixed, valueWidth());
     return true;
 }
 
@@ -123,35 +128,54 @@ void drawWork(const ShownStatistics& statistics) {
         ImGui::EndTable();
     }
     ImGui::TextDisabled("Last reload of the view");
+    const float room = std::max(groupWidth(1), ImGui::GetContentRegionAvail().x);
+    ImGui::PushTextWrapPos(ImGui::GetCursorPosX() + room);
     if(statistics.lastReload.empty())
         ImGui::TextUnformatted("places only");
     else
         ImGui::TextUnformatted(
             statistics.lastReload.data(), statistics.lastReload.data() + statistics.lastReload.size());
+    ImGui::PopTextWrapPos();
 }
+
+constexpr int Groups = 3;
+
+// As wide as the group that is drawn, whatever is in it: a column of a table would follow its contents, which are as wide as
+// the column.
+float widthOf(int group) { return groupWidth(group == 1 ? 2 : 1) + ImGui::GetFontSize(); }
 
 // As many as there is room for.
 int groupsInLine() {
-    const float group = labelWidth() + valueWidth() + ImGui::GetStyle().CellPadding.x * 6.0f;
-    const float room = ImGui::GetContentRegionAvail().x - valueWidth();
-    return std::clamp(int(room / group), 1, 3);
+    const float room = ImGui::GetContentRegionAvail().x;
+    float width = 0.0f;
+    for(int i = 0; i != Groups; ++i)
+        if((width += widthOf(i)) > room + ImGui::GetFontSize()) return std::max(i, 1);
+    return Groups;
+}
+
+// Beside the group before, or at the begin of a line.
+void beginGroup(int group, int inLine, float& x) {
+    if(group % inLine == 0)
+        x = 0.0f;
+    else {
+        x += widthOf(group - 1);
+        ImGui::SameLine(x);
+    }
+    ImGui::BeginGroup();
 }
 
 } // namespace
 
 void drawStatisticsPanel(const ShownStatistics& statistics) {
     ImGui::BeginChild("##statistics", {0.0f, 0.0f}, false, ImGuiWindowFlags_HorizontalScrollbar);
-    ImGui::PushStyleVar(ImGuiStyleVar_CellPadding, ImVec2{ImGui::GetFontSize() * 0.5f, 0.0f});
-    const bool isShown = ImGui::BeginTable("##groups", groupsInLine(), ImGuiTableFlags_SizingFixedFit);
-    ImGui::PopStyleVar();
-    if(isShown) {
-        ImGui::TableNextColumn();
-        drawScene(statistics.frame);
-        ImGui::TableNextColumn();
-        drawPasses(statistics);
-        ImGui::TableNextColumn();
-        drawWork(statistics);
-        ImGui::EndTable();
+    const int inLine = groupsInLine();
+    float x = 0.0f;
+    for(int group = 0; group != Groups; ++group) {
+        beginGroup(group, inLine, x);
+        if(group == 0) drawScene(statistics.frame);
+        if(group == 1) drawPasses(statistics);
+        if(group == 2) drawWork(statistics);
+        ImGui::EndGroup();
     }
     ImGui::EndChild();
 }

@@ -29,7 +29,7 @@ ImVec4 colorOf(Severity severity) {
 void drawMessage(const LogLine& message, float end) {
     const ImVec2 place = ImGui::GetCursorScreenPos();
     // Never runs into the figures.
-    ImGui::PushClipRect(place, {end, place.y + ImGui::GetTextLineHeight() + 4.0f}, true);
+    ImGui::PushClipRect(place, {end, place.y + ImGui::GetFrameHeight()}, true);
     ImGui::TextColored(colorOf(message.severity), "%s", message.text.data());
     ImGui::PopClipRect();
 }

@@ -38,14 +38,25 @@ std::vector<std::string> pointersLastFirst(const ProjectFile& project, const std
     return pointers;
 }
 
+// Nobody selected those: they go with what is above them.
+void tellLocked(const EditorData& data, const std::vector<Id>& objects) {
+    std::size_t count = 0;
+    for(const Id object: objects) count += data.marks().isLocked(object);
+    if(count)
+        Utility::Warning{} << "Deleted" << count << (count == 1 ? "locked object" : "locked objects")
+                           << "with what was above; undo brings back all";
+}
+
 } // namespace
 
 void deleteSelectedObjects(VantrelEditor& editor) {
     SharedState& state = editor.state();
     if(!canEdit(state)) return;
     const EditorData& data = upToDate(state);
-    const std::vector<std::string> pointers = pointersLastFirst(data.project(), idsOf(data, selectedTrees(data)));
+    const std::vector<Id> objects = selectedTrees(data);
+    const std::vector<std::string> pointers = pointersLastFirst(data.project(), idsOf(data, objects));
     if(pointers.empty()) return;
+    tellLocked(data, objects);
     state.changeManager->beginGroup();
     for(const std::string& pointer: pointers)
         state.changeManager->recordChange({pointer.data(), pointer.size()}, nullptr, false);

@@ -44,6 +44,13 @@ ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
     return data;
 }
 
+// Neither the window's bars nor something that lies over the picture. What was hovered in the frame before does not count.
+bool isPictureHovered(const Vector2i& origin, const Vector2i& size) {
+    const Range2D picture = Range2D::fromSize(Vector2{origin}, Vector2{size});
+    return ImGui::IsWindowHovered() && !ImGui::GetCurrentContext()->HoveredId &&
+        picture.contains(UserInterface::vector(ImGui::GetIO().MousePos));
+}
+
 GizmoSettings gizmoSettings(const SceneViewRecord& record) {
     return {GizmoOperation(record.gizmoOperation), GizmoSpace(record.gizmoSpace), record.snapTranslationEnabled,
         record.snapRotationEnabled, record.snapScaleEnabled, record.snapRotation, record.snapTranslation,
@@ -71,6 +78,7 @@ SceneView::~SceneView() {
     _drop.leave(_editor->state());
     _gizmo.endDrag(_editor->state());
     _editor->state().sceneViewFramebuffer = nullptr;
+    _editor->state().isBoxArmed = false;
 }
 
 Containers::StringView SceneView::name() const {
@@ -152,10 +160,13 @@ void SceneView::draw() {
     applyMenu();
     drawTextureOverlay(_renderer->debug(), _renderer->compressedTextureAtlas().statistics());
     if(_isVisible) {
+        prepareFrame();
+        showToolbar();
+        showImage();
+        // Before the scene is drawn, which shows what was moved.
+        moveWithGizmo();
         renderScene();
         showLegend();
-        showImage();
-        moveWithGizmo();
         showBox();
         takeDrops();
     } else {
@@ -177,8 +188,12 @@ void SceneView::hide() {
 void SceneView::letGo() {
     apply(_navigation.endMode());
     _picking.cancelBox();
+    tellBox();
     _gizmo.endDrag(_editor->state());
 }
+
+// The editor asks between frames.
+void SceneView::tellBox() { _editor->state().isBoxArmed = _picking.isBoxArmed(); }
 
 void SceneView::takeDrops() {
     _drop.update({*_data, *_editor, _frameRenderer.framebuffers().resolved(), _frame, _camera,
@@ -230,7 +245,7 @@ void SceneView::updateFrozenCulling() {
 void SceneView::updateFrameSize() {
     _frame.origin = UserInterface::wholePoint(ImGui::GetCursorScreenPos());
     const Vector2i size = wholeSize(UserInterface::vector(ImGui::GetContentRegionAvail()));
-    _frame.isHovered = ImGui::IsWindowHovered() && !ImGui::IsAnyItemHovered();
+    _frame.isHovered = isPictureHovered(_frame.origin, size);
     /* Kept: a change of the scale alone leaves the framebuffers as they are. */
     if(size == _frame.size) return;
     const Vector2 scale = _editor->state().platform->framebufferScale();
@@ -240,7 +255,8 @@ void SceneView::updateFrameSize() {
     _frame.size = size;
 }
 
-void SceneView::renderScene() {
+// Where the picture is, and from where it is seen.
+void SceneView::prepareFrame() {
     SharedState& state = _editor->state();
     _navigation.advance(*_data, _camera, _clock.delta());
     const Vector2i lastSize = _frame.size;
@@ -248,12 +264,13 @@ void SceneView::renderScene() {
     if(state.framesSelection) frameAsked(_frame.size == lastSize);
     _camera.update();
     updateFrozenCulling();
+}
 
+void SceneView::renderScene() {
+    SharedState& state = _editor->state();
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
-
-    showToolbar();
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
 }
 
@@ -277,10 +294,12 @@ void SceneView::showToolbar() {
 
 void SceneView::moveWithGizmo() {
     if(_picking.isBoxArmed()) return _gizmo.endDrag(_editor->state());
-    // What is dragged into the view is held by the same button.
-    const bool isBusy = _navigation.mode() != NavigationMode::Idle || ImGui::GetDragDropPayload();
+    // A press that selects does not also move what it selected, and what is dragged over the view takes nothing along.
+    const bool isBusy = _navigation.mode() != NavigationMode::Idle || _isPressTaken || ImGui::GetDragDropPayload();
     if(_gizmo.draw({*_data, _editor->state(), _camera, _frame.origin, _frame.size, isBusy}))
         _editor->state().wantsFrame = true;
+    // Not with its release: the UI library may hear of both only now.
+    if(!ImGui::IsMouseDown(ImGuiMouseButton_Left)) _isPressTaken = false;
 }
 
 // A window that is new has its size in its second frame.
@@ -302,6 +321,7 @@ void SceneView::lookAroundWhileFlying() {
     platform.setCursorPosition(center);
 }
 
+// What will have been drawn at the end of the frame.
 void SceneView::showImage() {
     ViewFramebuffers& framebuffers = _frameRenderer.framebuffers();
     switch(_renderMode) {
@@ -346,7 +366,7 @@ void SceneView::mousePressEvent(const MouseEvent& event) {
         return;
     }
     apply(_navigation.mousePress(event, _frame.isHovered));
-    if(event.button == MouseButton::Left) _picking.mousePress(event, pressState(), pickTarget());
+    if(event.button == MouseButton::Left) _isPressTaken = _picking.mousePress(event, pressState(), pickTarget());
 }
 
 void SceneView::cancelDrag() {
@@ -357,6 +377,7 @@ void SceneView::cancelDrag() {
 void SceneView::mouseReleaseEvent(const MouseEvent& event) {
     apply(_navigation.mouseRelease(event));
     if(event.button == MouseButton::Left) _picking.mouseRelease(event, pickTarget());
+    tellBox();
 }
 
 void SceneView::mouseScrollEvent(const MouseScrollEvent& event) {
@@ -368,6 +389,7 @@ void SceneView::keyPressEvent(const KeyEvent& event) {
     const bool isIdle = _navigation.mode() == NavigationMode::Idle;
     for(const KeyAction action: actionsOf(event, {_isFocused, isIdle, ImGui::IsAnyItemActive(), hasPhysics(*_data)}))
         perform(action, event);
+    tellBox();
 }
 
 void SceneView::chooseGizmo(KeyAction action) {

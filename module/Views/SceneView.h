@@ -54,10 +54,12 @@ private:
     void createPreview();
     void hide();
     void letGo();
+    void tellBox();
     void reloadRuntime();
     bool beginWindow();
     void applyMenu();
     void updateFrameSize();
+    void prepareFrame();
     void renderScene();
     void showImage();
     void takeDrops();
@@ -98,6 +100,8 @@ private:
     DropTarget _drop;
     Magnum::UnsignedInt _projectSeen = 0;
     RenderMode _renderMode = RenderMode::Shaded;
+    // The left button was pressed for a selection, a box or a placement, and is held.
+    bool _isPressTaken = false;
     bool _isVisible = false;
     bool _isFocused = false;
 };

@@ -133,6 +133,15 @@ TEST_F(DropJourneyTest, WhatIsTakenBackNeverWas) {
     EXPECT_NE(picture("seen.png").pixels, picture("before.png").pixels);
 }
 
+// The row below the mouse is not dragged, and not clicked either.
+TEST_F(DropJourneyTest, WhatIsTakenOverARowIsNotTheRow) {
+    playDrop("select\nmouse 65 97\ndrag materials tile\nmouse 66 150\ndump selection {}/row\n" + over(Ball) +
+        "release left\nwait 2\ndump undo {}/undo\ndump selection {}/end\n"
+        "drop {}/project/barrel.obj 65 97\nwait import\nundo\ndump selection {}/dropped\n");
+    EXPECT_EQ(read("row") + read("end") + read("dropped"), "");
+    EXPECT_THAT(read("undo"), EndsWith("/objects/ball/components/0/mesh/material\n"));
+}
+
 TEST_F(DropJourneyTest, AnImageIsSeenOnEachObjectAndLoadedOnce) {
     const std::string output = playDrop("record /settings/other 1\nundo\ndump undo {}/tail\nmouse " + Outside.text() +
         "\ndrag file {}/project/wood.png\n" + over(Rim) + "dump document {}/rim\n" + over(Ball) +

@@ -108,13 +108,15 @@ TEST_F(GizmoJourneyTest, EachOperationByItsKeyIsAStep) {
     const std::string drag = "press left\nmove 20 0\nmove 20 -10\nrelease left\n";
     // The outer ring is grabbed above its middle, to the right.
     playView("dump document {}/before\nselect ball\nmouse " + std::string{Ball} + "\nwait 2\n" + tap("S") + drag +
-        tap("G") + drag + tap("G") + "key LeftCtrl\n" + drag + "keyup LeftCtrl\ndump undo {}/three\nmouse " + Ball +
-        "\nundo\nundo\nundo\nwait 1\ndump document {}/undone\n" + tap("R") + "move 58 58\n" + drag +
+        tap("G") + "mouse " + Ball + "\n" + drag + tap("G") + "key LeftCtrl\n" + drag +
+        "keyup LeftCtrl\ndump undo {}/three\nmouse " + Ball + "\nundo\nundo\nundo\nwait 1\ndump document {}/undone\n" +
+        tap("R") + "move 58 58\n" + drag +
         "dump undo {}/undo\ndump document {}/turned\nundo\ndump document {}/again\n");
     EXPECT_TRUE(read("undone") == read("before"));
     EXPECT_TRUE(read("again") == read("before"));
     EXPECT_TRUE(read("turned") != read("before"));
     EXPECT_EQ(groups("three"), 3);
+    EXPECT_THAT(read("three"), Not(HasSubstr("/ground/")));
     EXPECT_EQ(groups("undo"), 1);
 }
 
@@ -140,6 +142,15 @@ TEST_F(GizmoJourneyTest, TheToolbarKeepsItsClicks) {
     EXPECT_EQ(read("selection"), "ball\n");
     EXPECT_EQ(read("undo"), "");
     EXPECT_NE(read("other"), "ball\n");
+}
+
+// What comes over a handle from elsewhere, with the button held.
+TEST_F(GizmoJourneyTest, WhatIsDraggedOverAHandleDoesNotGrabIt) {
+    playView("select ball\nmouse " + std::string{Ball} +
+        "\nwait 2\ndrag materials wood\nwait 1\nmove 2 1\nwait 1\nmove 2 1\nrelease left\nwait 1\ndump undo {}/undo\n");
+    EXPECT_THAT(read("undo"), HasSubstr("material"));
+    EXPECT_THAT(read("undo"), Not(HasSubstr("translation")));
+    EXPECT_EQ(groups("undo"), 1);
 }
 
 TEST_F(GizmoJourneyTest, TheViewReloadedDuringADrag) {

@@ -159,6 +159,15 @@ TEST_F(HistoryJourneyTest, NothingIsUndoneWhileSomethingIsDragged) {
     EXPECT_TRUE(isSame("undone.json", "start.json"));
 }
 
+TEST_F(HistoryJourneyTest, NoOtherProjectComesInPlaceWhileSomethingIsDragged) {
+    const JourneyResult result = play(
+        BallInMiddle + "press left\nwait 2\nmove 30 0\nmove 10 0\ndrop /other.json 410 180\nwait 2\nmove 10 0\nnew\n",
+        "--size 860x520 --frames 1 " + Courtyard);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.output, HasSubstr("/other.json: not while something is dragged"));
+    EXPECT_THAT(result.output, HasSubstr("A new project: not while something is dragged"));
+}
+
 TEST_F(HistoryJourneyTest, ACancelledDragLeavesWhatCanBeRedone) {
     playView(BallInMiddle +
         "press left\nwait 2\nmove 30 0\nmove 10 0\ndump undo {}/dragged\nkey Escape\nkeyup Escape\n"

@@ -160,6 +160,21 @@ TEST_F(JournalJourneyTest, AFileThatWasChangedOutsideIsReadAgainOrKept) {
     }
 }
 
+TEST_F(JournalJourneyTest, WhatSomebodyElseWroteOverIsBroughtBackAsACopy) {
+    runUntilReady("record /objects/a/name \"Theirs\"\nfocus off\ndump document {}/p/scene.json\nundo\n"
+                  "record /objects/b/name \"Mine\"\nfocus on\nwait 2\n",
+        SIGKILL);
+    const std::string theirs = read("p/scene.json");
+    const std::string output =
+        run("wait 3\nscreenshot {}/stale.png\n" + press("Enter") + "wait 6\ndump document {}/after\n", "--recover ask");
+    EXPECT_THAT(output, HasSubstr("Brought back as " + folder.path("p/scene-recovered.json")));
+    EXPECT_THAT(read("after"), AllOf(HasSubstr("Mine"), Not(HasSubstr("Theirs"))));
+    EXPECT_EQ(read("p/scene-recovered.json"), read("after"));
+    EXPECT_EQ(read("p/scene.json"), theirs);
+    EXPECT_FALSE(fs::exists(journal()));
+    EXPECT_FALSE(fs::exists(journal() + ".base"));
+}
+
 // Killed at any moment, all steps that are over are there, and the file is whole.
 TEST_F(JournalJourneyTest, KilledAtAnyMoment) {
     const int kills = std::getenv("VANTREL_LONG_TESTS") ? 200 : 10;

@@ -94,6 +94,15 @@ TEST_F(OutlinerJourneyTest, NothingIsDraggedBelowItself) {
     EXPECT_EQ(read("logAfter"), read("log"));
 }
 
+TEST_F(OutlinerJourneyTest, EscapeGivesUpADragOfRows) {
+    play("dump document {}/before\nmouse " + at(Names, Ball) + "\npress left\nmove 3 3\nmove 3 3\nmouse " +
+        at(Names, Crates) + "\nwait 2\n" + key("Escape") + "move 2 0\nmove 2 0\nrelease left\nwait 1\n" +
+        "dump document {}/after\ndump undo {}/log\n" + drag(Ball, at(Names, Crates)) + "dump document {}/dragged\n");
+    EXPECT_EQ(read("after"), read("before"));
+    EXPECT_EQ(read("log"), "");
+    EXPECT_EQ(parentOf("dragged", "ball"), "crates") << "the next one counts";
+}
+
 TEST_F(OutlinerJourneyTest, ANameIsEditedInItsRow) {
     play("dump document {}/before\n" + click(at(Names, Ball)) + key("F2") + "type Marble\n" + key("Enter") +
         "wait 1\ndump document {}/renamed\n" + click(at(Names, Well)) + key("F2") + "type Nothing\n" + key("Escape") +

@@ -125,6 +125,15 @@ TEST_F(PickingJourneyTest, AShiftBoxAddsAndAPlainOneWithoutPixelsClears) {
     EXPECT_EQ(read("nothing"), "");
 }
 
+// What is selected could not be placed, but nothing is to be.
+TEST_F(PickingJourneyTest, ABoxBeginsWithAnyModifiers) {
+    playView("record /objects/well/scaling [1,2,1]\nselect wellRim\nmouse " + std::string{AboveBall} +
+        "\nkey B\nkeyup B\npress left ctrl shift\nmouse " + BelowBall +
+        "\nrelease left\ndump selection {}/selection\ndump log {}/log\n");
+    EXPECT_EQ(read("selection"), "ground\nball\n");
+    EXPECT_THAT(read("log"), Not(HasSubstr("cannot be placed")));
+}
+
 TEST_F(PickingJourneyTest, EscapeGivesABoxUp) {
     const std::string escape = "key Escape\nkeyup Escape\n";
     playView("select sun\nmouse 318 232\nkey B\nkeyup B\npress left\nmouse 362 268\n" + escape +

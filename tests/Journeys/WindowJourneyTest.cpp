@@ -375,6 +375,8 @@ TEST_F(WindowJourneyTest, AJournalIsThereForAsLongAsTheProjectIsOpen) {
     const std::string journal = folder.path("Courtyard/.project.json.journal");
     start("--module " + Recorder);
     EXPECT_TRUE(std::filesystem::exists(journal));
+    EXPECT_THAT(read("config/vantrel-editor/settings.json"), HasSubstr("Courtyard/project.json"))
+        << "an editor that is killed remembers it, too";
     EXPECT_EQ(close().status, 0);
     EXPECT_FALSE(std::filesystem::exists(journal));
 }

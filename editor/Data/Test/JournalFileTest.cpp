@@ -1,6 +1,7 @@
 #include "Data/JournalFile.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -129,6 +130,28 @@ TEST_F(JournalFileTest, whatSomebodyElsePutInItsPlaceIsLeftAlone) {
     std::filesystem::create_symlink(path, folder.path("link"));
     EXPECT_NE(file.open(folder.path("link")), "");
     EXPECT_NE(file.open(folder.path("missing/journal")), "");
+}
+
+// The calls by which a file comes to its place.
+struct NotedCalls: FileCalls {
+    int fdatasync(int file) override {
+        calls += "flush ";
+        return FileCalls::fdatasync(file);
+    }
+    int rename(const char* from, const char* to) override {
+        calls += "rename ";
+        return FileCalls::rename(from, to);
+    }
+    std::string calls;
+};
+
+TEST_F(JournalFileTest, whatTakesTheFilesPlaceIsOnTheDiskBefore) {
+    NotedCalls noted;
+    JournalFile other{noted};
+    ASSERT_EQ(other.open(path), "");
+    ASSERT_EQ(other.replace({"one"}), "");
+    EXPECT_EQ(noted.calls, "flush rename ");
+    EXPECT_EQ(lines(), Lines{"one"});
 }
 
 } // namespace

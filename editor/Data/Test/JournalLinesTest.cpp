@@ -1,5 +1,7 @@
 #include "Data/JournalLines.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

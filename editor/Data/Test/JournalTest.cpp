@@ -321,6 +321,129 @@ TEST_F(JournalTest, aStaleOneIsBroughtBackAsACopy) {
     EXPECT_NE(other.session.recoverCopy(crash, copy), "") << "there is none any more";
 }
 
+// Of a journal that is damaged, or does not fit to its end.
+TEST_F(JournalTest, whatACopyLacksIsKept) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"mine\"");
+    for(const bool isDamaged: {true, false}) {
+        const std::string crash = crashed();
+        fs::copy(crash, crash + ".bak");
+        writeFile(crash, readFile(crash) + "\n");
+        std::string text = readFile(journalPath(crash));
+        std::uint64_t checksum = readJournalLines(text).back().checksum;
+        const std::string bad = R"({"step":{"name":"n","time":1,"group":0,"changes":[{"path":"objects","new":1}]}})";
+        addJournalLine(text, isDamaged ? "something else" : bad, checksum);
+        writeFile(journalPath(crash), text);
+        Editing other{crash};
+        const std::string warning = printed([&] {
+            printed<Corrade::Utility::Error>(
+                [&] { EXPECT_EQ(other.session.recoverCopy(crash, crash + "-recovered.json"), ""); });
+        });
+        EXPECT_THAT(warning, HasSubstr(isDamaged ? "the journal is damaged" : "does not fit the project")) << isDamaged;
+        EXPECT_EQ(readFile(journalPath(crash) + ".1"), text) << isDamaged;
+        EXPECT_TRUE(isSameDocument(editing.session, other.session)) << isDamaged;
+    }
+}
+
+// Somebody writes over the file while the project is open: there is no other one with what was in it.
+TEST_F(JournalTest, whatTheStepsBelongToIsKeptWhereTheFileIsNot) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"one\"");
+    editing.step("/objects/a/name", "\"two\"");
+    const std::string theirs = readFile(path) + "\n";
+    writeFile(path, theirs);
+    ASSERT_TRUE(editing.session.changedOutside());
+    editing.session.keepBase();
+    EXPECT_EQ(lostCount(crashed()), 2u) << "nothing was done since, and it is in no other file";
+    editing.step("/objects/a/name", "\"three\"");
+    editing.session.changes().undoLast();
+    editing.frame();
+    const std::string crash = crashed();
+    {
+        const FoundJournal journal = found(crash);
+        EXPECT_EQ(journal.state, State::Stale);
+        EXPECT_EQ(journal.project, basePath(journalPath(crash)));
+        EXPECT_EQ(journal.recovery->lost().count, 3u);
+    }
+    {
+        Editing other{crash};
+        EXPECT_EQ(other.session.recoverCopy(crash, crash + "-recovered.json"), "");
+        EXPECT_TRUE(isSameDocument(editing.session, other.session));
+        EXPECT_EQ(historyOf(other.session), historyOf(editing.session));
+    }
+    EXPECT_EQ(readFile(crash), theirs);
+    EXPECT_FALSE(fs::exists(basePath(journalPath(crash))));
+    EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_FALSE(fs::exists(basePath(journal))) << "the file has it";
+    editing.session.keepBase();
+    EXPECT_TRUE(fs::exists(basePath(journal)));
+    editing.session.startNew();
+    EXPECT_FALSE(fs::exists(basePath(journal))) << "it was given up";
+}
+
+TEST_F(JournalTest, aBackupStandsBesideWhatALinkLeadsTo) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/a/name", "\"mine\"");
+    const std::string crash = crashed(), link = folder.path("link.json");
+    fs::copy(crash, crash + ".bak");
+    writeFile(crash, readFile(crash) + "\n");
+    fs::create_symlink(crash, link);
+    EXPECT_EQ(found(link).project, crash + ".bak");
+}
+
+TEST_F(JournalTest, whatWasSelectedLastIsSelectedAgain) {
+    Editing editing{path};
+    editing.open();
+    editing.step("/objects/b", objectJson("B"));
+    editing.session.data().selectObject(editing.session.compiler().objectOf("b"), true);
+    editing.frame();
+    editing.step("/objects/b/name", "\"B2\"");
+    Editing other{crashed()};
+    other.open(Earlier::BringBack);
+    EXPECT_EQ(other.session.data().selection().countSet(), 1u);
+    EXPECT_TRUE(other.session.data().selection().isSet(other.session.compiler().objectOf("b")));
+}
+
+// What is in the journal of a file is not written into it again.
+TEST_F(JournalTest, stepsMadeWithoutOneAreInThatOfTheNextFileOnce) {
+    Editing editing{path};
+    editing.open();
+    Editing second{path};
+    printed([&] { second.open(); });
+    second.step("/objects/a/name", "\"one\"");
+    second.step("/objects/a/name", "\"two\"");
+    const std::string other = folder.path("project/other.json");
+    EXPECT_EQ(second.session.save(other), "");
+    second.frame();
+    EXPECT_EQ(found(crashed(other)).state, State::Nothing);
+    second.step("/objects/a/name", "\"three\"");
+    EXPECT_EQ(lostCount(crashed(other)), 1u);
+    second.path = other;
+    expectSame(second, crashed(other));
+}
+
+TEST_F(JournalTest, aNewProjectWithoutAFolderHasOneOnceItIsSaved) {
+    const char* const old = std::getenv("XDG_DATA_HOME");
+    const std::string before = old ? old : "";
+    setenv("XDG_DATA_HOME", (path + "/none").data(), 1);
+    {
+        Editing editing{path};
+        const std::string warning = printed([&] {
+            editing.step("/objects/b", objectJson("B"));
+            editing.step("/objects/b/name", "\"B2\"");
+        });
+        EXPECT_THAT(warning, testing::MatchesRegex("The journal: there is no folder for it[^\n]*\n")) << "once";
+        EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
+        editing.step("/objects/b/name", "\"B3\"");
+        EXPECT_EQ(lostCount(crashed()), 1u);
+        expectSame(editing, crashed());
+    }
+    old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
 TEST_F(JournalTest, aSecondEditorIsNoticed) {
     Editing editing{path};
     editing.open();

@@ -273,6 +273,11 @@ TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
     leave("untitled-files", true, false);
     leave("untitled-old", true, true);
     leave("import-dead", true, false);
+    // Whatever time it is, it is the user who gives up what was not saved.
+    leave("untitled-journal", true, true);
+    other.write("vantrel/untitled-journal/.project.json.journal", "");
+    fs::last_write_time(other.path("vantrel/untitled-journal/.project.json.journal"),
+        fs::file_time_type::clock::now() - std::chrono::hours{400 * 24});
     leave("other", false, false);
     other.write("vantrel/untitled-unknown/file", "");
     WorkingFolder::removeAbandoned();
@@ -283,6 +288,7 @@ TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
     EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-empty")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-files/imported/a.png")));
     EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-old")));
+    EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-journal/imported/a.png")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/other")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-unknown")));
 }

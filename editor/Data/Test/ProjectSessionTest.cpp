@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <limits>
+
 #include <Vantrel/EngineData/JsonObject.h>
 #include <VantrelHost/ResourceCompiler.h>
 

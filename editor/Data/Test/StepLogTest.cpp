@@ -1,5 +1,6 @@
 #include "Data/StepLog.h"
 
+#include <algorithm>
 #include <random>
 
 #include "Data/StepWalk.h"

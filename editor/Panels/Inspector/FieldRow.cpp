@@ -1,6 +1,7 @@
 #include "Panels/Inspector/FieldRow.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <imgui.h>
 #include <imgui_internal.h>

@@ -2,9 +2,11 @@
 #include <string>
 
 #include <imgui.h>
+#include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
 #include "Panels/DragSource.h"
+#include "Panels/Keys.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Utilities/SelectedObjects.h"
 
@@ -80,6 +82,13 @@ void OutlinerPanel::dropOn(ProjectSession& session, Id target) {
         }
     }
     ImGui::EndDragDropTarget();
+}
+
+// The row is let go of, too, or it would be dragged again while the button is held.
+void OutlinerPanel::giveUpDrag() {
+    if(!isDragging() || !isEscapePressed()) return;
+    ImGui::ClearDragDrop();
+    ImGui::ClearActiveID();
 }
 
 void OutlinerPanel::scrollWhileDragging(SharedState& state) {

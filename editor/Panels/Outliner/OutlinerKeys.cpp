@@ -25,10 +25,10 @@ void OutlinerPanel::useKeys(ProjectSession& session) {
     // To the left first what is open closes, to the right what is closed opens.
     const bool hasChildren = scene.firstChild(_cursor) != NoObject, isOpen = hasChildren && !_rows.isFolded(_cursor);
     if(isPressedAgain(ImGuiKey_LeftArrow)) {
-        if(isOpen && _search.empty()) return _rows.setFolded(_cursor, true);
+        if(isOpen && _search.empty()) return _rows.setFolded(scene, _cursor, true);
         if(const auto above = _rows.rowOf(scene.parent(_cursor))) moveTo(data, std::ptrdiff_t(*above));
     } else if(isPressedAgain(ImGuiKey_RightArrow) && hasChildren) {
-        if(!isOpen) return _rows.setFolded(_cursor, false);
+        if(!isOpen) return _rows.setFolded(scene, _cursor, false);
         moveTo(data, row + 1);
     }
 }

@@ -29,9 +29,9 @@ Containers::StringView clipboard() {
 
 void drawClipboardItems(ProjectSession& session) {
     VantrelEditor& editor = session.editor();
-    if(ImGui::MenuItem("Copy")) ImGui::SetClipboardText(copySelectedTrees(editor).data());
-    if(ImGui::MenuItem("Paste as child")) take(session, pasteChild(editor, clipboard()));
-    if(ImGui::MenuItem("Duplicate")) take(session, duplicateTrees(editor));
+    if(ImGui::MenuItem("Copy", "Ctrl+Shift+C")) ImGui::SetClipboardText(copySelectedTrees(editor).data());
+    if(ImGui::MenuItem("Paste as child", "Ctrl+Shift+V")) take(session, pasteChild(editor, clipboard()));
+    if(ImGui::MenuItem("Duplicate", "Ctrl+Shift+D")) take(session, duplicateTrees(editor));
     if(ImGui::MenuItem("Delete", "Delete")) deleteSelectedObjects(editor);
 }
 
@@ -94,7 +94,7 @@ void OutlinerPanel::drawRestMenu(ProjectSession& session) {
         drawAddMenu(session, RootObject);
         ImGui::EndMenu();
     }
-    if(ImGui::MenuItem("Paste", nullptr, false, canEdit(session.editor().state())))
+    if(ImGui::MenuItem("Paste", "Ctrl+V", false, canEdit(session.editor().state())))
         take(session, paste(session.editor(), clipboard()));
     ImGui::Separator();
     drawFoldItems(data);

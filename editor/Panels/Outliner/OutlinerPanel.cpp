@@ -25,6 +25,7 @@ void OutlinerPanel::draw(ProjectSession& session) {
     ImGui::BeginChild("##rows");
     if(hasKeys) useKeys(session);
     scrollToRow();
+    giveUpDrag();
     scrollWhileDragging(session.editor().state());
     drawRows(session);
     drawRest(session);
@@ -117,7 +118,7 @@ void OutlinerPanel::answer(ProjectSession& session, Id object, const RowResponse
     if(!response.isClicked) return;
     ObjectMarks& marks = data.marks();
     switch(response.part) {
-    case RowPart::Fold: return _rows.setFolded(object, !_rows.isFolded(object));
+    case RowPart::Fold: return _rows.setFolded(data.scene().main(), object, !_rows.isFolded(object));
     case RowPart::Eye: return marks.setMarked(ObjectMark::Hidden, object, !marks.isMarked(ObjectMark::Hidden, object));
     case RowPart::Lock: return marks.setMarked(ObjectMark::Locked, object, !marks.isMarked(ObjectMark::Locked, object));
     case RowPart::Body: break;

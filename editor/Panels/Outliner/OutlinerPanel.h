@@ -43,6 +43,7 @@ private:
 
     void dragFrom(const EditorData& data, Id object);
     void dropOn(ProjectSession& session, Id target);
+    void giveUpDrag();
     void scrollWhileDragging(SharedState& state);
 
     void useKeys(ProjectSession& session);

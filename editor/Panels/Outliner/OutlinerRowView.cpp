@@ -86,11 +86,12 @@ void drawName(
     const RowPlaces& places, float y, Containers::StringView name, unsigned color, bool hasMarks, bool isHovered) {
     const float end = (hasMarks ? places.eye : places.right) - ImGui::GetStyle().ItemInnerSpacing.x;
     const ImVec2 place{places.name, y + (rowHeight() - ImGui::GetFontSize()) * 0.5f};
-    const ImVec4 clip{places.name, y, end, y + rowHeight()};
-    ImGui::GetWindowDrawList()->AddText(
-        nullptr, 0.0f, place, color, name.data(), name.data() + name.size(), 0.0f, &clip);
-    if(isHovered && places.name + ImGui::CalcTextSize(name.data(), name.data() + name.size()).x > end)
-        ImGui::SetTooltip("%.*s", int(name.size()), name.data());
+    const ImVec2 size = ImGui::CalcTextSize(name.data(), name.data() + name.size());
+    ImGui::PushStyleColor(ImGuiCol_Text, color);
+    ImGui::RenderTextEllipsis(ImGui::GetWindowDrawList(), place, {end, y + rowHeight()}, end, end, name.data(),
+        name.data() + name.size(), &size);
+    ImGui::PopStyleColor();
+    if(isHovered && places.name + size.x > end) ImGui::SetTooltip("%.*s", int(name.size()), name.data());
 }
 
 RowResponse drawNaming(const RowPlaces& places, const ImVec2& start, RowNaming& naming) {

@@ -22,6 +22,11 @@ bool holds(Containers::StringView name, const std::string& text) {
                [](char inName, char inText) { return lowerCase(inName) == inText; }) != name.end();
 }
 
+std::string documentId(const Scene& scene, Id object) {
+    const Containers::StringView id = scene.objectIds.nameOf(object);
+    return {id.data(), id.size()};
+}
+
 } // namespace
 
 Containers::StringView shownName(const Scene& scene, Id object) {
@@ -36,6 +41,7 @@ void OutlinerRows::update(Scene& scene, const std::string& search) {
             build(scene);
         else
             follow(scene);
+        foldAgain(scene);
         scene.resetRearranged();
     }
 
@@ -82,6 +88,14 @@ void OutlinerRows::follow(const Scene& scene) {
         if(!scene.isValid(Id(i)) && _tree.isKnown(Id(i))) _tree.forget(Id(i));
         if(_isWaiting[i]) place(scene, Id(i));
     }
+}
+
+// What was folded when it was deleted, and is there again.
+void OutlinerRows::foldAgain(const Scene& scene) {
+    if(_foldedIds.empty()) return;
+    const BitSetView changed = scene.rearranged();
+    for(std::size_t i = changed.findFirstSet(); i != changed.size(); i = changed.findFirstSet(i + 1))
+        if(scene.isValid(Id(i)) && _foldedIds.count(documentId(scene, Id(i)))) _tree.setFolded(Id(i), true);
 }
 
 // After its parent and the sibling in front of it.
@@ -141,16 +155,32 @@ std::optional<std::size_t> OutlinerRows::rowOf(Id object) const {
     return std::size_t(found - _found.begin());
 }
 
+void OutlinerRows::setFolded(const Scene& scene, Id object, bool isFolded) {
+    _tree.setFolded(object, isFolded);
+    const std::string id = documentId(scene, object);
+    if(!isFolded)
+        _foldedIds.erase(id);
+    else if(!id.empty())
+        _foldedIds.insert(id);
+}
+
 void OutlinerRows::setAllFolded(const Scene& scene, bool areFolded) {
+    _foldedIds.clear();
     for(std::size_t i = 1; i != scene.size(); ++i) {
         const Id object = scene.toId(i);
-        _tree.setFolded(object, areFolded && scene.firstChild(object) != NoObject);
+        setFolded(scene, object, areFolded && scene.firstChild(object) != NoObject);
     }
 }
 
 void OutlinerRows::reveal(const Scene& scene, Id object) {
     for(Id above = scene.parent(object); above != RootObject; above = scene.parent(above))
-        _tree.setFolded(above, false);
+        if(_tree.isFolded(above)) setFolded(scene, above, false);
+}
+
+void OutlinerRows::forget() {
+    _tree.clear();
+    _isBuilt = false;
+    _foldedIds.clear();
 }
 
 } // namespace VantrelEngine

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include <Corrade/Containers/StringView.h>
@@ -40,22 +41,25 @@ public:
     std::optional<std::size_t> rowOf(Id object) const;
 
     bool isFolded(Id object) const { return !_isSearch && _tree.isFolded(object); }
-    void setFolded(Id object, bool isFolded) { _tree.setFolded(object, isFolded); }
+    void setFolded(const Scene& scene, Id object, bool isFolded);
     // Of all that have something below them. Linear.
     void setAllFolded(const Scene& scene, bool areFolded);
     // Unfolds the ancestors.
     void reveal(const Scene& scene, Id object);
     // Another project: everything is unfolded.
-    void forget() { _tree.clear(), _isBuilt = false; }
+    void forget();
 
 private:
     void build(const Scene& scene);
     void follow(const Scene& scene);
     void place(const Scene& scene, Id object);
+    void foldAgain(const Scene& scene);
     void find(const Scene& scene, const std::string& search);
 
     TourTree _tree;
     bool _isBuilt = false;
+    // By their ids in the document, which undo brings back, and in another place of the scene.
+    std::unordered_set<std::string> _foldedIds;
     // Of those that are put in their places, by object: whether it waits still.
     std::vector<char> _isWaiting;
     std::vector<Id> _stack;

@@ -38,6 +38,24 @@ TEST_F(ObjectsTest, DeletingTakesWhatIsBelow) {
     EXPECT_EQ(objectCount(), 2u);
 }
 
+TEST_F(ObjectsTest, LockedOnesBelowAreTold) {
+    session.data().marks().setMarked(ObjectMark::Locked, objectOf("bulb"), true);
+    select({"desk"});
+    EXPECT_EQ(printed([&] { deleteSelectedObjects(editor); }), "");
+    select({"lamp"});
+    EXPECT_EQ(printed([&] { deleteSelectedObjects(editor); }),
+        "Deleted 2 locked objects with what was above; undo brings back all\n");
+    session.update();
+    printed([&] { changes().undoLast(); });
+    session.update();
+    EXPECT_TRUE(session.data().marks().isLocked(objectOf("wire")));
+    session.data().marks().setMarked(ObjectMark::Locked, objectOf("bulb"), false);
+    session.data().marks().setMarked(ObjectMark::Locked, objectOf("shade"), true);
+    select({"lamp"});
+    EXPECT_EQ(printed([&] { deleteSelectedObjects(editor); }),
+        "Deleted 1 locked object with what was above; undo brings back all\n");
+}
+
 TEST_F(ObjectsTest, IdsOfAnyKind) {
     add("a~1b~0c", "Odd");
     select({"a/b~c"});

@@ -8,6 +8,7 @@
 #include <Magnum/Math/Functions.h>
 #include <Magnum/Math/Range.h>
 #include <gtest/gtest.h>
+#include <imgui_internal.h>
 
 #include "Cameras.h"
 #include "ImGuizmo/GizmoWindow.h"
@@ -38,6 +39,15 @@ TEST_F(BehaviourTest, hoverShowsInItsOwnFrame) {
 
 TEST_F(BehaviourTest, firstFrameCanGrab) {
     gizmo.frame();
+    gizmo.moveTo(onAxis());
+    gizmo.press();
+    EXPECT_TRUE(gizmo.frame().isUsing);
+}
+
+// What the mouse was over in the frame before is no longer in the way.
+TEST_F(BehaviourTest, anItemThatTheMouseHasLeftKeepsNothing) {
+    gizmo.frame();
+    ImGui::SetHoveredID(1234);
     gizmo.moveTo(onAxis());
     gizmo.press();
     EXPECT_TRUE(gizmo.frame().isUsing);

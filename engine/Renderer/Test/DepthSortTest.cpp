@@ -1,6 +1,7 @@
 #include "Renderer/Meshes/DepthSort.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <random>

@@ -1,5 +1,7 @@
 #include "Renderer/Textures/TextureTable.h"
 
+#include <algorithm>
+
 #include <Magnum/GL/BufferTextureFormat.h>
 #include <Vantrel/EngineData/SceneResources.h>
 

@@ -1,6 +1,7 @@
 #include "MaskPicture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <random>
 
 #include <Corrade/Containers/ArrayView.h>

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <imgui_internal.h>
 
 #include "Views/Test/SceneViewFixture.h"
 
@@ -39,6 +40,42 @@ TEST_F(PickingViewTest, clicksSelectWhatIsSeen) {
     EXPECT_EQ(selected(), "right");
     click(Nothing);
     EXPECT_EQ(selected(), "");
+}
+
+// In the frame after the mouse was over something else already.
+TEST_F(PickingViewTest, aClickRightAfterAnItemWasHovered) {
+    hover({160, 120});
+    ImGui::SetHoveredID(1234);
+    ImGui::GetIO().MousePos = {Float(Left.x()), Float(Left.y())};
+    host.platform.cursor = Vector2d{Left};
+    host.frame();
+    press(MouseButton::Left);
+    EXPECT_EQ(selected(), "left");
+}
+
+TEST_F(PickingViewTest, theBarsOfTheWindowAreNotThePicture) {
+    click(Left);
+    // Of its title and of its menus, where no item is.
+    for(const Vector2i& bar: {Vector2i{200, 8}, Vector2i{200, 28}}) {
+        click(bar);
+        EXPECT_EQ(selected(), "left");
+    }
+}
+
+TEST_F(PickingViewTest, tellsWhetherABoxIsArmed) {
+    hover(Left);
+    pressKey('B');
+    EXPECT_TRUE(host.state.isBoxArmed);
+    press(MouseButton::Left, ModifierControl | ModifierShift);
+    EXPECT_TRUE(host.state.isBoxArmed);
+    release(MouseButton::Left);
+    EXPECT_FALSE(host.state.isBoxArmed);
+    pressKey('B');
+    pressKey(256);
+    EXPECT_FALSE(host.state.isBoxArmed);
+    pressKey('B');
+    host.reloadView();
+    EXPECT_FALSE(host.state.isBoxArmed);
 }
 
 TEST_F(PickingViewTest, withTwicePixels) {

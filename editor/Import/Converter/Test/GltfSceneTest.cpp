@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 
 #include <Magnum/Math/Quaternion.h>
 #include <gmock/gmock.h>

@@ -43,7 +43,7 @@ TEST_F(OutlinerRowsTest, FollowWhatHappens) {
     EXPECT_EQ(shown(), "a .b ..d c ");
     scene.reparent(b, c);
     EXPECT_EQ(shown(), "a c .b ..d ");
-    rows.setFolded(c, true);
+    rows.setFolded(scene, c, true);
     EXPECT_EQ(shown(), "a c ");
     scene.reparent(b, RootObject);
     EXPECT_EQ(shown(), "a c b .d ");
@@ -57,11 +57,40 @@ TEST_F(OutlinerRowsTest, AnIdThatIsUsedAgainIsAnotherObject) {
     const Id a = add(RootObject, "a"), b = add(a, "b");
     add(b, "c");
     shown();
-    rows.setFolded(a, true);
+    rows.setFolded(scene, a, true);
     scene.deleteObjects(a);
     shown();
     for(int i = 0; i != 3; ++i) add(add(RootObject, "x"), "y");
     EXPECT_EQ(shown(), "x .y x .y x .y ");
+}
+
+TEST_F(OutlinerRowsTest, WhatWasFoldedWhenItWasDeletedIsFoldedWhenItComesBack) {
+    const auto addHouse = [&] {
+        const Id house = add(RootObject, "House");
+        scene.objectIds.setName(house, "h1");
+        add(house, "Room");
+        return house;
+    };
+    Id house = addHouse();
+    shown();
+    rows.setFolded(scene, house, true);
+    scene.deleteObjects(house);
+    EXPECT_EQ(shown(), "");
+    // In the place that was another object's meanwhile.
+    add(RootObject, "a");
+    house = addHouse();
+    EXPECT_EQ(shown(), "a House ");
+    // Also among so many that all are made anew.
+    scene.deleteObjects(house);
+    shown();
+    for(int i = 0; i != 40; ++i) add(RootObject, "x");
+    house = addHouse();
+    EXPECT_EQ(shown().substr(shown().size() - 8), "x House ");
+    rows.setFolded(scene, house, false);
+    scene.deleteObjects(house);
+    shown();
+    addHouse();
+    EXPECT_EQ(shown().substr(shown().size() - 14), "x House .Room ");
 }
 
 // As while the pane is closed.
@@ -88,7 +117,7 @@ TEST_F(OutlinerRowsTest, ASearchShowsMatchesBelowTheirAncestors) {
     add(house, "Door");
     add(RootObject, "lamp 2");
     rows.update(scene, {});
-    rows.setFolded(house, true);
+    rows.setFolded(scene, house, true);
     EXPECT_EQ(shown("LAMP"), "House? .Room? ..Lamp 1 lamp 2 ");
     EXPECT_EQ(shown("nothing"), "");
     EXPECT_EQ(shown(), "House lamp 2 ");
@@ -105,7 +134,7 @@ TEST_F(OutlinerRowsTest, AllAreFoldedAndUnfolded) {
     shown();
     rows.setAllFolded(scene, true);
     EXPECT_EQ(shown(), "a ");
-    rows.setFolded(a, false);
+    rows.setFolded(scene, a, false);
     EXPECT_EQ(shown(), "a .b ");
     rows.setAllFolded(scene, false);
     EXPECT_EQ(shown(), "a .b ..c ");
@@ -136,7 +165,7 @@ TEST_F(OutlinerRowsTest, RandomEditsOfAScene) {
         for(std::size_t j = 1; j != scene.size(); ++j) folded[scene.toId(j)] = rows.isFolded(scene.toId(j));
         if(toggled != RootObject) {
             folded[toggled] = !folded[toggled];
-            rows.setFolded(toggled, folded[toggled]);
+            rows.setFolded(scene, toggled, folded[toggled]);
         }
 
         std::vector<std::pair<Id, std::size_t>> expected;

@@ -44,7 +44,8 @@ bool Gizmo::isReachable() const {
     if(!_isEnabled || !ImGui::IsMousePosValid() || !_rect.contains(mousePosition())) return false;
     const ImGuiWindow* const window = ImGui::GetCurrentContext()->HoveredWindow;
     const bool isListUnderMouse = window ? window->DrawList == _list : _isOfNoWindow;
-    return isListUnderMouse && !ImGui::IsAnyItemHovered();
+    // Of this frame: nothing is left of what the mouse has just gone away from.
+    return isListUnderMouse && !ImGui::GetCurrentContext()->HoveredId;
 }
 
 Handle Gizmo::handleUnderMouse() const {

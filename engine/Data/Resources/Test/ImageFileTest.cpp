@@ -1,5 +1,6 @@
 #include "Data/Resources/ImageFile.h"
 
+#include <algorithm>
 #include <random>
 
 #include <Corrade/Containers/StridedArrayView.h>

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include <VantrelHost/ResourceCompiler.h>
 
 #include <Magnum/Math/Color.h>

@@ -2,6 +2,7 @@
 
 #include "Renderer/Textures/TextureTable.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <random>

@@ -100,6 +100,10 @@ struct SharedState {
     // Set by a view while the user holds a handle of its gizmo, moved or not: nothing is undone meanwhile.
     bool isHandleHeld = false;
 
+    // Set by a view while the next press of the left button begins a box, whatever its modifiers are, and while that is
+    // dragged.
+    bool isBoxArmed = false;
+
     // Set to have the meshes of the selected objects brought into the middle of the scene view, which clears it.
     bool framesSelection = false;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/Format.h>
 
 #include "Views/UserInterface.h"

@@ -32,6 +32,14 @@ constexpr Float AxisLength = 0.15f;
 // The library wants a part of half the longer side.
 Float clipSpaceSize(const Vector2i& size) { return 2.0f * AxisLength * Float(size.min()) / Float(size.max()); }
 
+// What the library says of a change is not relied on for translations, which it may tell from those of the frame before:
+// it says then that the mouse, moving evenly, moved nothing, and that it moved something when a handle is clicked.
+bool hasMoved(GizmoOperation operation, bool isReported, const Matrix4& delta) {
+    if(operation != GizmoOperation::Translate) return isReported;
+    const Vector3 way = delta.translation();
+    return way.x() != 0.0f || way.y() != 0.0f || way.z() != 0.0f;
+}
+
 ImGuizmo::MODE libraryMode(GizmoSpace space) { return space == GizmoSpace::Local ? ImGuizmo::LOCAL : ImGuizmo::WORLD; }
 
 }
@@ -61,9 +69,12 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
     ViewManager& views = scene.camera.views();
     const Matrix4 view = views.viewTransform(scene.camera.view()).toMatrix();
     Matrix4 matrix = _isHeld && _isSeveral ? Matrix4::translation(_heldPosition) : grip->matrix, delta;
-    const bool isChanged = ImGuizmo::Manipulate(view.data(), views.projectionMatrix(scene.camera.view()).data(),
+    const bool wasHeld = _isHeld;
+    const bool isReported = ImGuizmo::Manipulate(view.data(), views.projectionMatrix(scene.camera.view()).data(),
         libraryOperation(_settings.gizmoOperation), libraryMode(_settings.gizmoSpace), matrix.data(), delta.data(),
         snapSteps());
+    // The mouse has not moved yet in the frame that takes a handle.
+    const bool isChanged = wasHeld && hasMoved(_settings.gizmoOperation, isReported, delta);
     if(scene.isBusy && !_isHeld) {
         if(ImGuizmo::IsUsing()) releaseHandle();
         return false;
@@ -74,7 +85,8 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
         _heldPosition = matrix.translation();
     }
     if(isChanged) record(scene, *grip, delta);
-    if(!ImGuizmo::IsUsing()) endDrag(scene.state);
+    // The library may not see the button go up where another window is under the mouse.
+    if(!ImGuizmo::IsUsing() || !ImGui::GetIO().MouseDown[0]) endDrag(scene.state);
     return isChanged;
 }
 
@@ -94,7 +106,9 @@ std::optional<TransformGizmo::Grip> TransformGizmo::grip(EditorData& data) {
     } else {
         const Id object = *data.firstSelectedObject();
         _objects.assign(1, object);
-        matrix = scene.absoluteTransformationAsMatrix(object);
+        // Without sizes, as that of several: the library can compute neither with those that are all but zero nor turn
+        // what is mirrored the way that the mouse goes.
+        matrix = scene.absoluteTransformation(object).toMatrix();
         gesture = object;
     }
     if(!isFinite(matrix)) return {};
@@ -137,12 +151,9 @@ void TransformGizmo::record(const GizmoScene& scene, const Grip& grip, const Mat
     _recorder->committed();
 }
 
-// The library's delta is that of the frame where the matrix carries the size that was reached, and the total of the drag
-// where it carries none.
+// The library's delta is the total of the drag, since the matrix carries no size.
 Vector3 TransformGizmo::scaleFactors(const Matrix4& delta) {
-    const Vector3 lengths = axisLengths(delta);
-    if(!_isSeveral) return lengths;
-    const Vector3 factors = lengths / _totalScale;
+    const Vector3 lengths = axisLengths(delta), factors = lengths / _totalScale;
     _totalScale = lengths;
     return factors;
 }

@@ -21,7 +21,7 @@ struct GizmoScene {
     const ViewCamera& camera;
     // Of the picture, window points.
     Magnum::Vector2i origin, size;
-    // The user does something else, as flying: handles are seen, but cannot be grabbed.
+    // The user does something else, as flying or selecting: handles are seen, but cannot be grabbed.
     bool isBusy;
 };
 
@@ -41,8 +41,8 @@ public:
 
     // At the beginning of each frame.
     void beginFrame();
-    // Draws the gizmo over the picture, into the current window, and takes a drag one frame further. Returns whether
-    // something moved, which the next frame shows.
+    // Draws the gizmo over the picture, into the current window, and takes a drag one frame further, before the scene is
+    // drawn. Returns whether something moved.
     bool draw(const GizmoScene& scene);
 
     // Whether the mouse is over a handle, or holds one.
@@ -78,8 +78,9 @@ private:
     // There is a trial of ours, with what this drag changed.
     bool _gizmoInUse = false;
     std::optional<DragRecorder> _recorder;
-    // Of several objects, since the drag began: the factors, and the place, which is not their mean where one of them stays.
+    // Since the drag began.
     Magnum::Vector3 _totalScale{1.0f};
+    // Of several objects, which is not their mean where one of them stays.
     Magnum::Vector3 _heldPosition;
 };
 

@@ -47,19 +47,20 @@ void placeSelected(const Range2Di& pixel, const PickTarget& target) {
 
 }
 
-void Picking::mousePress(const MouseEvent& event, const PressState& state, const PickTarget& target) {
+bool Picking::mousePress(const MouseEvent& event, const PressState& state, const PickTarget& target) {
     PressState now = state;
     now.isBoxArmed = _boxSelectArmed;
     const Range2Di pixel = pixelBelow(event.position, target.frame);
     switch(pressAction(now, event.modifiers)) {
-    case PressAction::None: return;
+    case PressAction::None: return false;
     case PressAction::BeginBox:
         _boxSelectDragging = true;
         _boxSelectStart = event.position - target.frame.origin;
-        return;
-    case PressAction::Place: return placeSelected(pixel, target);
-    case PressAction::Select: return selectFrom(pixel, isAdditivePress(event.modifiers), true, target);
+        return true;
+    case PressAction::Place: placeSelected(pixel, target); return true;
+    case PressAction::Select: selectFrom(pixel, isAdditivePress(event.modifiers), true, target); return true;
     }
+    return false;
 }
 
 void Picking::mouseRelease(const MouseEvent& event, const PickTarget& target) {

@@ -41,9 +41,10 @@ public:
     void cancelBox() { _boxSelectArmed = _boxSelectDragging = false; }
     bool isBoxArmed() const { return _boxSelectArmed; }
 
-    // Of the left button. Whether a box is armed is not asked of the state. Aborts where the first selected object is to
-    // be placed and the transformation of its parent is not rigid, see invertedRigid().
-    void mousePress(const MouseEvent& event, const PressState& state, const PickTarget& target);
+    // Of the left button. Whether a box is armed is not asked of the state. Returns whether the press was for it, and so
+    // for nobody else. Aborts where the first selected object is to be placed and the transformation of its parent is not
+    // rigid, see invertedRigid().
+    bool mousePress(const MouseEvent& event, const PressState& state, const PickTarget& target);
     void mouseRelease(const MouseEvent& event, const PickTarget& target);
 
     // None where no box is armed. The mouse in window points.

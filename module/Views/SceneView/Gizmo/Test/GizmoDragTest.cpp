@@ -28,10 +28,11 @@ TEST_F(GizmoDragTest, theObjectFollowsTheMouse) {
         const Vector2 shown = pointOf(positionOf("cube"));
         EXPECT_NEAR(shown.x(), start.x() + way.x(), 0.5f);
         EXPECT_NEAR(shown.y(), start.y() + way.y(), 0.5f);
-        // The picture is drawn before the gizmo reads the mouse.
-        EXPECT_TRUE(host.state.wantsFrame);
-        host.frame();
+        // In the frame that took the mouse's way.
         EXPECT_EQ(objectAt(mouse()), objectOf("cube"));
+        EXPECT_EQ(objectAt(start - Vector2{0.0f, 8.0f}), NoObject);
+        // Panels that were drawn before the view show it then.
+        EXPECT_TRUE(host.state.wantsFrame);
     }
     release();
     EXPECT_EQ(documentOf("cube", "scaling"), "[1.0,1.0,1.0]");
@@ -63,6 +64,19 @@ TEST_F(GizmoDragTest, oneDragIsOneStep) {
     setOperation(GizmoOperation::Scale, GizmoSpace::Local);
     dragMiddle("a", {20.0f, 0.0f});
     EXPECT_EQ(steps(), stepsBefore + 3);
+}
+
+// As far in each frame as in the one before, and then not at all.
+TEST_F(GizmoDragTest, anEvenMovement) {
+    addObject("a");
+    select({"a"});
+    grab(pointOf({}));
+    for(int i = 1; i <= 4; ++i) {
+        moveTo(pointOf({}) + Vector2{6.0f * Float(i), 0.0f});
+        expectNear(positionOf("a"), {0.25f * Float(i), 0.0f, 0.0f});
+    }
+    release();
+    expectNear(positionOf("a"), {1.0f, 0.0f, 0.0f});
 }
 
 // What is dragged is in its place already.
@@ -151,6 +165,14 @@ TEST_F(GizmoDragTest, turning) {
     // What is turned in the document is what is seen, and keeps its size to the last digits of a float.
     const JsonValue& scaling = *data().project().valueByPointer("/objects/a/scaling");
     for(int i = 0; i != 3; ++i) EXPECT_FLOAT_EQ(scaling[i].GetFloat(), Float(i + 1));
+}
+
+TEST_F(GizmoDragTest, whatIsMirroredTurnsWithTheMouse) {
+    addObject("a", "", "[0, 0, 0]", "[0, 0, 0.3826834, 0.9238795]", "[-1, 2, 1]");
+    select({"a"});
+    const Matrix4 before = worldOf("a");
+    setOperation(GizmoOperation::Rotate, GizmoSpace::Local);
+    expectNear(worldOf("a"), Matrix4::rotationZ(turn({}, 60.0_degf)) * before);
 }
 
 TEST_F(GizmoDragTest, scaling) {

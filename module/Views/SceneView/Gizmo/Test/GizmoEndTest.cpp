@@ -1,5 +1,6 @@
 #include <Magnum/Math/Functions.h>
 #include <gmock/gmock.h>
+#include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
 #include "GizmoFixture.h"
@@ -53,7 +54,7 @@ TEST_P(CancelTest, asIfItHadNeverBeen) {
     const Matrix4 a = worldOf("a"), below = worldOf("below");
     const std::string before = document(), log = undoLog();
     for(const bool byKey: {true, false}) {
-        const Vector2 handle = GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius()} : Vector2{};
+        const Vector2 handle = GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius({})} : Vector2{};
         grab(pointOf({}) + handle);
         for(int i = 0; i != 5; ++i) moveTo(mouse() + Vector2{8.0f, -12.0f});
         EXPECT_NE(document(), before);
@@ -81,6 +82,26 @@ TEST_P(CancelTest, asIfItHadNeverBeen) {
 
 INSTANTIATE_TEST_SUITE_P(
     Gizmo, CancelTest, testing::Values(GizmoOperation::Translate, GizmoOperation::Rotate, GizmoOperation::Scale));
+
+class ReleaseTest: public CancelTest {};
+
+// The toolbar is in a window of its own.
+TEST_P(ReleaseTest, overAnotherWindow) {
+    setOperation(GetParam(), GetParam() == GizmoOperation::Scale ? GizmoSpace::Local : GizmoSpace::World);
+    const int before = steps();
+    grab(pointOf({}) + (GetParam() == GizmoOperation::Rotate ? Vector2{0.7071f * outerRadius({})} : Vector2{}));
+    for(int i = 0; i != 3; ++i) moveTo(mouse() + Vector2{8.0f, -12.0f});
+    ASSERT_TRUE(isOnTrial());
+    const ImGuiWindow& toolbar = *ImGui::FindWindowByName("##toolbar");
+    ASSERT_TRUE(toolbar.Active);
+    moveTo({toolbar.Pos.x + 3.0f, toolbar.Pos.y + 3.0f});
+    release();
+    EXPECT_EQ(steps(), before + 1);
+    expectOver();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Gizmo, ReleaseTest, testing::Values(GizmoOperation::Translate, GizmoOperation::Rotate, GizmoOperation::Scale));
 
 // Nothing is recorded before the mouse moves.
 TEST_F(GizmoEndTest, cancelBeforeTheFirstMovement) {
@@ -203,6 +224,36 @@ TEST_F(GizmoEndTest, anotherProject) {
     EXPECT_FALSE(isOnTrial());
     EXPECT_FALSE(changes().canUndo());
     expectOver();
+}
+
+// The gizmo of what it selects comes to be below the mouse.
+TEST_F(GizmoEndTest, aPressThatSelectsMovesNothing) {
+    addCube("cube", "[3, 1, 0]");
+    select({});
+    const std::string before = document();
+    dragMiddle("cube", {30.0f, 30.0f});
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    EXPECT_EQ(document(), before);
+    dragMiddle("cube", {30.0f, 30.0f});
+    EXPECT_NE(document(), before);
+}
+
+// Press and release are heard between two frames, and the mouse goes on.
+TEST_F(GizmoEndTest, aShortPressThatSelectsMovesNothing) {
+    addCube("cube", "[3, 1, 0]");
+    select({});
+    const std::string before = document();
+    const Vector2 point = pointOf(positionOf("cube"));
+    moveTo(point);
+    host.frame();
+    host.view().mousePressEvent({MouseButton::Left, Vector2i{mouse()}, 0});
+    host.view().mouseReleaseEvent({MouseButton::Left, Vector2i{mouse()}, 0});
+    ImGui::GetIO().MouseDown[0] = true;
+    host.frame();
+    ImGui::GetIO().MouseDown[0] = false;
+    moveTo(point + Vector2{20.0f, 0.0f});
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    EXPECT_EQ(document(), before);
 }
 
 TEST_F(GizmoEndTest, nothingIsGrabbedWhileFlying) {

@@ -16,6 +16,13 @@ using namespace Magnum;
 using namespace VantrelEngine;
 using namespace Math::Literals;
 
+namespace {
+
+// Where no ring that is seen edge-on is near.
+const Vector2 Direction{std::sqrt(0.5f), -std::sqrt(0.5f)};
+
+}
+
 GizmoTest::GizmoTest() {
     record("/meshes/cube", "{'name': 'Cube', 'primitive': 'cube'}");
     data().cameraPitch = data().cameraYaw = 0.0f;
@@ -44,6 +51,7 @@ void GizmoTest::addCube(const std::string& id, const std::string& translation, c
 }
 
 void GizmoTest::select(const std::vector<std::string>& ids) {
+    _selected = ids;
     data().selection().clear();
     for(const std::string& id: ids) data().selectObject(objectOf(id), true);
     host.frame();
@@ -166,11 +174,36 @@ void GizmoTest::drag(const Vector2& from, const Vector2& way, int frames) {
     release();
 }
 
+bool GizmoTest::canGrab(const Vector2& point) {
+    grab(point);
+    const bool isHeld = host.state.isHandleHeld;
+    release();
+    // A click beside the handles has chosen something else.
+    select(_selected);
+    return isHeld;
+}
+
+Float GizmoTest::outerRadius(const Vector3& position) {
+    static Float lengths = 0.0f;
+    if(lengths == 0.0f) lengths = findOuterRadius(position) / axisLength();
+    return lengths * axisLength();
+}
+
+Float GizmoTest::findOuterRadius(const Vector3& position) {
+    const Vector2 middle = pointOf(position);
+    Float outer = 1.8f * axisLength();
+    while(outer > 0.0f && !canGrab(middle + Direction * outer)) outer -= 2.0f;
+    Float inner = outer;
+    while(inner > 0.0f && canGrab(middle + Direction * inner)) inner -= 2.0f;
+    EXPECT_GT(inner, 0.5f * axisLength()) << "there is no ring";
+    return (outer + inner) * 0.5f;
+}
+
 Rad GizmoTest::turn(const Vector3& position, Deg angle, int frames) {
     const Vector2 middle = pointOf(position);
-    // Where no ring that is seen edge-on is near.
+    const Float radius = outerRadius(position);
     const auto place = [&](Rad at) {
-        return Math::round(middle + Vector2{std::cos(Float(at)), -std::sin(Float(at))} * outerRadius());
+        return Math::round(middle + Vector2{std::cos(Float(at)), -std::sin(Float(at))} * radius);
     };
     const Rad start = 45.0_degf, way = angle;
     grab(place(start));

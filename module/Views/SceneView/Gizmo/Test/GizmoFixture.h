@@ -59,7 +59,6 @@ protected:
     VantrelEngine::Id objectAt(const Magnum::Vector2& point);
     // Of the gizmo, window points.
     Magnum::Float axisLength() const;
-    Magnum::Float outerRadius() const { return 1.28f * axisLength(); }
 
     void moveTo(const Magnum::Vector2& point);
     Magnum::Vector2 mouse() const { return {ImGui::GetIO().MousePos.x, ImGui::GetIO().MousePos.y}; }
@@ -77,6 +76,10 @@ protected:
     void dragMiddle(const std::string& id, const Magnum::Vector2& way, int frames = 10) {
         drag(pointOf(positionOf(id)), way, frames);
     }
+    // Whether a press there takes a handle. What is selected stays so.
+    bool canGrab(const Magnum::Vector2& point);
+    // Of the ring that is farthest from an object's place, window points; the object is selected and can be turned.
+    Magnum::Float outerRadius(const Magnum::Vector3& position);
     // The outer ring about a place, against the clock. Returns the angle of the whole points that come nearest.
     Magnum::Rad turn(const Magnum::Vector3& position, Magnum::Deg angle, int frames = 20);
     bool isOnTrial() { return changes().trial() != VantrelEngine::Trial::None; }
@@ -84,7 +87,11 @@ protected:
     ViewHost host{{480, 400}};
 
 private:
+    // From outside: each library has its ring at another distance.
+    Magnum::Float findOuterRadius(const Magnum::Vector3& position);
+
     Magnum::Vector3 _camera;
+    std::vector<std::string> _selected;
 };
 
 // But for a part of the largest number.

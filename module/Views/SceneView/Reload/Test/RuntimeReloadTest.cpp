@@ -1,5 +1,6 @@
 #include "Views/SceneView/Reload/RuntimeReload.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <Vantrel/EngineData/ResourceManager.h>

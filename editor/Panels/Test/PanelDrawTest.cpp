@@ -1,0 +1,139 @@
+#include <cstring>
+#include <string>
+
+#include <Vantrel/EditorData/VantrelEditor.h>
+#include <imgui.h>
+#include <imgui_internal.h>
+
+#include "Data/StepLog.h"
+#include "Data/Test/SessionFixture.h"
+#include "Panels/HistoryPanel.h"
+#include "Panels/ProblemsPanel.h"
+#include "Panels/StatisticsPanel.h"
+
+namespace VantrelEngine {
+
+namespace {
+
+// Draws panels as the editor does, without a window: at the upper left of a pane of 820 x 170.
+class PanelDrawTest: public VantrelTest::SessionFixture {
+protected:
+    PanelDrawTest() {
+        ImGuiIO& io = ImGui::GetIO();
+        io.IniFilename = nullptr;
+        io.DisplaySize = {1600.0f, 900.0f};
+        io.DeltaTime = 1.0f / 60.0f;
+        unsigned char* pixels;
+        int width, height;
+        io.Fonts->GetTexDataAsRGBA32(&pixels, &width, &height);
+    }
+    ~PanelDrawTest() { ImGui::DestroyContext(_context); }
+
+    template<class Draw> void drawFrame(const Draw& draw) {
+        session.update();
+        ImGui::NewFrame();
+        ImGui::SetNextWindowPos({0.0f, 0.0f});
+        ImGui::SetNextWindowSize(size);
+        ImGui::Begin("Pane", nullptr, ImGuiWindowFlags_NoTitleBar);
+        draw();
+        ImGui::End();
+        ImGui::Render();
+    }
+    template<class Draw> void drawFrames(int count, const Draw& draw) {
+        for(int i = 0; i != count; ++i) drawFrame(draw);
+    }
+    // A child of the pane whose name has the text.
+    const ImGuiWindow& child(const char* name) const {
+        for(const ImGuiWindow* window: _context->Windows)
+            if(std::strstr(window->Name, name)) return *window;
+        ADD_FAILURE() << "there is no " << name;
+        return *_context->Windows[0];
+    }
+    template<class Draw> void clickAt(float x, float y, const Draw& draw) {
+        ImGuiIO& io = ImGui::GetIO();
+        io.MousePos = {x, y};
+        drawFrame(draw);
+        io.MouseDown[0] = true;
+        drawFrame(draw);
+        io.MouseDown[0] = false;
+        drawFrame(draw);
+    }
+
+private:
+    ImGuiContext* const _context = ImGui::CreateContext();
+
+protected:
+    ImVec2 size{820.0f, 170.0f};
+};
+
+TEST_F(PanelDrawTest, StatisticsFitIntoTheirPaneFromTheFirstFramesOn) {
+    FrameStatistics frame;
+    const std::string reload =
+        "materials: " + std::string(20, 'm') + " and the images that it shows, of which there are many";
+    const auto draw = [&] { drawStatisticsPanel({frame, 0.0, reload}); };
+    drawFrames(3, draw);
+    const ImVec2 early = child("##statistics").ContentSize;
+    EXPECT_LE(early.x, child("##statistics").WorkRect.GetWidth());
+    drawFrames(20, draw);
+    const ImVec2 late = child("##statistics").ContentSize;
+    EXPECT_EQ(late.x, early.x);
+    EXPECT_EQ(late.y, early.y);
+    // Below each other where there is no room beside.
+    size.x = 300.0f;
+    drawFrames(3, draw);
+    EXPECT_LE(child("##statistics").ContentSize.x, child("##statistics").WorkRect.GetWidth());
+    EXPECT_GT(child("##statistics").ContentSize.y, late.y * 2.0f);
+}
+
+TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
+    for(const char* const id: {"a", "b", "c"})
+        record(std::string{"/objects/"} + id, object("", ",'components': [{'type': 'light', 'light': {'type': 'x'}}]"));
+    session.update();
+    ProblemsPanel panel;
+    panel.update(session);
+    ASSERT_EQ(panel.badge(), "(3)");
+    const auto draw = [&] {
+        panel.update(session);
+        panel.draw(session);
+    };
+    drawFrames(3, draw);
+    const ImGuiWindow& rows = child("##problems");
+    const float row = ImGui::GetTextLineHeight() + ImGui::GetStyle().CellPadding.y * 2.0f;
+    EXPECT_NEAR(rows.ContentSize.y, row * 4.0f, row * 0.25f) << "the header, and a line each";
+    clickAt(700.0f, rows.Pos.y + row * 2.5f, draw);
+    EXPECT_TRUE(session.data().isSelected(objectOf("b")));
+    EXPECT_FALSE(session.data().isSelected(objectOf("a")));
+}
+
+TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShrinks) {
+    changes().beginGroup();
+    record("/objects/a", object());
+    changes().commit();
+    for(int i = 0; i != 30; ++i) {
+        changes().beginGroup();
+        record("/objects/a/translation", "[" + std::to_string(i) + ", 0, 0]");
+        changes().commit();
+    }
+    session.steps().update();
+    ASSERT_EQ(session.steps().steps().size(), 31u);
+    HistoryPanel panel;
+    const auto draw = [&] { panel.draw(session.steps()); };
+    // The last row, below the others.
+    const auto isLastSeen = [&] {
+        const ImGuiWindow& rows = child("##steps");
+        return rows.Scroll.y >= rows.ScrollMax.y - 2.0f && rows.ScrollMax.y > 0.0f;
+    };
+    drawFrames(4, draw);
+    ASSERT_TRUE(isLastSeen());
+    ImGui::GetIO().FontGlobalScale = 2.0f;
+    drawFrames(4, draw);
+    EXPECT_TRUE(isLastSeen());
+    ImGui::GetIO().FontGlobalScale = 1.0f;
+    size.y = 90.0f;
+    drawFrames(4, draw);
+    EXPECT_TRUE(isLastSeen());
+}
+
+} // namespace
+
+} // namespace VantrelEngine

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <rapidjson/document.h>
 
 #include "Journeys/Journey.h"
 
@@ -27,7 +28,18 @@ constexpr unsigned long View = 0x3c5a82;
 constexpr unsigned long Empty = 0x222224;
 // As an X server numbers them.
 constexpr unsigned LeftButton = 1, RightButton = 3, KeyEscape = 9, KeyW = 25, KeyP = 33, KeyA = 38, KeyS = 39,
-                   KeyC = 54, KeyV = 55;
+                   KeyD = 40, KeyZ = 52, KeyC = 54, KeyV = 55, KeyB = 56, KeyDelete = 119;
+
+// The courtyard's ball in a window of 900 x 600.
+constexpr int BallX = 342, BallY = 233;
+
+// As values: the order of an object's keys is none.
+bool isSame(const std::string& a, const std::string& b) {
+    rapidjson::Document first, second;
+    first.Parse(a.data());
+    second.Parse(b.data());
+    return !first.HasParseError() && !second.HasParseError() && first == second;
+}
 
 // The editor with a window, on a server of the test's own.
 class WindowJourneyTest: public JourneyTest {
@@ -69,6 +81,11 @@ protected:
 
     // Closes the window as a window manager does.
     JourneyResult close() {
+        sendClose();
+        return editor.get();
+    }
+
+    void sendClose() {
         XEvent event{};
         event.xclient.type = ClientMessage;
         event.xclient.window = window;
@@ -76,13 +93,41 @@ protected:
         event.xclient.format = 32;
         event.xclient.data.l[0] = long(XInternAtom(display, "WM_DELETE_WINDOW", False));
         send(event, NoEventMask);
-        return editor.get();
     }
 
     // The server's own cursor: the editor asks for it with each event.
     void move(int x, int y) {
         XWarpPointer(display, None, window, 0, 0, 0, 0, x, y);
         wait();
+    }
+
+    void tap(unsigned code, unsigned state = 0) {
+        key(code, true, state);
+        key(code, false);
+    }
+    void click(int x, int y) {
+        move(x, y);
+        button(LeftButton, true);
+        button(LeftButton, false);
+    }
+    // By steps, as a hand does.
+    void drag(int x, int y, int endX, int endY) {
+        move(x, y);
+        settledView();
+        button(LeftButton, true);
+        settledView();
+        for(int i = 1; i != 5; ++i) move(x + (endX - x) * i / 4, y + (endY - y) * i / 4);
+        button(LeftButton, false);
+    }
+    // What Ctrl+S saves of a change that was made just now, however long the editor takes for both.
+    std::string saved() {
+        EXPECT_TRUE(isTitle("project.json* - Vantrel Editor"));
+        tap(KeyS, ControlMask);
+        EXPECT_TRUE(isTitle("project.json - Vantrel Editor"));
+        return read("Courtyard/project.json");
+    }
+    bool isTitle(const std::string& title) {
+        return waitFor([&] { return find(title) == window; });
     }
 
     // The state is that of the modifiers' keys before it.
@@ -255,6 +300,55 @@ TEST_F(WindowJourneyTest, ObjectsAreCopiedAndPasted) {
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_THAT(read("project.json"), HasSubstr("\"ball-2\": {"));
     EXPECT_THAT(read("project.json"), Not(HasSubstr("\"ball-3\": {")));
+}
+
+// The courtyard's ball, where it is seen in a window of 900 x 600, is moved, copied and deleted.
+TEST_F(WindowJourneyTest, AnObjectIsClickedMovedCopiedAndDeleted) {
+    start("", false);
+    click(BallX, BallY);
+    drag(BallX, BallY, BallX + 40, BallY - 16);
+    const std::string moved = saved();
+    EXPECT_FALSE(isSame(moved, readFile(Courtyard))) << "the gizmo of what was clicked is where it is";
+    tap(KeyD, ControlMask);
+    EXPECT_THAT(saved(), HasSubstr("\"ball-2\": {"));
+    tap(KeyZ, ControlMask);
+    EXPECT_EQ(saved(), moved);
+    tap(KeyZ, ControlMask);
+    EXPECT_TRUE(isSame(saved(), readFile(Courtyard)));
+    tap(KeyDelete);
+    EXPECT_THAT(saved(), Not(HasSubstr("\"ball\": {")));
+    tap(KeyZ, ControlMask);
+    EXPECT_TRUE(isSame(saved(), readFile(Courtyard)));
+    EXPECT_EQ(close().status, 0);
+}
+
+// B, and a box about the ball; what is in it is deleted.
+TEST_F(WindowJourneyTest, ABoxSelects) {
+    start("", false);
+    move(BallX - 25, BallY - 25);
+    settledView();
+    tap(KeyB);
+    drag(BallX - 25, BallY - 25, BallX + 25, BallY + 25);
+    tap(KeyDelete);
+    EXPECT_THAT(saved(), Not(HasSubstr("\"ball\": {")));
+    EXPECT_EQ(close().status, 0);
+}
+
+TEST_F(WindowJourneyTest, ClosingAsksAboutUnsavedChanges) {
+    start("", false);
+    const std::string before = read("Courtyard/project.json");
+    click(BallX, BallY);
+    tap(KeyDelete);
+    EXPECT_TRUE(isTitle("project.json* - Vantrel Editor"));
+    sendClose();
+    // The window is still there; the question goes away by Escape, and the window stays.
+    wait();
+    tap(KeyEscape);
+    wait();
+    EXPECT_TRUE(isTitle("project.json* - Vantrel Editor"));
+    EXPECT_EQ(read("Courtyard/project.json"), before);
+    EXPECT_THAT(saved(), Not(HasSubstr("\"ball\": {")));
+    EXPECT_EQ(close().status, 0);
 }
 
 TEST_F(WindowJourneyTest, ClosingReleasesWhatIsHeld) {

@@ -106,11 +106,11 @@ TEST_F(GizmoJourneyTest, CancelledAsIfNothingHadBeen) {
 
 TEST_F(GizmoJourneyTest, EachOperationByItsKeyIsAStep) {
     const std::string drag = "press left\nmove 20 0\nmove 20 -10\nrelease left\n";
+    const std::string back = std::string{"mouse "} + Ball + "\nwait 2\n";
     // The outer ring is grabbed above its middle, to the right.
-    playView("dump document {}/before\nselect ball\nmouse " + std::string{Ball} + "\nwait 2\n" + tap("S") + drag +
-        tap("G") + "mouse " + Ball + "\n" + drag + tap("G") + "key LeftCtrl\n" + drag +
-        "keyup LeftCtrl\ndump undo {}/three\nmouse " + Ball + "\nundo\nundo\nundo\nwait 1\ndump document {}/undone\n" +
-        tap("R") + "move 58 58\n" + drag +
+    playView("dump document {}/before\nselect ball\n" + back + tap("S") + drag + back + tap("G") + drag + tap("G") +
+        "key LeftCtrl\n" + drag + "keyup LeftCtrl\ndump undo {}/three\nmouse " + Ball +
+        "\nundo\nundo\nundo\nwait 1\ndump document {}/undone\n" + tap("R") + "move 58 58\n" + drag +
         "dump undo {}/undo\ndump document {}/turned\nundo\ndump document {}/again\n");
     EXPECT_TRUE(read("undone") == read("before"));
     EXPECT_TRUE(read("again") == read("before"));

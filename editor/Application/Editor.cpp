@@ -581,7 +581,8 @@ void Editor::updateFocus() {
     focus.focus = isView(context.NavWindow)   ? ShortcutFocus::View
         : _panels.focused() == Panel::Objects ? ShortcutFocus::Objects
                                               : ShortcutFocus::Elsewhere;
-    focus.isTyping = context.IO.WantTextInput;
+    // Also in a field that took the keys in this frame.
+    focus.isTyping = context.IO.WantTextInput || context.WantTextInputNextFrame == 1;
     focus.isBlocked = context.OpenPopupStack.Size != 0 || isBlocked();
     _input.setFocus(focus);
     _cursorShape = cursorShapeOf(ImGui::GetMouseCursor());

@@ -51,6 +51,7 @@ void InputRouter::setButton(MouseButton button, bool isDown, unsigned modifiers,
     _interface.setKey(NoKey, false, _modifiers | modifiers);
     _interface.setButton(int(button), isDown);
     const MouseEvent event{button, wholePoints(_position), _modifiers | modifiers};
+    if(!isOverView()) _isClickUnseen = true;
     if(isDown)
         _delivery.pressButton(event, isForView && isOverView());
     else
@@ -70,7 +71,7 @@ std::optional<Command> InputRouter::setKey(int key, bool isDown, bool isRepeated
         _delivery.releaseKey(event);
         return {};
     }
-    const bool isForKeys = !_focus.isTyping && !_focus.isBlocked;
+    const bool isForKeys = !_focus.isTyping && !_focus.isBlocked && !_isClickUnseen;
     if(isForKeys && !_delivery.isButtonHeld())
         if(const std::optional<Command> command = shortcutOf(key, _modifiers, isRepeated, _focus.focus)) return command;
     _delivery.pressKey(event, isForKeys);

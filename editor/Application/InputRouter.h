@@ -34,7 +34,10 @@ public:
         _interface{interface}, _delivery{delivery} {}
 
     // As of the last frame.
-    void setFocus(const InterfaceFocus& focus) { _focus = focus; }
+    void setFocus(const InterfaceFocus& focus) {
+        _focus = focus;
+        _isClickUnseen = false;
+    }
 
     // Those that hold, however their keys were pressed: while the window had no focus nobody saw them.
     void setModifiers(unsigned modifiers);
@@ -64,6 +67,8 @@ private:
     InterfaceInput& _interface;
     EventDelivery& _delivery;
     InterfaceFocus _focus;
+    // Something else than the view was clicked since the last frame, perhaps a field that takes the keys from now on.
+    bool _isClickUnseen = false;
     Magnum::Vector2 _position;
     // Where the view was told the mouse is, whole points.
     Magnum::Vector2i _toldPosition;

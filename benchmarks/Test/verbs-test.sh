@@ -103,7 +103,7 @@ project_verbs() {
     judges objects exponent 0.4
     judges beside_bare_log ratio 4
     runs journal 300 100 6
-    judges drag_beside_none ratio 1.05
+    judges share_of_drag ratio 0.05
     judges steps_brought_back exponent 1.15
     runs delete 300 50
     judges deleted exponent 1.15

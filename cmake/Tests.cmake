@@ -31,7 +31,7 @@ function(vantrel_add_test name)
         set(command xvfb-run --auto-servernum "--server-args=-screen 0 1280x1024x24 -noreset" ${command})
     endif()
     add_test(NAME ${name} COMMAND ${command})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     if(arg_GL OR arg_DISPLAY)
         set_tests_properties(${name} PROPERTIES LABELS gl)
         # The software rasteriser, on every machine: pictures are compared.

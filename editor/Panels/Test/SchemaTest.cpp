@@ -117,10 +117,11 @@ TEST(SchemaTest, NewComponentsHaveOnlyKeysThatTheirRowsTake) {
     for(const ComponentSchema& schema: componentSchemas()) {
         JsonDocument initial;
         ASSERT_EQ(parseJson(schema.initial, initial), "") << schema.type;
+        const std::vector<SchemaKey> rows = rowsOf(schema.keys);
         for(auto member = initial.MemberBegin(); member != initial.MemberEnd(); ++member) {
             if(member->value.IsObject()) continue;
             const std::string key = std::string{schema.type} + '/' + member->name.GetString();
-            const SchemaKey* const row = rowOf(rowsOf(schema.keys), key);
+            const SchemaKey* const row = rowOf(rows, key);
             ASSERT_TRUE(row) << key;
             EXPECT_EQ(whyRefused(*row, member->value), "") << key;
         }

@@ -11,6 +11,7 @@
 #include <Vantrel/EngineData/ResourceMaps.h>
 
 #include "JsonEdit.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 
@@ -61,12 +62,7 @@ std::vector<std::string_view> tokensOf(std::string_view path) {
     return tokens;
 }
 
-std::string escaped(const JsonValue& key) {
-    std::string text;
-    for(const char c: std::string_view{key.GetString(), key.GetStringLength()})
-        text += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
-    return text;
-}
+std::string escaped(const JsonValue& key) { return pointerToken({key.GetString(), key.GetStringLength()}); }
 
 std::string plain(std::string_view token) { return unescaped({token.data(), token.size()}); }
 

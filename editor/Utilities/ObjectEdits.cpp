@@ -12,6 +12,7 @@
 #include "Utilities/EditState.h"
 #include "Utilities/ObjectPlacement.h"
 #include "Utilities/SiblingNames.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 
@@ -130,18 +131,7 @@ JsonValue objectOf(
 
 } // namespace
 
-std::string objectPointer(Containers::StringView id) {
-    std::string pointer = "/objects/";
-    for(const char letter: id) {
-        if(letter == '~')
-            pointer += "~0";
-        else if(letter == '/')
-            pointer += "~1";
-        else
-            pointer += letter;
-    }
-    return pointer;
-}
+std::string objectPointer(Containers::StringView id) { return "/objects/" + pointerToken(id); }
 
 void renameObject(ProjectSession& session, Id object, const std::string& name) {
     const Scene& scene = session.data().scene().main();

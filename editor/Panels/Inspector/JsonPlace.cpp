@@ -8,6 +8,7 @@
 #include <rapidjson/writer.h>
 
 #include "ChangeManager.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 
@@ -70,11 +71,7 @@ JsonValue nestedIn(std::string_view tail, JsonValue value, JsonAllocator& alloca
 
 } // namespace
 
-std::string escapedToken(std::string_view name) {
-    std::string text;
-    for(const char c: name) c == '~' ? text += "~0" : c == '/' ? text += "~1" : text += c;
-    return text;
-}
+std::string escapedToken(std::string_view name) { return pointerToken({name.data(), name.size()}); }
 
 const JsonValue* valueBelow(const JsonValue* base, std::string_view tail) {
     while(base && !tail.empty()) {

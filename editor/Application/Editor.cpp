@@ -332,8 +332,10 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::Quit: _wantsQuit = true; return;
     case ProjectAction::Kind::Import: return import(action.path);
     case ProjectAction::Kind::Save: {
-        const bool isKept = !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         const std::string error = save(action.path, action.overwritesRepaired);
+        // Also one that somebody else changed while it was saved.
+        const bool isKept =
+            !error.empty() && !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         if(!error.empty()) Utility::Error{} << error.data();
         return _dialogs.saved(action.path, error, isKept);
     }

@@ -116,23 +116,11 @@ std::string JournalFile::add(const std::vector<std::string>& lines) {
     const std::string text = textOf(lines, checksum);
     // What a failure leaves is cut off before the next attempt; whoever reads before that passes over it.
     _hasTail = true;
-    error = write(_file, text);
-    if(!error.empty()) return error;
+    if(!writeAll(*_calls, _file, text)) return reason();
     _hasTail = false;
     _size += text.size();
     _checksum = checksum;
     flush();
-    return {};
-}
-
-std::string JournalFile::write(int file, std::string_view text) {
-    while(!text.empty()) {
-        const ssize_t size = _calls->write(file, text.data(), text.size());
-        if(size < 0 && errno == EINTR) continue;
-        if(size < 0) return reason();
-        if(!size) return "nothing was written";
-        text.remove_prefix(std::size_t(size));
-    }
     return {};
 }
 
@@ -149,7 +137,7 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     const int file = _calls->open(fresh.data(), O_RDWR | O_APPEND | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
     if(file < 0) return reason();
     std::string error = _calls->flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? reason() : std::string{};
-    if(error.empty()) error = write(file, text);
+    if(error.empty() && !writeAll(*_calls, file, text)) error = reason();
     // On the disk before it takes the place of what is there, which a power failure would else leave empty.
     if(error.empty() && _calls->fdatasync(file) != 0) error = reason();
     if(error.empty() && _calls->rename(fresh.data(), _path.data()) != 0) error = reason();

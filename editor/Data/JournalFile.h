@@ -53,7 +53,6 @@ public:
 private:
     std::string open(const std::string& path, int flags);
     bool isAt(const std::string& path) const;
-    std::string write(int file, std::string_view text);
     std::string cutTail();
     void flush();
 

@@ -1,6 +1,5 @@
 #include "Data/Journal.h"
 
-#include <cerrno>
 #include <random>
 
 #include <Magnum/Math/Matrix4.h>
@@ -11,6 +10,7 @@
 #include "Data/Project/FileCalls.h"
 
 #include "Data/Test/SessionFixture.h"
+#include "Support/FailingCalls.h"
 #include "Support/JsonText.h"
 #include "Support/TestFolder.h"
 
@@ -20,33 +20,11 @@ using namespace VantrelEngine;
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
+using VantrelTest::FailingCalls;
 using VantrelTest::jsonText;
 using VantrelTest::readFile;
 using VantrelTest::writeFile;
 using Earlier = ProjectSession::EarlierSteps;
-
-// Counts the calls; the one with the number failAt fails (the first is 1).
-struct CountingCalls: FileCalls {
-    bool fails() {
-        if(++count != failAt) return false;
-        errno = ENOSPC;
-        return true;
-    }
-    int open(const char* path, int flags, mode_t mode) override {
-        return fails() ? -1 : FileCalls::open(path, flags, mode);
-    }
-    ssize_t write(int file, const void* data, std::size_t size) override {
-        return fails() ? -1 : FileCalls::write(file, data, size);
-    }
-    int fsync(int file) override { return fails() ? -1 : FileCalls::fsync(file); }
-    int ftruncate(int file, off_t size) override { return fails() ? -1 : FileCalls::ftruncate(file, size); }
-    int flock(int file, int operation) override { return fails() ? -1 : FileCalls::flock(file, operation); }
-    int link(const char* from, const char* to) override { return fails() ? -1 : FileCalls::link(from, to); }
-    int rename(const char* from, const char* to) override { return fails() ? -1 : FileCalls::rename(from, to); }
-    int unlink(const char* path) override { return fails() ? -1 : FileCalls::unlink(path); }
-
-    int count = 0, failAt = 0;
-};
 
 // A project in a folder of its own, edited as by a user.
 struct Editing {
@@ -623,7 +601,7 @@ TEST_F(JournalTest, whateverFailsNothingIsLost) {
         fs::remove_all(folder.path() / "project");
         fs::create_directories(folder.path() / "project");
         writeFile(path, original);
-        CountingCalls calls;
+        FailingCalls calls;
         calls.failAt = failAt;
         Editing editing{path, &calls};
         std::string errors;

@@ -64,6 +64,7 @@ private:
     std::string addSteps(std::vector<std::string>& lines, std::size_t first, std::size_t position);
     std::string stepLine(std::size_t step) const;
     void take(const std::string& error);
+    void takeFlush();
 
     FileCalls& _calls;
     const ChangeManager& _changes;

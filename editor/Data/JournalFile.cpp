@@ -1,10 +1,10 @@
 #include "Data/JournalFile.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -24,6 +24,16 @@ std::string textOf(const std::vector<std::string>& lines, std::uint64_t& checksu
     std::string text;
     for(const std::string& line: lines) addJournalLine(text, line, checksum);
     return text;
+}
+
+// A name of a file is in its folder. Where that cannot be flushed, the file system does so in its own time.
+void flushFolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::string folder = slash == path.npos ? "." : path.substr(0, slash + 1);
+    const int file = ::open(folder.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if(file < 0) return;
+    fsync(file);
+    ::close(file);
 }
 
 } // namespace
@@ -78,6 +88,7 @@ void JournalFile::close() {
     _size = 0;
     _checksum = 0;
     _hasTail = false;
+    takeFlushError();
 }
 
 std::string JournalFile::read(std::string& text) const {
@@ -120,14 +131,37 @@ std::string JournalFile::add(const std::vector<std::string>& lines) {
     _hasTail = false;
     _size += text.size();
     _checksum = checksum;
-    flush();
+    flush(false);
     return {};
 }
 
-// Nobody waits for the disk, and no two flushes for each other: what the one under way does not reach, the next one does.
-void JournalFile::flush() {
-    if(_flushing.valid() && _flushing.wait_for(std::chrono::seconds{0}) != std::future_status::ready) return;
-    _flushing = std::async(std::launch::async, [calls = _calls, file = _file] { calls->fdatasync(file); });
+// Nobody waits for the disk, and no two flushes for each other: what the one under way may not reach, the next one does,
+// which begins as soon as that is over.
+void JournalFile::flush(bool isNameNew) {
+    const std::lock_guard<std::mutex> lock{_mutex};
+    _isFlushWanted = true;
+    _isNameNew |= isNameNew;
+    if(std::exchange(_isFlushing, true)) return;
+    _flushing = std::async(std::launch::async, [this, file = _file, path = _path] { flushAll(file, path); });
+}
+
+void JournalFile::flushAll(int file, const std::string& path) {
+    std::unique_lock<std::mutex> lock{_mutex};
+    while(std::exchange(_isFlushWanted, false)) {
+        const bool isNameNew = std::exchange(_isNameNew, false);
+        lock.unlock();
+        const int error = _calls->fdatasync(file) == 0 ? 0 : errno;
+        if(isNameNew) flushFolderOf(path);
+        lock.lock();
+        if(error) _flushError = error;
+    }
+    _isFlushing = false;
+}
+
+std::string JournalFile::takeFlushError() {
+    const std::lock_guard<std::mutex> lock{_mutex};
+    const int error = std::exchange(_flushError, 0);
+    return error ? std::strerror(error) : std::string{};
 }
 
 std::string JournalFile::replace(const std::vector<std::string>& lines) {
@@ -150,6 +184,7 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     _file = file;
     _size = text.size();
     _checksum = checksum;
+    flush(true);
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <future>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,9 +38,12 @@ public:
     std::string read(std::string& text) const;
     // Goes on behind so many bytes, whose last line has the checksum; what is behind them goes.
     std::string continueAt(std::size_t size, std::uint64_t checksum);
-    // All of them or none, and they are on their way to the disk: they outlive this process at once, and the machine a
-    // moment later.
+    // All of them or none, and they are on their way to the disk: they outlive this process at once, and the machine as
+    // soon as the disk has them, which takes at most two flushes and waits for nothing else.
     std::string add(const std::vector<std::string>& lines);
+    // Why the disk did not take what was added since the last call; empty for none. What is in the file is not to be
+    // trusted then, and replace() helps.
+    std::string takeFlushError();
     // Puts another file with only these lines in its place, at one moment.
     std::string replace(const std::vector<std::string>& lines);
     // The file gets another name, or goes.
@@ -54,7 +58,8 @@ private:
     std::string open(const std::string& path, int flags);
     bool isAt(const std::string& path) const;
     std::string cutTail();
-    void flush();
+    void flush(bool isNameNew);
+    void flushAll(int file, const std::string& path);
 
     FileCalls* _calls;
     std::string _path;
@@ -66,6 +71,11 @@ private:
     // Something may stand behind them.
     bool _hasTail = false;
     std::future<void> _flushing;
+    // Guards what follows, of which the thread that flushes knows, too.
+    std::mutex _mutex;
+    // Something was added since the last flush began, or the file came to its name; there is a thread.
+    bool _isFlushWanted = false, _isNameNew = false, _isFlushing = false;
+    int _flushError = 0;
 };
 
 // What links lead to; the path itself where nothing is there.

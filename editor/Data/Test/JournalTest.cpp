@@ -1,6 +1,10 @@
 #include "Data/Journal.h"
 
+#include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <random>
+#include <thread>
 
 #include <Magnum/Math/Matrix4.h>
 #include <Vantrel/EngineData/JsonObject.h>
@@ -502,6 +506,38 @@ TEST_F(JournalTest, isWrittenAgainWhenThatIsPossible) {
         testing::MatchesRegex(".*the journal cannot be written: the file is gone; [^\n]*\n"));
     EXPECT_NE(editing.session.journal()->trouble(), "");
     editing.step("/objects/a/name", "\"three\"");
+    EXPECT_EQ(editing.session.journal()->trouble(), "");
+    expectSame(editing, crashed());
+}
+
+// Some file systems tell only then that there is no room.
+TEST_F(JournalTest, whatTheDiskDidNotTakeIsWrittenAnew) {
+    struct: FileCalls {
+        int fdatasync(int file) override {
+            errno = ENOSPC;
+            return isFull ? -1 : FileCalls::fdatasync(file);
+        }
+        std::atomic<bool> isFull{false};
+    } calls;
+    Editing editing{path, &calls};
+    editing.open();
+    calls.isFull = true;
+    const std::string warnings = printed([&] {
+        editing.step("/objects/a/name", "\"one\"");
+        for(int i = 0; i != 1000 && editing.session.journal()->trouble().empty(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds{1});
+            editing.frame();
+        }
+        EXPECT_EQ(editing.session.journal()->trouble(), "No space left on device");
+        editing.step("/objects/a/name", "\"two\"");
+        EXPECT_EQ(editing.session.journal()->trouble(), "No space left on device");
+    });
+    EXPECT_THAT(warnings, testing::MatchesRegex("[^\n]*the journal cannot be written: No space left[^\n]*\n"))
+        << "once";
+    // Of what it holds now nobody knows how much is on the disk.
+    writeFile(journal, "");
+    calls.isFull = false;
+    printed<Corrade::Utility::Debug>([&] { editing.step("/objects/a/name", "\"three\""); });
     EXPECT_EQ(editing.session.journal()->trouble(), "");
     expectSame(editing, crashed());
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include <Corrade/Utility/Debug.h>
 #include <Magnum/GL/AbstractFramebuffer.h>
@@ -15,7 +16,6 @@
 #include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
 #include "Data/FoundJournal.h"
-#include "Data/Journal.h"
 #include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
@@ -345,7 +345,8 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::OpenAsItIs: return openAsked(action);
     case ProjectAction::Kind::OpenCopy: return openCopy(action.path);
     case ProjectAction::Kind::OpenUntitled: return openUntitled(action.path);
-    case ProjectAction::Kind::DiscardUntitled: WorkingFolder::discard(action.path); return recoverUntitled();
+    case ProjectAction::Kind::RecoverUntitled: return askForUntitled(action.path);
+    case ProjectAction::Kind::DiscardUntitled: return discardUntitled(action.path);
     case ProjectAction::Kind::KeepMine: _keptMine = _session->changedOutside(); return;
     }
 }
@@ -354,6 +355,18 @@ void Editor::keepJournals(Recover recover) {
     _recover = recover;
     _keepsJournals = true;
     _session->keepJournals();
+    findUntitled();
+    _tellsUntitled = !_untitled.empty() && _recover != Recover::BringBack;
+}
+
+// Of those that are left when the project is there and nothing is asked any more: once, and as the last of what is said in
+// the beginning.
+void Editor::tellUntitled() {
+    if(_opening || _dialogs.isOpen() || !std::exchange(_tellsUntitled, false) || _untitled.empty()) return;
+    const std::string count = std::to_string(_untitled.size());
+    Utility::Warning{} << ((_untitled.size() == 1 ? "A project that was" : count + " projects that were") +
+        " never saved can be brought back: File > Recover unsaved projects")
+                              .data();
 }
 
 void Editor::openAsked(const ProjectAction& action) {
@@ -376,6 +389,7 @@ void Editor::openCopy(const std::string& path) {
     const std::string copy = copyPath(path);
     const std::string error = _session->recoverCopy(path, copy);
     if(!error.empty()) return showError(error);
+    _marks.copy(*_session, path);
     addRecentFile(_settings.recentFiles, copy);
     Utility::Debug{} << "Brought back as" << copy.data();
 }
@@ -383,17 +397,41 @@ void Editor::openCopy(const std::string& path) {
 void Editor::openUntitled(const std::string& workingFolder) {
     const std::string error = _session->recoverUntitled(workingFolder);
     if(!error.empty()) showError(error);
+    findUntitled();
+}
+
+void Editor::findUntitled() {
+    _untitled.clear();
+    _untitledLabels.clear();
+    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
+        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
+        if(found.state != FoundJournal::State::Steps) continue;
+        _untitled.push_back(folder);
+        _untitledLabels.push_back(untitledLabel(found));
+    }
 }
 
 void Editor::recoverUntitled() {
-    if(_recover == Recover::PutAside) return;
-    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
-        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
-        std::optional<ProjectChoice> question = untitledQuestion(folder, found);
-        if(!question) continue;
-        if(_recover == Recover::BringBack) return openUntitled(folder);
-        return _dialogs.ask(std::move(*question));
-    }
+    if(_recover == Recover::PutAside || _untitled.empty()) return;
+    if(_recover == Recover::BringBack) return openUntitled(_untitled.front());
+    askForUntitled(_untitled.front());
+}
+
+void Editor::askForUntitled(const std::string& workingFolder) {
+    const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(workingFolder));
+    std::optional<ProjectChoice> question = untitledQuestion(workingFolder, found);
+    if(question) return _dialogs.ask(std::move(*question));
+    findUntitled();
+    showError(workingFolder + ": this project is not there any more, or another editor has it");
+}
+
+void Editor::discardUntitled(const std::string& workingFolder) {
+    WorkingFolder::discard(workingFolder);
+    findUntitled();
+    if(_recover != Recover::Ask || _untitled.empty()) return;
+    // What was given up to see the one before may not be given up to see this one.
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    _dialogs.recoverUntitled(_untitled.front());
 }
 
 void Editor::setFocus(bool hasFocus) {
@@ -476,6 +514,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _command.reset();
     if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
     if(!isBlocked()) runActions();
+    tellUntitled();
     // Whatever was done in this frame outlives it.
     if(!isBlocked()) updateSteps();
     makeThumbnail(framebuffer);
@@ -537,6 +576,7 @@ void Editor::drawMenu() {
     state.redo = step != steps.steps().size() ? &steps.steps()[step].name : nullptr;
     state.title = title();
     state.recentFiles = &_settings.recentFiles;
+    state.unsavedProjects = &_untitledLabels;
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
@@ -544,9 +584,9 @@ void Editor::drawMenu() {
     const MenuChoice choice = drawMenuBar(state);
     if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
-    if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
-    _dialogs.open(choice.file);
+    if(!choice.file.empty()) _dialogs.open(choice.file);
+    if(choice.unsavedProject) _dialogs.recoverUntitled(_untitled[*choice.unsavedProject]);
 }
 
 void Editor::drawStatus() {
@@ -555,7 +595,7 @@ void Editor::drawStatus() {
     status.selected = _session->data().selection().countSet();
     status.statistics = _session->editor().state().statistics;
     status.frameTime = _frameTime * 1000.0;
-    if(const Journal* const journal = _session->journal()) status.journalTrouble = journal->trouble();
+    status.journalTrouble = _session->journalTrouble();
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.message().text.empty() ? nullptr : &_log.message();

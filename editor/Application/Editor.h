@@ -61,9 +61,10 @@ public:
     // From another file than before where one is given.
     std::string reloadView(const std::string& moduleFile = {});
 
-    // From now on each project has a journal.
+    // From now on each project has a journal. Says where an editor that ended unexpectedly left projects behind that were
+    // never saved: they can be brought back from the menu.
     void keepJournals(Recover recover);
-    // Looks for projects that were never saved, and that an editor left behind that ended unexpectedly.
+    // Brings the last one of them back, or asks for it.
     void recoverUntitled();
 
     // As the menu does it: asks where something could be lost.
@@ -135,7 +136,11 @@ private:
     void openAsked(const ProjectAction& action);
     void openInSteps(const std::string& path);
     void openCopy(const std::string& path);
+    void findUntitled();
+    void tellUntitled();
+    void askForUntitled(const std::string& workingFolder);
     void openUntitled(const std::string& workingFolder);
+    void discardUntitled(const std::string& workingFolder);
     void askForChanges();
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
@@ -185,6 +190,9 @@ private:
     Recover _recover = Recover::PutAside;
     ProjectSession::EarlierSteps _earlierSteps = ProjectSession::EarlierSteps::PutAside;
     bool _keepsJournals = false;
+    // Projects that were never saved and are left behind: their working folders, and what the menu calls them.
+    std::vector<std::string> _untitled, _untitledLabels;
+    bool _tellsUntitled = false;
     // What somebody else put into the project's file that the user has decided not to read.
     std::optional<FileFingerprint> _keptMine;
     int _openingFrames = 0;

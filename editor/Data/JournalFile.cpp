@@ -62,7 +62,7 @@ std::string JournalFile::open(const std::string& path, int flags) {
     close();
     for(int i = 0; i != Attempts; ++i) {
         _file = _calls->open(path.data(), O_RDWR | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, 0600);
-        if(_file < 0) return reason();
+        if(_file < 0) return whyNotOpened(path);
         _path = path;
         // A file system without locks has none to wait for.
         const bool isLocked = _calls->flock(_file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -72,6 +72,14 @@ std::string JournalFile::open(const std::string& path, int flags) {
         if(_isInUse) return "it is open in another editor";
     }
     return "it is replaced all the time";
+}
+
+std::string JournalFile::whyNotOpened(const std::string& path) {
+    const std::string error = reason();
+    struct stat status;
+    // Whether they have it open cannot be asked.
+    _isInUse = (errno == EACCES || errno == EPERM) && stat(path.data(), &status) == 0;
+    return _isInUse ? "it may be open in the editor of another user, whose journal is there" : error;
 }
 
 bool JournalFile::isAt(const std::string& path) const {

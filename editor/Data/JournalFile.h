@@ -25,7 +25,7 @@ public:
 
     // Each returns an empty text, or why it could not be done.
 
-    // Opens and locks what is there at a path, or makes it. isInUse() tells whether somebody else has it.
+    // Opens and locks what is there at a path, or makes it. isInUse() tells whether somebody else has it, or may have it.
     std::string open(const std::string& path);
     // The same, only where it is there.
     std::string openExisting(const std::string& path);
@@ -56,6 +56,7 @@ public:
 
 private:
     std::string open(const std::string& path, int flags);
+    std::string whyNotOpened(const std::string& path);
     bool isAt(const std::string& path) const;
     std::string cutTail();
     void flush(bool isNameNew);

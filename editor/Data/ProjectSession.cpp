@@ -88,7 +88,7 @@ void ProjectSession::startOver() {
     _changes->clear();
     _steps.update();
     _workingFolder.reset();
-    _hasNoFolder = false;
+    _whyNoJournal.clear();
     readEditorSettings();
 }
 

@@ -111,6 +111,33 @@ TEST_F(JournalJourneyTest, ANewProjectIsBroughtBackWithoutAName) {
     EXPECT_TRUE(fs::is_empty(folder.path("data/vantrel"))) << "nothing is left behind";
 }
 
+// Opening another project keeps nothing secret: it is said, and the menu has all of them, also those that the user has put off.
+TEST_F(JournalJourneyTest, ProjectsThatWereNeverSavedAreOfferedBesideAnother) {
+    const auto leave = [this](const std::string& name) {
+        runUntilReady("record /objects/" + name +
+                R"( {"parent": "", "name": "New", "translation": [0, 0, 0], "rotation": [0, 0, 0, 1], "scaling": [1, 1, 1]})"
+                "\n",
+            SIGKILL, "");
+    };
+    leave("x");
+    leave("y");
+    const std::string told = "2 projects that were never saved can be brought back: File > Recover unsaved projects";
+    const std::string click = "wait 2\npress left\nrelease left\nwait 2\n";
+    const std::string openMenu = "mouse 20 10\n" + click + "mouse 40 100\nwait 2\n";
+    EXPECT_THAT(run("wait 3\n" + press("Escape") + "wait 6\n", "--recover ask", ""), HasSubstr(told)) << "put off";
+    EXPECT_THAT(run("", "--recover no"), HasSubstr(told));
+    // The second one, from a project that is not saved: that is asked for first.
+    const std::string output =
+        run("wait 3\nrecord /objects/a/name \"Mine\"\n" + openMenu + "mouse 310 100\nmouse 350 118\n" + click +
+                "screenshot {}/unsaved.png\n" + press("Enter") + "wait 3\nscreenshot {}/asked.png\n" + press("Enter") +
+                "wait 6\ndump document {}/after\nsave {}/first.json\n" + openMenu + "screenshot {}/menu.png\n",
+            "--recover ask");
+    EXPECT_THAT(output, HasSubstr(told));
+    EXPECT_THAT(read("p/scene.json"), HasSubstr("Mine"));
+    EXPECT_THAT(read("after"), AllOf(HasSubstr("\"x\""), Not(HasSubstr("\"y\"")))) << "the last one is the first";
+    EXPECT_THAT(run("", "--recover ask"), HasSubstr("A project that was never saved can be brought back"));
+}
+
 TEST_F(JournalJourneyTest, AnEditorThatEndsAsItShouldLeavesNothing) {
     run("record /objects/a/name \"First\"\n", "--recover yes");
     EXPECT_FALSE(fs::exists(journal()));
@@ -132,7 +159,7 @@ TEST_F(JournalJourneyTest, ASecondEditorAsksBeforeItWritesOver) {
             press("S") + "keyup LeftCtrl\nwait 3\ndump document {}/opened\n",
         "--recover ask");
     EXPECT_THAT(output,
-        AllOf(HasSubstr("open in another editor, and has no journal in this one"),
+        AllOf(HasSubstr("it is open in another editor; it has no journal here"),
             HasSubstr("it is open in another editor, the file is kept as it is")));
     EXPECT_THAT(read("opened"), HasSubstr("Theirs"));
     EXPECT_EQ(read("p/scene.json"), Scene);

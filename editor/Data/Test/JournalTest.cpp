@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <chrono>
 #include <random>
+#include <string_view>
 #include <thread>
 
 #include <Magnum/Math/Matrix4.h>
@@ -417,9 +418,12 @@ TEST_F(JournalTest, aNewProjectWithoutAFolderHasOneOnceItIsSaved) {
             editing.step("/objects/b", objectJson("B"));
             editing.step("/objects/b/name", "\"B2\"");
         });
-        EXPECT_THAT(warning, testing::MatchesRegex("The journal: there is no folder for it[^\n]*\n")) << "once";
+        EXPECT_THAT(warning, testing::MatchesRegex("The new project: there is no folder for its files;[^\n]*\n"))
+            << "once";
+        EXPECT_EQ(editing.session.journalTrouble(), "there is no folder for its files");
         EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
         editing.step("/objects/b/name", "\"B3\"");
+        EXPECT_EQ(editing.session.journalTrouble(), "");
         EXPECT_EQ(lostCount(crashed()), 1u);
         expectSame(editing, crashed());
     }
@@ -436,6 +440,7 @@ TEST_F(JournalTest, aSecondEditorIsNoticed) {
         Editing second{path};
         EXPECT_THAT(printed([&] { second.open(); }), HasSubstr("is open in another editor"));
         EXPECT_FALSE(second.session.journal());
+        EXPECT_EQ(second.session.journalTrouble(), "it is open in another editor");
         second.step("/objects/a/name", "\"theirs\"");
         EXPECT_TRUE(second.session.keepsFile(path));
         EXPECT_THAT(second.session.save(path), HasSubstr("it is open in another editor, the file is kept as it is"));
@@ -451,6 +456,61 @@ TEST_F(JournalTest, aSecondEditorIsNoticed) {
     EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
     EXPECT_FALSE(editing.session.changedOutside());
     EXPECT_EQ(editing.session.save(path), "");
+}
+
+// Where there was none, there is one as soon as that is possible, with all that was done until then.
+TEST_F(JournalTest, itIsTriedAgainToBeginOne) {
+    const char* const old = std::getenv("XDG_DATA_HOME");
+    const std::string before = old ? old : "";
+    setenv("XDG_DATA_HOME", (path + "/none").data(), 1);
+    {
+        auto first = std::make_unique<Editing>(path);
+        first->open();
+        Editing second{path}, untitled{{}};
+        const std::string warnings = printed([&] {
+            second.open();
+            second.step("/objects/a/name", "\"theirs\"");
+            untitled.step("/objects/x", objectJson("X"));
+            first.reset();
+            setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+            const auto begin = std::chrono::steady_clock::now();
+            while(!second.session.journal() || !untitled.session.journal()) {
+                ASSERT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{10});
+                std::this_thread::sleep_for(std::chrono::milliseconds{20});
+                printed<Corrade::Utility::Debug>([&] {
+                    second.frame();
+                    untitled.frame();
+                });
+            }
+        });
+        EXPECT_EQ(std::count(warnings.begin(), warnings.end(), '\n'), 2) << "once each\n" << warnings;
+        EXPECT_EQ(second.session.journalTrouble() + untitled.session.journalTrouble(), "");
+        expectSame(second, crashed());
+        EXPECT_EQ(fs::path{untitled.session.journal()->path()}.filename(), ".project.json.journal");
+    }
+    old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(JournalTest, thatOfAnotherUserMayBeInUse) {
+    struct: FileCalls {
+        int open(const char* path, int flags, mode_t mode) override {
+            if(std::string_view{path}.find(".journal") == std::string_view::npos)
+                return FileCalls::open(path, flags, mode);
+            errno = EACCES;
+            return -1;
+        }
+    } calls;
+    Editing editing{path, &calls};
+    printed([&] { editing.open(); });
+    EXPECT_FALSE(editing.session.keepsFile(path)) << "there is none";
+    EXPECT_EQ(editing.session.journalTrouble(), "Permission denied");
+    writeFile(journal, "theirs");
+    Editing other{path, &calls};
+    EXPECT_EQ(other.session.findJournal(path).state, State::InUse);
+    EXPECT_THAT(printed([&] { other.open(); }), HasSubstr("it may be open in the editor of another user"));
+    EXPECT_THAT(other.session.journalTrouble(), HasSubstr("another user"));
+    EXPECT_THAT(other.session.save(path), HasSubstr("another user, whose journal is there, the file is kept as it is"));
+    EXPECT_EQ(readFile(journal), "theirs");
 }
 
 TEST_F(JournalTest, oneThatSaysNothingIsPutAside) {

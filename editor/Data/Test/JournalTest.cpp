@@ -483,6 +483,7 @@ TEST_F(JournalTest, itIsTriedAgainToBeginOne) {
                 });
             }
         });
+        ASSERT_FALSE(HasFailure());
         EXPECT_EQ(std::count(warnings.begin(), warnings.end(), '\n'), 2) << "once each\n" << warnings;
         EXPECT_EQ(second.session.journalTrouble() + untitled.session.journalTrouble(), "");
         expectSame(second, crashed());

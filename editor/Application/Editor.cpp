@@ -442,6 +442,28 @@ void Editor::setFocus(bool hasFocus) {
         rememberSettings();
 }
 
+void Editor::end(Ending ending) {
+    _input.letGo();
+    _ending = ending;
+    _endingFrames = EndingFrames;
+    requestFrames();
+}
+
+void Editor::goOnEnding() {
+    if(!_ending || (_endingFrames && --_endingFrames)) return;
+    if(*_ending == Ending::Asked) {
+        perform(Command::Quit);
+        // Later: it waits for what takes long.
+        if(isBlocked()) return;
+    } else {
+        dropPreview();
+        updateSteps();
+        _session->leaveToJournal();
+        _wantsQuit = true;
+    }
+    _ending.reset();
+}
+
 void Editor::askForChanges() {
     if(isBlocked() || isGestureUnderWay() || _dialogs.isOpen()) return;
     const std::optional<FileFingerprint> changed = _session->changedOutside();
@@ -498,6 +520,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
+    if(_ending) ImGui::ClearActiveID();
     drawPanels();
     tellRefused();
     updateFocus();
@@ -513,6 +536,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(_command) perform(*_command);
     _command.reset();
     if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
+    goOnEnding();
     if(!isBlocked()) runActions();
     tellUntitled();
     // Whatever was done in this frame outlives it.
@@ -635,7 +659,7 @@ void Editor::updateFocus() {
 bool Editor::isBlocked() const { return _opening || _imports.isOpening() || _imports.isCompiling(); }
 
 bool Editor::isMoving() const {
-    return _settlingFrames || _drop.isUnderWay() || _opening || _imports.isCompiling() ||
+    return _settlingFrames || _ending || _drop.isUnderWay() || _opening || _imports.isCompiling() ||
         _session->editor().state().wantsFrame;
 }
 

@@ -69,6 +69,11 @@ public:
 
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
+    // Of the window: what is dragged stays as far as it came, what is typed counts, and then the user is asked where something
+    // could be lost.
+    void close() { end(Ending::Asked); }
+    // The process ends, and nobody can be asked: the same, but what is not saved is left to the journal.
+    void leave() { end(Ending::Left); }
     // From now on a project is opened between two frames, after ReplayedOpening frames that show the bar: a replayed run
     // is the same each time.
     void openReplayed() { _isReplayed = true; }
@@ -121,6 +126,10 @@ private:
 
     static constexpr int ReplayedOpening = 2;
 
+    // A field takes what was typed in the frame in which it is left, and the undo log in the one after it.
+    static constexpr int EndingFrames = 2;
+    enum class Ending { Asked, Left };
+
     void initView();
     void closeView();
     void rememberSettings();
@@ -141,6 +150,8 @@ private:
     void askForUntitled(const std::string& workingFolder);
     void openUntitled(const std::string& workingFolder);
     void discardUntitled(const std::string& workingFolder);
+    void end(Ending ending);
+    void goOnEnding();
     void askForChanges();
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
@@ -200,6 +211,8 @@ private:
     std::optional<Magnum::Double> _importsBegan;
 
     int _settlingFrames = SettlingFrames;
+    std::optional<Ending> _ending;
+    int _endingFrames = 0;
     bool _wantsQuit = false;
     CursorShape _cursorShape = CursorShape::Arrow;
     Magnum::Double _lastFrame = 0.0;

@@ -224,6 +224,7 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"scale", ScriptVerb::Scale, 1, 1, "scale FACTOR", parseScale},
     {"fontsize", ScriptVerb::FontSize, 1, 1, "fontsize FACTOR", parseFontSize},
     {"focus", ScriptVerb::Focus, 1, 1, "focus on|off", parseFocus},
+    {"close", ScriptVerb::Close, 0, 0, "close", parseRest},
     {"select", ScriptVerb::Select, 0, Any, "select [ID...]", parseWords},
     {"hide", ScriptVerb::Hide, 1, Any, "hide ID...", parseWords},
     {"show", ScriptVerb::Show, 1, Any, "show ID...", parseWords},

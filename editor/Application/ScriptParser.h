@@ -24,6 +24,7 @@ enum class ScriptVerb {
     Scale,
     FontSize,
     Focus,
+    Close,
     Select,
     Hide,
     Show,

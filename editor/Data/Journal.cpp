@@ -65,6 +65,11 @@ void Journal::end() {
     _trouble.clear();
 }
 
+void Journal::leave() {
+    _file->close();
+    _path.clear();
+}
+
 void Journal::update() {
     if(!isOn()) return;
     takeFlush();

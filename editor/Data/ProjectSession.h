@@ -104,6 +104,8 @@ public:
     std::string recoverCopy(const std::string& path, const std::string& copy);
     // Writes the finished steps that the journal lacks. After each update of the steps.
     void updateJournal();
+    // The session ends, and nobody can be asked: what is not saved stays in the journal, as if the process had been killed.
+    void leaveToJournal();
     // Somebody else has written over the project's file, see Journal::keepBase().
     void keepBase();
     // Null where there is none.

@@ -200,6 +200,13 @@ void ProjectSession::keepBase() {
     if(_journal->isOn() && _store.write(_store.path(), text).empty()) _journal->keepBase(text);
 }
 
+void ProjectSession::leaveToJournal() {
+    _keepsJournals = false;
+    if(!_journal->isOn() || !_changes->hasUnsavedChanges()) return;
+    _journal->leave();
+    if(_workingFolder) _workingFolder->leave();
+}
+
 void ProjectSession::updateJournal() {
     if(!_keepsJournals) return;
     if(isJournalDue()) beginMissingJournal();

@@ -79,6 +79,62 @@ TEST_F(JournalJourneyTest, WhateverEndsTheEditorTheStepsAreBroughtBack) {
     }
 }
 
+// What is under way when the window is closed or the session ends: a drag stays as far as it came, a text as it was typed.
+class EndJourneyTest: public JournalJourneyTest {
+protected:
+    std::string underWay(bool isDrag) const {
+        const std::string name =
+            "field name\npress left\nrelease left\nkey LeftCtrl\n" + press("A") + "keyup LeftCtrl\n";
+        return "wait 2\nselect ball\nwait 2\n" +
+            (isDrag ? "mouse 342 252\nwait 2\npress left\nmove 12 -6\nmove 20 -4\n" : name + "type Globe\nwait 1\n");
+    }
+    std::string ball(const std::string& file) const {
+        const std::string text = read(file);
+        return text.substr(text.find("\"ball\""), 300);
+    }
+    std::string arguments(const std::string& more) const {
+        return "--size 900x640 --frames 1 --journal " + more + ' ' + folder.path("c/project.json");
+    }
+    void SetUp() override {
+        fs::copy(fs::path{Courtyard}.parent_path(), folder.path("c"), fs::copy_options::recursive);
+    }
+};
+
+TEST_F(EndJourneyTest, TheUserIsAskedAboutIt) {
+    for(const bool isDrag: {true, false}) {
+        const JourneyResult result = play(underWay(isDrag) + "close\nwait 2\nscreenshot {}/closed.png\n" +
+                press("Enter") + "wait 2\ndump document {}/still-there\n",
+            arguments("--recover no"));
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_FALSE(fs::exists(folder.path("still-there"))) << "it is saved, and the editor ends";
+        EXPECT_NE(ball("c/project.json"), readFile(Courtyard).substr(readFile(Courtyard).find("\"ball\""), 300))
+            << isDrag;
+        EXPECT_FALSE(fs::exists(folder.path("c/.project.json.journal")));
+    }
+    EXPECT_THAT(ball("c/project.json"), HasSubstr("Globe"));
+}
+
+TEST_F(EndJourneyTest, ASessionThatEndsLeavesItToTheJournal) {
+    for(const bool isDrag: {true, false}) {
+        fs::remove(folder.path("ready"));
+        std::string script = underWay(isDrag) + "dump log {}/ready\nwait 1000000\n";
+        for(std::size_t place = script.find("{}"); place != script.npos; place = script.find("{}", place))
+            script.replace(place, 2, folder.path().string());
+        folder.write("running.txt", script);
+        RunningEditor editor{{"--headless", "--journal", "--size", "900x640", "--script", folder.path("running.txt"),
+                                 folder.path("c/project.json")},
+            folder.path("output")};
+        ASSERT_TRUE(waitForFile(folder.path("ready"))) << read("output");
+        EXPECT_EQ(editor.end(isDrag ? SIGTERM : SIGHUP), 128 + (isDrag ? SIGTERM : SIGHUP));
+        EXPECT_EQ(read("c/project.json"), readFile(Courtyard));
+        EXPECT_EQ(play("dump document {}/after\ndump history {}/history\n", arguments("--recover yes")).status, 0);
+        EXPECT_THAT(read("history"), HasSubstr(isDrag ? "Move Ball" : "Rename Ball to Globe"));
+        const std::string history = read("history");
+        EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), 1) << history;
+    }
+    EXPECT_THAT(ball("after"), HasSubstr("Globe"));
+}
+
 TEST_F(JournalJourneyTest, TheUserIsAskedAndHasThreeAnswers) {
     runUntilReady(Edits, SIGKILL);
     const std::string kept = readFile(journal());

@@ -16,15 +16,20 @@
 #include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
 #include "Data/FoundJournal.h"
+#include "Data/StepName.h"
 #include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
+#include "Panels/DragSource.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
 #include "Utilities/PlacementGuard.h"
+
+#define GLFW_INCLUDE_NONE
+#include <GLFW/glfw3.h>
 
 namespace VantrelEngine {
 
@@ -287,17 +292,41 @@ void Editor::performNow(Command command) {
 }
 
 void Editor::setKey(int key, bool isDown, bool isRepeated) {
+    if(isDown && key == GLFW_KEY_ESCAPE && giveUpDrag()) return;
     // What is selected now is what the key acts on.
     if(isDown && !isBlocked()) updateSteps();
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+// Out of whatever panel it comes. What was dropped from outside is not held by anybody any more.
+bool Editor::giveUpDrag() {
+    if(_drop.isPlaying() || !VantrelEngine::giveUpDrag()) return false;
+    _held.letGo();
+    requestFrames();
+    return true;
+}
+
 void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    // Neither flies nor opens a menu.
+    if(button == MouseButton::Right && isDown) _isRightTaken = giveUpDrag();
+    if(button == MouseButton::Right && _isRightTaken) return;
     const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
         !_session->editor().state().isBoxArmed && (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
-    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(places) return place(modifiers);
+    _input.setButton(button, isDown, modifiers);
+}
+
+// What is selected is put where the mouse is, or is not: the press would end the process then, and the view must not see it.
+void Editor::place(unsigned modifiers) {
+    updateSteps();
+    const EditorData& data = _session->data();
+    const std::string refusal = placementRefusal(_session->data());
     if(!refusal.empty()) Utility::Warning{} << refusal.data();
-    _input.setButton(button, isDown, modifiers, refusal.empty());
+    _input.setButton(MouseButton::Left, true, modifiers, refusal.empty());
+    const std::optional<Id> placed = data.firstSelectedObject();
+    if(!placed) return;
+    const Containers::StringView id = data.scene().main().objectIds.nameOf(*placed);
+    _session->steps().update({placementName(id, data.project())});
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
@@ -435,6 +464,7 @@ void Editor::discardUntitled(const std::string& workingFolder) {
 }
 
 void Editor::setFocus(bool hasFocus) {
+    if(!hasFocus) giveUpDrag();
     _input.setWindowFocus(hasFocus);
     if(hasFocus)
         askForChanges();

@@ -136,9 +136,12 @@ private:
     void updateSteps(const std::vector<ImportResult>& imported = {});
     bool isGestureUnderWay();
     bool dropPreview();
+    // Whether something was dragged that may be given up.
+    bool giveUpDrag();
     // Undoes or redoes until so many steps are in effect.
     void goTo(std::size_t step);
     void performNow(Command command);
+    void place(unsigned modifiers);
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
@@ -186,6 +189,8 @@ private:
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
     HeldThing _held;
+    // The right button is held, and nobody else hears of it.
+    bool _isRightTaken = false;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;

@@ -25,7 +25,6 @@ void OutlinerPanel::draw(ProjectSession& session) {
     ImGui::BeginChild("##rows");
     if(hasKeys) useKeys(session);
     scrollToRow();
-    giveUpDrag();
     scrollWhileDragging(session.editor().state());
     drawRows(session);
     drawRest(session);

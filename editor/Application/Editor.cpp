@@ -151,7 +151,7 @@ std::string Editor::open(const std::string& path) {
 void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
     if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
-    for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    for(const DocumentProblem& problem: opened.problems) _session->data().project().warnOnce(lineOf(problem));
     _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
     rememberSettings();
@@ -489,7 +489,7 @@ void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
 void Editor::drawPanels() {
     drawMenu();
     drawStatus();
-    _panels.panes().layOut(_settings.panes);
+    _panels.panes().layOut(_settings.panes, _settings.fontScale);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
     const std::optional<ImportProgress> importing = _imports.progress();
     _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,

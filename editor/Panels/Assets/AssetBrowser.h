@@ -25,6 +25,8 @@ private:
 
     void follow(const ProjectSession& session);
     void enter(const std::string& folder);
+    void showFiltered();
+    void select(std::size_t position);
     void drawBar(const Frame& frame);
     void drawPath();
     void drawFilter();
@@ -41,8 +43,9 @@ private:
     AssetFolder _folder;
     AssetFilter _filter, _filtered;
     std::vector<std::size_t> _shown;
-    // Of those that are shown.
+    // Of those that are shown, and its name, which stays when it is not shown.
     std::optional<std::size_t> _selected;
+    std::string _selectedName;
     std::string _project;
     // Where to go when this frame is over; empty for nowhere.
     std::string _wish;

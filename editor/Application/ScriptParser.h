@@ -40,6 +40,7 @@ enum class ScriptVerb {
     Drag,
     Import,
     WaitForImport,
+    WaitForPictures,
     Screenshot,
     IdImage,
     Thumbnail,

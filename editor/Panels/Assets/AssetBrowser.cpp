@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 struct AssetBrowser::Frame {
     ProjectSession& session;
-    FilePictures& pictures;
+    const AssetPictures& pictures;
 };
 
 namespace {
@@ -42,8 +42,14 @@ CellIcon iconOf(AssetKind kind) {
     return CellIcon::Image;
 }
 
-std::optional<Thumbnail> pictureOf(const Asset& asset, const std::string& path, FilePictures& pictures) {
-    return asset.kind == AssetKind::Image ? pictures.ask(path) : std::optional<Thumbnail>{};
+std::optional<Thumbnail> pictureOf(const Asset& asset, const std::string& path, const AssetPictures& pictures) {
+    if(asset.kind == AssetKind::Folder) return {};
+    return (asset.kind == AssetKind::Image ? pictures.images : pictures.models).ask(path);
+}
+
+void forget(const AssetPictures& pictures) {
+    pictures.images.forget();
+    pictures.models.forget();
 }
 
 void drawPicture(const std::optional<Thumbnail>& thumbnail, AssetKind kind, const ImVec2& min, float size) {
@@ -87,11 +93,11 @@ void import(const std::string& path, ProjectSession& session) {
 
 } // namespace
 
-void AssetBrowser::draw(ProjectSession& session, FilePictures& pictures, bool waits) {
+void AssetBrowser::draw(ProjectSession& session, const AssetPictures& pictures, bool waits) {
     const Frame frame{session, pictures};
     follow(session);
     if(_folder.update(ImGui::GetTime(), waits)) {
-        pictures.forget();
+        forget(pictures);
         // The filter that nothing has been through yet.
         _filtered.text = '\n';
     }
@@ -266,7 +272,7 @@ void AssetBrowser::drawMenu(std::size_t position, const Frame& frame) {
     if(ImGui::MenuItem("Copy path")) ImGui::SetClipboardText(path.data());
     if(ImGui::MenuItem("Refresh")) {
         _folder.refresh();
-        frame.pictures.forget();
+        forget(frame.pictures);
     }
     ImGui::Separator();
     ImGui::TextDisabled("%s", path.data());

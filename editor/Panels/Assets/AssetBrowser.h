@@ -11,12 +11,18 @@ namespace VantrelEngine {
 class FilePictures;
 class ProjectSession;
 
+// Pictures of images, and of models.
+struct AssetPictures {
+    FilePictures& images;
+    FilePictures& models;
+};
+
 // Shows what of a folder can be imported in the window that is current: imports it, and is where it can be dragged from.
 // The project's folder at first, and whenever another project is there. Costs the cells that are seen.
 class AssetBrowser {
 public:
     // Waiting, files are read at once, so that a run is the same each time.
-    void draw(ProjectSession& session, FilePictures& pictures, bool waits);
+    void draw(ProjectSession& session, const AssetPictures& pictures, bool waits);
     // Something is read still.
     bool isReading() const { return _folder.isReading(); }
 

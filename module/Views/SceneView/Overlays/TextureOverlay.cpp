@@ -1,5 +1,7 @@
 #include "Views/SceneView/Overlays/TextureOverlay.h"
 
+#include <cfloat>
+
 #include <Magnum/Math/Functions.h>
 #include <Vantrel/Renderer/RendererDebug.h>
 
@@ -28,12 +30,14 @@ Float height() {
         8.0f * ImGui::GetTextLineHeightWithSpacing();
 }
 
-// At the top right of the view, the first time; higher where it would reach beyond the display.
+// At the top right of the view, the first time; higher where it would reach beyond the display, but never over the menu
+// that it is switched off with. What has no room then is scrolled to.
 void placeFirst() {
     const Vector2 view = UserInterface::vector(ImGui::GetWindowPos());
-    const Float margin = ImGui::GetFrameHeight();
-    const Float top = Math::max(Math::min(view.y() + 4.0f * margin, ImGui::GetIO().DisplaySize.y - height()), 0.0f);
+    const Float margin = ImGui::GetFrameHeight(), display = ImGui::GetIO().DisplaySize.y;
+    const Float top = view.y() + Math::clamp((display - view.y() - height()) / margin, 2.0f, 4.0f) * margin;
     ImGui::SetNextWindowPos({view.x() + ImGui::GetWindowWidth() - margin, top}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
+    ImGui::SetNextWindowSizeConstraints({0.0f, 0.0f}, {FLT_MAX, Math::max(display - top, 8.0f * margin)});
 }
 
 }

@@ -46,11 +46,12 @@ TEST_F(TextureOverlayTest, staysInTheDisplay) {
     EXPECT_EQ(overlay().Pos.y + overlay().Size.y, 350.0f);
 }
 
-TEST_F(TextureOverlayTest, beginsInTheDisplay) {
-    ImGui::GetIO().DisplaySize.y = 200.0f;
-    frame();
-    frame();
-    EXPECT_EQ(overlay().Pos.y, 0.0f);
+TEST_F(TextureOverlayTest, leavesTheMenuFree) {
+    ImGui::GetIO().DisplaySize.y = 250.0f;
+    for(int i = 0; i != 3; ++i) frame();
+    EXPECT_EQ(overlay().Pos.y, 2.0f * ImGui::GetFrameHeight());
+    EXPECT_EQ(overlay().Pos.y + overlay().Size.y, 250.0f);
+    EXPECT_TRUE(overlay().ScrollbarY);
 }
 
 TEST_F(TextureOverlayTest, whatItSays) {

@@ -72,6 +72,8 @@ TEST_F(ProgramJourneyTest, FilesOfFourKindsAreUndoneRedoneSavedAndReopened) {
 TEST_F(ProgramJourneyTest, ModelsHavePicturesAndADamagedOneKeepsItsIcon) {
     folder.write("broken.glb", "damaged");
     folder.write("scene.json", "{}");
+    // The converter's results go there.
+    std::filesystem::create_directory(folder.path("data"));
     const JourneyResult result = play("open {}/scene.json\nwait 3\nscreenshot {}/icons.png\nwait pictures\n"
                                       "screenshot {}/pictures.png\n",
         "--module " + Recorder + " --converter " REAL_CONVERTER " --size 1440x900 --frames 1");

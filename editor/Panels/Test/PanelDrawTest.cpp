@@ -97,9 +97,10 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     ProblemsPanel panel;
     panel.update(session);
     ASSERT_EQ(panel.badge(), "(3)");
+    InspectedResource resource;
     const auto draw = [&] {
         panel.update(session);
-        panel.draw(session);
+        panel.draw(session, resource);
     };
     drawFrames(3, draw);
     const ImGuiWindow& rows = child("##problems");
@@ -108,6 +109,12 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     clickAt(700.0f, rows.Pos.y + row * 2.5f, draw);
     EXPECT_TRUE(session.data().isSelected(objectOf("b")));
     EXPECT_FALSE(session.data().isSelected(objectOf("a")));
+    EXPECT_EQ(resource.kind, "");
+    record("/images/i", "{'name': 'I', 'file': 'missing.png'}");
+    drawFrames(2, draw);
+    ASSERT_EQ(panel.badge(), "(4)");
+    clickAt(700.0f, rows.Pos.y + row * 4.5f, draw);
+    EXPECT_EQ(resource.kind + "/" + resource.id, "images/i") << "a resource is shown";
 }
 
 TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShrinks) {

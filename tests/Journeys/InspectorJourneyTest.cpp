@@ -277,7 +277,8 @@ TEST_F(InspectorJourneyTest, TheValuesOfAComponentAreCopiedToOthersOfItsType) {
 TEST_F(InspectorJourneyTest, WhatIsInTheClipboardOfOthersIsNotPastedIntoAComponent) {
     std::string script = "select lamp\nwait 2\n";
     for(const char* const text: {"{", "[1]", R"({"mark": "vantrel-component", "type": "light"})",
-            R"({"mark": "vantrel-component", "type": 5, "values": {}})", R"({"type": "light", "values": {}})"})
+            R"({"mark": "vantrel-component", "type": 5, "values": {}})", R"({"type": "light", "values": {}})",
+            R"({"mark": "other", "type": "light", "values": {}})"})
         script += std::string{"clipboard "} + text + "\nfield light\n" + OpenMenu + SecondItem +
             "key Escape\nkeyup Escape\nwait 2\n";
     play(script + "dump undo {}/undo.txt");

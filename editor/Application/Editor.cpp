@@ -16,15 +16,21 @@
 #include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
 #include "Data/FoundJournal.h"
+#include "Data/StepName.h"
 #include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
+#include "Import/ModelPictureReader.h"
+#include "Panels/DragSource.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
 #include "Panels/ProgressPanel.h"
 #include "Panels/StatusBar.h"
 #include "Utilities/DepthRange.h"
 #include "Utilities/PlacementGuard.h"
+
+#define GLFW_INCLUDE_NONE
+#include <GLFW/glfw3.h>
 
 namespace VantrelEngine {
 
@@ -42,6 +48,9 @@ constexpr Double ProgressDelay = 0.5;
 // Between two frames while a project is opened, or an import compiled.
 constexpr Double OpeningStep = 0.015;
 constexpr Double Endless = 1e6;
+
+// Of pictures of models.
+constexpr std::size_t ModelCapacity = 256;
 
 constexpr const char* NotWhileDragged = ": not while something is dragged";
 
@@ -77,9 +86,11 @@ Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
     _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
-    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, files.converter},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
+    _models{_thumbnails.edge(), ModelCapacity,
+        ModelPictureReader{files.converter, _settingsFile.empty() ? std::string{} : thumbnailFolder()}},
     _loader{files.module}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
     _interface.setDocking(_settings.docking);
@@ -151,7 +162,7 @@ std::string Editor::open(const std::string& path) {
 void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
     if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
-    for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    for(const DocumentProblem& problem: opened.problems) _session->data().project().warnOnce(lineOf(problem));
     _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
     rememberSettings();
@@ -204,6 +215,11 @@ void Editor::showImported(const ImportResult& result) {
     if(!result.inserted.error.empty()) return _dialogs.showMessage(result.source + ": " + result.inserted.error);
     fitDepthRange(result.inserted.roots, *_session);
     _session->editor().state().framesSelection = true;
+}
+
+bool Editor::makeModelPicture() {
+    _models.update(true);
+    return _models.isBusy();
 }
 
 void Editor::showError(const std::string& line) {
@@ -287,17 +303,41 @@ void Editor::performNow(Command command) {
 }
 
 void Editor::setKey(int key, bool isDown, bool isRepeated) {
+    if(isDown && key == GLFW_KEY_ESCAPE && giveUpDrag()) return;
     // What is selected now is what the key acts on.
     if(isDown && !isBlocked()) updateSteps();
     if(const std::optional<Command> command = _input.setKey(key, isDown, isRepeated)) perform(*command);
 }
 
+// Out of whatever panel it comes. What was dropped from outside is not held by anybody any more.
+bool Editor::giveUpDrag() {
+    if(_drop.isPlaying() || !VantrelEngine::giveUpDrag()) return false;
+    _held.letGo();
+    requestFrames();
+    return true;
+}
+
 void Editor::setButton(MouseButton button, bool isDown, unsigned modifiers) {
+    // Neither flies nor opens a menu.
+    if(button == MouseButton::Right && isDown) _isRightTaken = giveUpDrag();
+    if(button == MouseButton::Right && _isRightTaken) return;
     const bool places = isDown && button == MouseButton::Left && _input.isOverView() &&
         !_session->editor().state().isBoxArmed && (_input.modifiers() | modifiers) == (ModifierControl | ModifierShift);
-    const std::string refusal = places ? placementRefusal(_session->data()) : std::string{};
+    if(places) return place(modifiers);
+    _input.setButton(button, isDown, modifiers);
+}
+
+// What is selected is put where the mouse is, or is not: the press would end the process then, and the view must not see it.
+void Editor::place(unsigned modifiers) {
+    updateSteps();
+    const EditorData& data = _session->data();
+    const std::string refusal = placementRefusal(_session->data());
     if(!refusal.empty()) Utility::Warning{} << refusal.data();
-    _input.setButton(button, isDown, modifiers, refusal.empty());
+    _input.setButton(MouseButton::Left, true, modifiers, refusal.empty());
+    const std::optional<Id> placed = data.firstSelectedObject();
+    if(!placed) return;
+    const Containers::StringView id = data.scene().main().objectIds.nameOf(*placed);
+    _session->steps().update({placementName(id, data.project())});
 }
 
 void Editor::dropFile(const std::string& file, const Vector2& position) {
@@ -435,6 +475,7 @@ void Editor::discardUntitled(const std::string& workingFolder) {
 }
 
 void Editor::setFocus(bool hasFocus) {
+    if(!hasFocus) giveUpDrag();
     _input.setWindowFocus(hasFocus);
     if(hasFocus)
         askForChanges();
@@ -513,6 +554,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);
+    if(!_isReplayed && _models.update(false)) requestFrames();
     _session->editor().state().wantsFrame = false;
     _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
@@ -546,7 +588,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
 // Where one was made, the next frame shows it.
 void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
-    if(!_thumbnails.isWorkWaiting() || isMoving() || isWaiting()) return;
+    if(!_thumbnails.isWorkWaiting() || isMoving() || _imports.isBusy()) return;
     if(_thumbnails.work()) _settlingFrames = 1;
     framebuffer.bind();
 }
@@ -554,10 +596,10 @@ void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
 void Editor::drawPanels() {
     drawMenu();
     drawStatus();
-    _panels.panes().layOut(_settings.panes);
+    _panels.panes().layOut(_settings.panes, _settings.fontScale);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
     const std::optional<ImportProgress> importing = _imports.progress();
-    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+    _panels.draw({*_session, _log, _thumbnails, {_pictures, _models}, _settings.panes, isProjectThere, _isReplayed,
         _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
@@ -664,7 +706,8 @@ bool Editor::isMoving() const {
 }
 
 bool Editor::wantsFrame() const {
-    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+    return isMoving() || _panels.isReading() || _pictures.isBusy() ||
+        (!_imports.isBusy() && _thumbnails.isWorkWaiting());
 }
 
 std::string Editor::title() const {

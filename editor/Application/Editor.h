@@ -82,6 +82,9 @@ public:
     void import(const std::string& path);
     // Waits until all of them are. False where one could not be.
     bool finishImports();
+    // In a replayed run, which has no pictures of models else: waits for one that was asked for in the last frame. Whether
+    // there are more.
+    bool makeModelPicture();
     // For the user to see; a line of the log, too.
     void showError(const std::string& line);
 
@@ -106,7 +109,7 @@ public:
     // Whether something moves still, or was asked for and not drawn yet.
     bool wantsFrame() const;
     // Whether something goes on that is looked at now and then, in a frame: several times a second will do.
-    bool isWaiting() const { return _imports.isBusy(); }
+    bool isWaiting() const { return _imports.isBusy() || (!_isReplayed && _models.isBusy()); }
     // Something happened: what it leads to takes a few frames to be seen.
     void requestFrames() { _settlingFrames = SettlingFrames; }
     bool wantsQuit() const { return _wantsQuit; }
@@ -136,9 +139,12 @@ private:
     void updateSteps(const std::vector<ImportResult>& imported = {});
     bool isGestureUnderWay();
     bool dropPreview();
+    // Whether something was dragged that may be given up.
+    bool giveUpDrag();
     // Undoes or redoes until so many steps are in effect.
     void goTo(std::size_t step);
     void performNow(Command command);
+    void place(unsigned modifiers);
     void takeDropped(const std::string& file);
     void runActions();
     void run(const ProjectAction& action);
@@ -180,12 +186,16 @@ private:
     ImportQueue _imports;
     Thumbnails _thumbnails;
     FilePictures _pictures;
+    // Of models, which take longer.
+    FilePictures _models;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
     InputRouter _input{_interface.input(), _delivery};
     FileDrop _drop;
     HeldThing _held;
+    // The right button is held, and nobody else hears of it.
+    bool _isRightTaken = false;
 
     EditorPanels _panels;
     EditorDialogs _dialogs;

@@ -62,8 +62,9 @@ std::string parsePosition(Line& line) {
 }
 
 std::string parseWait(Line& line) {
-    if(line.words[0] != "import") return readNatural(line.words[0], 1, MaxFrameCount, line.command);
-    line.command.verb = ScriptVerb::WaitForImport;
+    const bool isImport = line.words[0] == "import";
+    if(!isImport && line.words[0] != "pictures") return readNatural(line.words[0], 1, MaxFrameCount, line.command);
+    line.command.verb = isImport ? ScriptVerb::WaitForImport : ScriptVerb::WaitForPictures;
     return {};
 }
 
@@ -209,7 +210,7 @@ struct Syntax {
     std::string (*parse)(Line& line);
 };
 
-constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
+constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import|pictures", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
     {"field", ScriptVerb::Field, 1, 2, "field KEY [NUMBER]", parseField},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},

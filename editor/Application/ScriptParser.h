@@ -41,6 +41,7 @@ enum class ScriptVerb {
     Drag,
     Import,
     WaitForImport,
+    WaitForPictures,
     Screenshot,
     IdImage,
     Thumbnail,

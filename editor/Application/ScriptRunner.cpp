@@ -153,6 +153,9 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
+    case ScriptVerb::WaitForPictures:
+        while(_editor.makeModelPicture()) _stage.drawFrame();
+        return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);
     case ScriptVerb::IdImage: return writeIdImage(argument);
     case ScriptVerb::Thumbnail: return writeThumbnail(command);

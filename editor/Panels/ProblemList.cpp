@@ -12,11 +12,11 @@ namespace VantrelEngine {
 
 using namespace Corrade;
 
-void ProblemList::update(ProjectSession& session) {
+bool ProblemList::update(ProjectSession& session) {
     const std::size_t fingerprint = session.compiler().problemsFingerprint();
     const bool isSame =
         _fingerprint == fingerprint && _repairs == session.repairs().size() && _project == session.data().projectNumber;
-    if(isSame) return;
+    if(isSame) return false;
     _fingerprint = fingerprint;
     _repairs = session.repairs().size();
     _project = session.data().projectNumber;
@@ -29,6 +29,7 @@ void ProblemList::update(ProjectSession& session) {
     std::stable_sort(_problems.begin(), _problems.end(), [](const Problem& a, const Problem& b) {
         return std::tie(a.object, a.component) < std::tie(b.object, b.component);
     });
+    return true;
 }
 
 std::string componentName(ProjectSession& session, const Problem& problem) {

@@ -24,7 +24,8 @@ struct Problem {
 // anew only where there are others.
 class ProblemList {
 public:
-    void update(ProjectSession& session);
+    // Whether it was made anew.
+    bool update(ProjectSession& session);
     const std::vector<Problem>& problems() const { return _problems; }
 
 private:

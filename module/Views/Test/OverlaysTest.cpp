@@ -90,7 +90,9 @@ TEST_F(OverlaysTest, simulationNeedsPhysics) {
     openMenu();
     moveTo(placeOf(SimulatePhysX));
     host.frame();
-    EXPECT_TRUE(window("##Tooltip_00"));
+    const ImGuiWindow* const tooltip = window("##Tooltip_00");
+    ASSERT_TRUE(tooltip);
+    EXPECT_EQ(tooltip->Size.x, widthOf("PhysX must be enabled in the Project Settings to run simulations"));
     clickUi(placeOf(SimulatePhysX));
     EXPECT_FALSE(display(DebugDisplay::SimulatePhysX));
     // The menu goes on being open where nothing can be chosen, and follows the project at once.

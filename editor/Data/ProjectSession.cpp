@@ -75,7 +75,12 @@ OpenedProject ProjectSession::put(ReadProject project) {
     _data.resources().setProjectFolder(folderOf(path));
     startOver();
     for(const DocumentProblem& problem: opened.problems)
-        if(problem.kind == DocumentProblem::Kind::Repair) _repairs.push_back(problem);
+        if(problem.kind == DocumentProblem::Kind::Repair)
+            _repairs.push_back(problem);
+        else if(problem.kind == DocumentProblem::Kind::Unusable)
+            _data.project().warnUnusable({pointerOf(problem), problem.reason}, placeOf(problem));
+        else
+            _data.project().warnOnce(lineOf(problem));
     return opened;
 }
 
@@ -88,7 +93,7 @@ void ProjectSession::startOver() {
     _changes->clear();
     _steps.update();
     _workingFolder.reset();
-    _hasNoFolder = false;
+    _whyNoJournal.clear();
     readEditorSettings();
 }
 

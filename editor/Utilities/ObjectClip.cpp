@@ -100,7 +100,8 @@ std::string whyNoResources(const JsonDocument& document) {
 
 std::string firstNotAllowed(const std::vector<DocumentProblem>& problems) {
     for(const DocumentProblem& problem: problems)
-        if(problem.kind != DocumentProblem::Kind::Warning) return shownText(lineOf(problem));
+        if(problem.kind == DocumentProblem::Kind::Repair || problem.kind == DocumentProblem::Kind::Refusal)
+            return shownText(lineOf(problem));
     return {};
 }
 

@@ -118,6 +118,24 @@ TEST_F(DropJourneyTest, WhatIsTakenBackNeverWas) {
     EXPECT_NE(picture("seen.png").pixels, picture("before.png").pixels);
 }
 
+// By Escape, by the right button, which flies nowhere then, and where the window loses the focus.
+TEST_F(DropJourneyTest, ADragIsGivenUp) {
+    std::string script = "record /settings/other 1\nundo\ndump undo {}/tail\n";
+    const std::string ends[]{
+        "key Escape\nkeyup Escape\n", "press right\nmove 20 5\nrelease right\n", "focus off\nfocus on\n"};
+    for(std::size_t i = 0; i != 3; ++i)
+        for(const char* const what: {"materials tile", "file {}/project/wood.png", "file {}/project/barrel.obj"})
+            script += "drag " + std::string{what} + '\n' + over(Rim) + over(Ball) + "screenshot {}/seen.png\n" +
+                ends[i] + "dump undo {}/undo" + std::to_string(i) + '\n' + over(Ball) + over(Rim) +
+                "release left\nwait import\nwait 2\n";
+    const std::string output =
+        playDrop(script + outside() + "dump document {}/end\ndump undo {}/log\nidimage {}/moved.png\n");
+    EXPECT_TRUE(read("end") == read("before"));
+    for(const char* const log: {"undo0", "undo1", "undo2", "log"}) EXPECT_EQ(read(log), read("tail")) << log;
+    EXPECT_THAT(output, Not(HasSubstr("Dropped file")));
+    EXPECT_TRUE(picture("moved.png").pixels == ids.pixels) << "the camera is where it was";
+}
+
 // The row below the mouse is not dragged, and not clicked either.
 TEST_F(DropJourneyTest, WhatIsTakenOverARowIsNotTheRow) {
     playDrop("select\nmouse 65 97\ndrag materials tile\nmouse 66 150\ndump selection {}/row\n" + over(Ball) +

@@ -85,14 +85,44 @@ TEST_F(OverlaysTest, textureOverlayIsAWindow) {
     EXPECT_FALSE(window("Texture Overlay"));
 }
 
+// What the user sees stays, and so does what was frozen before the camera went elsewhere.
+TEST_F(OverlaysTest, whatWasChosenStaysAfterAReload) {
+    record("/objects/sun",
+        "{'parent': '', 'name': 'Sun', 'translation': [0, 0, 0], 'rotation': [0, 0, 0, 1], 'scaling': [1, 1, 1], "
+        "'components': [{'type': 'light', 'active': true, 'light': {'type': 'sun', 'shadows': true, 'shadowRange': "
+        "20}}]}");
+    host.frame();
+    choose(TextureAtlasses);
+    choose(FreezeCullingFrustum);
+    const auto saved = [&] {
+        host.view().saveState(false);
+        return *data().sceneView;
+    };
+    const SceneViewRecord before = saved();
+    EXPECT_TRUE(before.rendererDebug.textureOverlay);
+    ASSERT_TRUE(before.frozenShadows);
+    EXPECT_EQ(before.frozenShadows->lights.size(), 1);
+    data().cameraYaw += 60.0f;
+    host.frame();
+    host.frame();
+    host.reloadView();
+    host.frame();
+    EXPECT_TRUE(window("Texture Overlay"));
+    const SceneViewRecord after = saved();
+    EXPECT_TRUE(after.rendererDebug.textureOverlay);
+    EXPECT_EQ(after.frozenMatrix, before.frozenMatrix);
+    ASSERT_TRUE(after.frozenShadows);
+    EXPECT_EQ(after.frozenShadows->lights.size(), 1);
+    choose(FreezeCullingFrustum);
+    EXPECT_FALSE(saved().frozenShadows);
+}
+
 TEST_F(OverlaysTest, simulationNeedsPhysics) {
     host.frame();
     openMenu();
     moveTo(placeOf(SimulatePhysX));
     host.frame();
-    const ImGuiWindow* const tooltip = window("##Tooltip_00");
-    ASSERT_TRUE(tooltip);
-    EXPECT_EQ(tooltip->Size.x, widthOf("PhysX must be enabled in the Project Settings to run simulations"));
+    EXPECT_TRUE(window("##Tooltip_00"));
     clickUi(placeOf(SimulatePhysX));
     EXPECT_FALSE(display(DebugDisplay::SimulatePhysX));
     // The menu goes on being open where nothing can be chosen, and follows the project at once.
@@ -199,6 +229,74 @@ TEST_F(OverlaysTest, overdrawCanBeChosen) {
     EXPECT_GT(differences(before, after), 1000);
     const Color4ub once = pixelOf(after, after.size() / 2);
     EXPECT_GT(once.g(), once.r());
+}
+
+// The draws of them are made as before; there is nothing left to be drawn.
+TEST_F(OverlaysTest, collisionShapesGoAwayWhenTheyAreSwitchedOff) {
+    addObject("box", "[0, 0, 0]",
+        "{'type': 'collision', 'active': true, 'collision': {'collider': 'aabb', 'aabb': {'extents': [1, 1, 1]}, "
+        "'groups': 1}}");
+    host.frame();
+    const Image2D before = host.picture();
+    for(int i = 0; i != 2; ++i) {
+        choose(CollisionShapes);
+        EXPECT_GT(differences(before, host.picture()), 100) << i;
+        choose(CollisionShapes);
+        EXPECT_EQ(differences(before, host.picture()), 0) << i;
+    }
+}
+
+// What the camera sees at that moment, each time.
+TEST_F(OverlaysTest, cullingIsFrozenAnew) {
+    addCube("cube");
+    addCube("behind", "[6, 6, 6]");
+    host.frame();
+    ASSERT_EQ(host.state.statistics.visibleMeshes, 1);
+    choose(FreezeCullingFrustum);
+    const auto goBack = [this](Int pixels) {
+        hover();
+        press(MouseButton::Middle);
+        host.view().mouseMoveEvent({{0, pixels}, ModifierControl});
+        host.view().mouseMoveEvent({{0, pixels}, ModifierControl});
+        release(MouseButton::Middle);
+        host.frame();
+    };
+    goBack(2000);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    choose(FreezeCullingFrustum);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    choose(FreezeCullingFrustum);
+    goBack(-2000);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    choose(FreezeCullingFrustum);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+}
+
+// Lights that were seen then are gone, or others stand in their place.
+TEST_F(OverlaysTest, frozenCullingOutlivesItsLights) {
+    const auto addSun = [this](const char* id) {
+        addObject(id, "[0, 3, 0]",
+            "{'type': 'light', 'active': true, 'light': {'type': 'sun', 'color': [1, 1, 1], 'intensity': 1, "
+            "'shadows': true, 'shadowRange': 20, 'shadowTexelSize': 0.1}}");
+    };
+    addCube("cube");
+    addSun("sun");
+    addSun("other");
+    host.frame();
+    host.frame();
+    choose(FreezeCullingFrustum);
+    for(const char* id: {"/objects/sun", "/objects/other"}) {
+        host.session.changes().recordChange(id, nullptr, false);
+        host.frame();
+        EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    }
+    addCube("third", "[1, 0, 0]");
+    addPointLight("lamp", "[0, 2, 0]");
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    host.session.startNew();
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 0);
 }
 
 // As if they were not there.

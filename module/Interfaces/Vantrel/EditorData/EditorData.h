@@ -4,9 +4,11 @@
 #include <optional>
 #include <string>
 
+#include <Corrade/Containers/Pair.h>
 #include <Corrade/Utility/VisibilityMacros.h>
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/DualQuaternion.h>
+#include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Vector3.h>
 
 #include <Vantrel/EditorData/EditorSceneData.h>
@@ -14,6 +16,8 @@
 #include <Vantrel/EngineData/BitSetView.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <Vantrel/EngineData/ResourceManager.h>
+#include <Vantrel/Renderer/RendererDebug.h>
+#include <Vantrel/Renderer/ShadowsData.h>
 
 namespace VantrelEngine {
 
@@ -25,6 +29,13 @@ struct SceneViewRecord {
     // Scene units per second.
     Magnum::Float flySpeed = 3.0f;
     Magnum::UnsignedInt renderMode = 0;
+    // What is shown of the renderer.
+    RendererDebug rendererDebug;
+    // What the camera saw when the culling was frozen: the matrix, the slots of lights from the first to the one past the
+    // last, and where they cast shadows. No shadows where nothing is frozen.
+    Magnum::Matrix4 frozenMatrix;
+    Corrade::Containers::Pair<Id, Id> frozenLights{0, 0};
+    std::optional<ShadowsData> frozenShadows;
     Magnum::UnsignedInt gizmoOperation = 0;
     Magnum::UnsignedInt gizmoSpace = 1;
     bool snapTranslationEnabled = false;

@@ -2,6 +2,7 @@
 
 #include <Magnum/GL/Framebuffer.h>
 #include <gmock/gmock.h>
+#include <imgui_internal.h>
 
 #include "GizmoFixture.h"
 
@@ -50,6 +51,23 @@ TEST_F(GizmoEdgeTest, anObjectWithoutSize) {
     const JsonValue& scaling = *data().project().valueByPointer("/objects/flat/scaling");
     EXPECT_FLOAT_EQ(scaling[1].GetFloat(), 2.0f);
     for(int i = 0; i != 3; ++i) EXPECT_TRUE(std::isfinite(scaling[i].GetFloat()));
+}
+
+// What no float can hold is not taken, and nothing is missing when the mouse comes back.
+TEST_F(GizmoEdgeTest, tooLargeAndBack) {
+    addObject("huge", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 1e38, 1]");
+    addObject("small", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[2, 2, 2]");
+    setOperation(GizmoOperation::Scale, GizmoSpace::Local);
+    select({"huge", "small"});
+    // A hundredth for each pixel.
+    grab(pointOf({}));
+    for(const float way: {100.0f, 500.0f, 900.0f}) moveTo(pointOf({}) + Vector2{way, 0.0f});
+    expectNear(scalingOf("huge"), {2.0f, 2.0e38f, 2.0f});
+    expectNear(scalingOf("small"), Vector3{20.0f});
+    moveTo(pointOf({}) + Vector2{50.0f, 0.0f});
+    release();
+    expectNear(scalingOf("huge"), {1.5f, 1.5e38f, 1.5f});
+    expectNear(scalingOf("small"), Vector3{3.0f});
 }
 
 // One line for all of them, and none for each frame.
@@ -133,6 +151,27 @@ TEST_F(GizmoEdgeTest, aViewOfOnePoint) {
         EXPECT_EQ(document(), before);
     }
     EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+}
+
+// Neither drawn nor dragged; what is below the handle is selected by the box.
+TEST_F(GizmoEdgeTest, noGizmoWhileABoxIsArmed) {
+    addCube("cube", "[0, 0, 0]");
+    addObject("a");
+    select({"a"});
+    const auto vertices = [] { return ImGui::FindWindowByName("Scene View")->DrawList->VtxBuffer.Size; };
+    moveTo(pointOf({}));
+    const int with = vertices();
+    pressKey('B');
+    host.frame();
+    const int without = vertices();
+    EXPECT_LT(without, with - 100);
+    const std::string before = document();
+    drag(pointOf({}) - Vector2{4.0f}, {30.0f, 30.0f});
+    EXPECT_EQ(document(), before);
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    // With the box it is over.
+    host.frame();
+    EXPECT_GT(vertices(), without + 100);
 }
 
 // A child of a selected object is passed over also where nothing else is selected.

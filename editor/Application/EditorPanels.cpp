@@ -38,6 +38,7 @@ void EditorPanels::draw(const PanelContext& context) {
     if(!context.isProjectThere) return;
     _inspector.fields().endFrame(context.session.changes());
     _settings.fields().endFrame(context.session.changes());
+    _inspector.fields().updatePick(context.session.editor().state().pickRequest);
 }
 
 std::optional<Magnum::Vector2> EditorPanels::placeOf(std::string_view field, int part) {

@@ -14,7 +14,7 @@ void HeldThing::take(std::string type, std::string text) {
 }
 
 void HeldThing::draw() {
-    if(!ImGui::IsMouseDown(ImGuiMouseButton_Left)) _type.clear();
+    if(!ImGui::IsMouseDown(ImGuiMouseButton_Left)) letGo();
     if(!_type.empty()) dragFromOutside(_type, _text);
 }
 

@@ -10,6 +10,7 @@ class HeldThing {
 public:
     // The UI library's type of it, and the text that it carries, see PayloadTypes.h.
     void take(std::string type, std::string text);
+    void letGo() { _type.clear(); }
     // Before the windows of a frame.
     void draw();
 

@@ -393,4 +393,8 @@ std::string stepName(Containers::ArrayView<const Change> changes, const ProjectF
     return naming.name();
 }
 
+std::string placementName(Containers::StringView object, const ProjectFile& project) {
+    return "Place " + nameIn(project, "objects", {object.data(), object.size()});
+}
+
 } // namespace VantrelEngine

@@ -3,6 +3,7 @@
 #include <string>
 
 #include <Corrade/Containers/ArrayView.h>
+#include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/VisibilityMacros.h>
 
 #include "ChangeManager.h"
@@ -16,5 +17,8 @@ class ProjectFile;
 // as it is after the step. Costs a step for each change. A line, not empty.
 CORRADE_VISIBILITY_EXPORT std::string stepName(
     Corrade::Containers::ArrayView<const Change> changes, const ProjectFile& project);
+
+// The same of an object, by its id, that was put where another one is: its changes alone are those of a drag.
+CORRADE_VISIBILITY_EXPORT std::string placementName(Corrade::Containers::StringView object, const ProjectFile& project);
 
 } // namespace VantrelEngine

@@ -41,13 +41,15 @@ void EventDelivery::scroll(const MouseScrollEvent& event) {
 }
 
 void EventDelivery::releaseAll(const Vector2i& position) {
-    while(!_keys.empty()) releaseKey({*_keys.begin(), 0, false});
-    while(!_buttons.empty()) releaseButton({*_buttons.begin(), position, 0});
+    if(_keys.empty() && _buttons.empty()) return;
+    loseFocus(position);
 }
 
+// In this order: a release that the user did not mean finishes nothing.
 void EventDelivery::loseFocus(const Vector2i& position) {
-    releaseAll(position);
     if(_module) _module->focusLost();
+    while(!_keys.empty()) releaseKey({*_keys.begin(), 0, false});
+    while(!_buttons.empty()) releaseButton({*_buttons.begin(), position, 0});
 }
 
 } // namespace VantrelEngine

@@ -22,11 +22,11 @@ public:
     void move(const MouseMoveEvent& event);
     void scroll(const MouseScrollEvent& event);
 
-    // Releases everything that the module takes for held: it goes away, or the releases will go elsewhere. Buttons are
-    // released at the position, window pixels.
-    void releaseAll(const Magnum::Vector2i& position);
-    // Releases everything and tells the module that the window lost the focus.
+    // Tells the module that the focus is lost, and then releases everything that it takes for held: the releases will go
+    // elsewhere. Buttons are released at the position, window pixels.
     void loseFocus(const Magnum::Vector2i& position);
+    // The same where something is held: the module goes away.
+    void releaseAll(const Magnum::Vector2i& position);
 
     bool isButtonHeld() const { return !_buttons.empty(); }
 

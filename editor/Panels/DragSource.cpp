@@ -12,4 +12,12 @@ bool beginDragSource() {
     return !isFromOutside && ImGui::BeginDragDropSource();
 }
 
+// Its source is let go of, too, or it would be dragged again while the button is held.
+bool giveUpDrag() {
+    if(!ImGui::GetDragDropPayload()) return false;
+    ImGui::ClearDragDrop();
+    ImGui::ClearActiveID();
+    return true;
+}
+
 } // namespace VantrelEngine

@@ -6,4 +6,8 @@ namespace VantrelEngine {
 // take that for the begin of this, and leave its tooltip open.
 bool beginDragSource();
 
+// Between two frames: what is dragged is dragged no more, and the release of the button drops nothing. Whether there was
+// anything.
+bool giveUpDrag();
+
 } // namespace VantrelEngine

@@ -57,6 +57,17 @@ GizmoSettings gizmoSettings(const SceneViewRecord& record) {
         record.snapScale};
 }
 
+FrozenCulling frozenCulling(const SceneViewRecord& record) {
+    return {record.frozenMatrix, record.frozenLights,
+        record.frozenShadows ? std::make_unique<ShadowsData>(*record.frozenShadows) : nullptr};
+}
+
+void note(SceneViewRecord& record, const FrozenCulling& frozen) {
+    record.frozenMatrix = frozen.matrix;
+    record.frozenLights = frozen.lights;
+    record.frozenShadows = frozen.shadows ? std::optional<ShadowsData>{*frozen.shadows} : std::nullopt;
+}
+
 void note(SceneViewRecord& record, const GizmoSettings& settings) {
     record.gizmoOperation = UnsignedInt(settings.gizmoOperation);
     record.gizmoSpace = UnsignedInt(settings.gizmoSpace);
@@ -122,6 +133,8 @@ void SceneView::restoreState(const Containers::Array<char>& state) {
     const SceneViewRecord& record = *_data->sceneView;
     _navigation.restore(*_data, _camera, record.camera, record.orbitDistance, record.flySpeed);
     _renderMode = RenderMode(record.renderMode);
+    _renderer->debug() = record.rendererDebug;
+    _frozen = frozenCulling(record);
     _gizmo.setSettings(gizmoSettings(record));
 }
 
@@ -132,6 +145,8 @@ void SceneView::stateSaved() {
     record.orbitDistance = _navigation.state().orbitDistance;
     record.flySpeed = _navigation.state().flySpeed;
     record.renderMode = UnsignedInt(_renderMode);
+    record.rendererDebug = _renderer->debug();
+    note(record, _frozen);
     note(record, _gizmo.settings());
     _data->sceneView = record;
 }
@@ -431,10 +446,7 @@ void SceneView::perform(KeyAction action, const KeyEvent& event) {
 
 void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(event, _isFocused); }
 
-void SceneView::focusLost() {
-    apply(_navigation.endMode());
-    _gizmo.endDrag(_editor->state());
-}
+void SceneView::focusLost() { letGo(); }
 
 PressState SceneView::pressState(bool isHovered) const {
     PressState state;

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "Journeys/Barrel.h"
 #include "Journeys/Journey.h"
 
 namespace VantrelTest {
@@ -15,24 +16,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
-
-// A cube of 2 with its middle in the origin.
-constexpr const char* Barrel = R"(o Barrel
-v -1 -1 -1
-v 1 -1 -1
-v 1 1 -1
-v -1 1 -1
-v -1 -1 1
-v 1 -1 1
-v 1 1 1
-v -1 1 1
-f 1 4 3 2
-f 5 6 7 8
-f 1 2 6 5
-f 3 4 8 7
-f 2 3 7 6
-f 1 5 8 4
-)";
 
 // Runtime objects of the courtyard, in its order.
 constexpr unsigned Ground = 1, Rim = 22, Ball = 28;
@@ -131,6 +114,24 @@ TEST_F(DropJourneyTest, WhatIsTakenBackNeverWas) {
     EXPECT_EQ(read("end"), read("tail"));
     EXPECT_THAT(read("redone"), HasSubstr("\"other\": 1"));
     EXPECT_NE(picture("seen.png").pixels, picture("before.png").pixels);
+}
+
+// By Escape, by the right button, which flies nowhere then, and where the window loses the focus.
+TEST_F(DropJourneyTest, ADragIsGivenUp) {
+    std::string script = "record /settings/other 1\nundo\ndump undo {}/tail\n";
+    const std::string ends[]{
+        "key Escape\nkeyup Escape\n", "press right\nmove 20 5\nrelease right\n", "focus off\nfocus on\n"};
+    for(std::size_t i = 0; i != 3; ++i)
+        for(const char* const what: {"materials tile", "file {}/project/wood.png", "file {}/project/barrel.obj"})
+            script += "drag " + std::string{what} + '\n' + over(Rim) + over(Ball) + "screenshot {}/seen.png\n" +
+                ends[i] + "dump undo {}/undo" + std::to_string(i) + '\n' + over(Ball) + over(Rim) +
+                "release left\nwait import\nwait 2\n";
+    const std::string output =
+        playDrop(script + outside() + "dump document {}/end\ndump undo {}/log\nidimage {}/moved.png\n");
+    EXPECT_TRUE(read("end") == read("before"));
+    for(const char* const log: {"undo0", "undo1", "undo2", "log"}) EXPECT_EQ(read(log), read("tail")) << log;
+    EXPECT_THAT(output, Not(HasSubstr("Dropped file")));
+    EXPECT_TRUE(picture("moved.png").pixels == ids.pixels) << "the camera is where it was";
 }
 
 // The row below the mouse is not dragged, and not clicked either.

@@ -71,13 +71,14 @@ keyup A
 
 TEST_F(EditorJourneyTest, LosingTheFocusReleasesWhatIsHeld) {
     EXPECT_EQ(heard(play("mouse 600 300\npress right\nkey W\nfocus off\nfocus on\nkeyup W\nrelease right\n")),
-        "init true\npress 1 600 300 0\nkey 87 0 false\nkeyup 87 0 false\nrelease 1 600 300 0\nfocus lost\ndeleted\n");
+        "init true\npress 1 600 300 0\nkey 87 0 false\nfocus lost\nkeyup 87 0 false\nrelease 1 600 300 0\ndeleted\n");
 }
 
 TEST_F(EditorJourneyTest, ReloadReleasesWhatIsHeldAndGoesOn) {
     EXPECT_EQ(
         heard(play("mouse 600 300\npress right\nkey W\nreload\nkeyup W\nrelease right\npress left\nrelease left\n")),
-        "init true\npress 1 600 300 0\nkey 87 0 false\nkeyup 87 0 false\nrelease 1 600 300 0\nsaved\ndeleted\nload\n"
+        "init true\npress 1 600 300 0\nkey 87 0 false\nfocus lost\nkeyup 87 0 false\nrelease 1 600 300 "
+        "0\nsaved\ndeleted\nload\n"
         "init true\npress 0 600 300 0\nrelease 0 600 300 0\ndeleted\n");
 }
 

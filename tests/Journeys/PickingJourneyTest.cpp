@@ -70,7 +70,8 @@ TEST_F(PickingJourneyTest, TheNextFrameShowsTheSelection) {
 
 TEST_F(PickingJourneyTest, PlacementIsOneStep) {
     playView(clickAt(Ball) + "dump document {}/before\ndump undo {}/steps\n" + clickAt(Rim, "ctrl shift") +
-        "wait 2\nscreenshot {}/placed.png\ndump document {}/after\ndump undo {}/placed\ndump selection {}/selection\n"
+        "wait 2\nscreenshot {}/placed.png\ndump document {}/after\ndump undo {}/placed\ndump history {}/history\n"
+        "dump selection {}/selection\n"
         "undo\nwait 1\ndump document {}/undone\nredo\nwait 1\ndump document {}/redone\n");
     EXPECT_TRUE(read("after") != read("before"));
     EXPECT_TRUE(read("undone") == read("before"));
@@ -79,6 +80,7 @@ TEST_F(PickingJourneyTest, PlacementIsOneStep) {
     EXPECT_EQ(read("steps"), "");
     EXPECT_THAT(read("placed"), HasSubstr("/objects/ball/translation"));
     EXPECT_THAT(read("placed"), EndsWith("> 1 /objects/ball/scaling\n"));
+    EXPECT_THAT(read("history"), EndsWith(" Place Ball\n"));
     // It keeps its own scaling, at the place of the rim.
     EXPECT_THAT(read("after"), HasSubstr("0.4000000059604645"));
 }
@@ -141,6 +143,16 @@ TEST_F(PickingJourneyTest, EscapeGivesABoxUp) {
         "dump selection {}/clicked\n");
     EXPECT_EQ(read("dragged"), "sun\n");
     EXPECT_EQ(read("clicked"), "wellRim\n");
+}
+
+// The releases that come with it, and with a reload, are nobody's.
+TEST_F(PickingJourneyTest, ABoxIsGivenUpWithTheFocusAndWithTheView) {
+    for(const char* const end: {"focus off\nfocus on\n", "reload\n"}) {
+        playView("select sun\nmouse 318 232\nkey B\nkeyup B\npress left\nmouse 362 268\n" + std::string{end} +
+            "release left\ndump selection {}/lost\n" + clickAt(Rim) + "dump selection {}/clicked\n");
+        EXPECT_EQ(read("lost"), "sun\n") << end;
+        EXPECT_EQ(read("clicked"), "wellRim\n") << end;
+    }
 }
 
 TEST_F(PickingJourneyTest, ABoxIsSeenWhileItIsDragged) {

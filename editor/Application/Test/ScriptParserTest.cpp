@@ -40,6 +40,7 @@ TEST(ScriptParserTest, GoodLines) {
         {"open my file.json", ScriptVerb::Open, {}, {"my file.json"}, 0}, {"new", ScriptVerb::New, {}, {}, 0},
         {"record /a {\"b\": 1}", ScriptVerb::Edit, {}, {"record /a {\"b\": 1}"}, 0},
         {"undo", ScriptVerb::Undo, {}, {}, 0}, {"wait import", ScriptVerb::WaitForImport, {}, {}, 0},
+        {"wait pictures", ScriptVerb::WaitForPictures, {}, {}, 0},
         {"import my file.glb", ScriptVerb::Import, {}, {"my file.glb"}, 0},
         {"drop my file.png 10 20", ScriptVerb::Drop, {10, 20}, {"my file.png"}, 0},
         {"screenshot a.png", ScriptVerb::Screenshot, {}, {"a.png"}, 0},

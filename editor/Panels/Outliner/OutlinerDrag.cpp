@@ -6,7 +6,6 @@
 
 #include "Data/ProjectSession.h"
 #include "Panels/DragSource.h"
-#include "Panels/Keys.h"
 #include "Panels/Outliner/OutlinerPanel.h"
 #include "Utilities/SelectedObjects.h"
 
@@ -82,13 +81,6 @@ void OutlinerPanel::dropOn(ProjectSession& session, Id target) {
         }
     }
     ImGui::EndDragDropTarget();
-}
-
-// The row is let go of, too, or it would be dragged again while the button is held.
-void OutlinerPanel::giveUpDrag() {
-    if(!isDragging() || !isEscapePressed()) return;
-    ImGui::ClearDragDrop();
-    ImGui::ClearActiveID();
 }
 
 void OutlinerPanel::scrollWhileDragging(SharedState& state) {

@@ -25,7 +25,6 @@ void OutlinerPanel::draw(ProjectSession& session) {
     ImGui::BeginChild("##rows");
     if(hasKeys) useKeys(session);
     scrollToRow();
-    giveUpDrag();
     scrollWhileDragging(session.editor().state());
     drawRows(session);
     drawRest(session);
@@ -122,6 +121,12 @@ void OutlinerPanel::answer(ProjectSession& session, Id object, const RowResponse
     case RowPart::Eye: return marks.setMarked(ObjectMark::Hidden, object, !marks.isMarked(ObjectMark::Hidden, object));
     case RowPart::Lock: return marks.setMarked(ObjectMark::Locked, object, !marks.isMarked(ObjectMark::Locked, object));
     case RowPart::Body: break;
+    }
+    // Somebody asks for an object.
+    ObjectPickRequest& request = session.editor().state().pickRequest;
+    if(request.isPending) {
+        request.name = data.scene().main().objectIds.nameOf(object);
+        return;
     }
     const ImGuiIO& io = ImGui::GetIO();
     select(data, object, io.KeyShift ? Selecting::Range : io.KeyCtrl ? Selecting::Toggle : Selecting::One);

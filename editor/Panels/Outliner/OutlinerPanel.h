@@ -43,7 +43,6 @@ private:
 
     void dragFrom(const EditorData& data, Id object);
     void dropOn(ProjectSession& session, Id target);
-    void giveUpDrag();
     void scrollWhileDragging(SharedState& state);
 
     void useKeys(ProjectSession& session);

@@ -141,7 +141,7 @@ TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
     Panes panes;
     PaneSizes sizes;
     const auto draw = [&] {
-        panes.layOut(sizes);
+        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
         for(const PanelInfo& info: Panels) {
             panes.begin(info.panel, sizes);
             panes.end(info.panel);
@@ -164,6 +164,48 @@ TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
         ++seen;
     }
     EXPECT_EQ(seen, 1);
+}
+
+TEST_F(PanelDrawTest, TabsThatHaveNoRoomAreReachedByAList) {
+    Panes panes;
+    PaneSizes sizes;
+    const auto draw = [&] {
+        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
+        for(const PanelInfo& info: Panels) {
+            panes.begin(info.panel, sizes);
+            panes.end(info.panel);
+        }
+    };
+    const auto barOf = [](int tabs) -> const ImGuiTabBar& {
+        ImPool<ImGuiTabBar>& bars = ImGui::GetCurrentContext()->TabBars;
+        for(int i = 0; i != bars.GetMapSize(); ++i) {
+            const ImGuiTabBar* const bar = bars.TryGetMapData(i);
+            if(bar && bar->Tabs.Size == tabs) return *bar;
+        }
+        ADD_FAILURE() << "no bar has " << tabs << " tabs";
+        return *bars.GetByIndex(0);
+    };
+    const auto hasList = [&](int tabs) { return bool(barOf(tabs).Flags & ImGuiTabBarFlags_TabListPopupButton); };
+    drawFrames(4, draw);
+    EXPECT_FALSE(hasList(6));
+    EXPECT_FALSE(hasList(2));
+    ImGui::GetIO().FontGlobalScale = 3.0f;
+    ImGui::GetIO().DisplaySize = {1000.0f, 700.0f};
+    drawFrames(4, draw);
+    EXPECT_TRUE(hasList(6));
+    EXPECT_TRUE(hasList(2));
+    ImGui::GetIO().FontGlobalScale = 1.0f;
+    ImGui::GetIO().DisplaySize = {1600.0f, 900.0f};
+    drawFrames(4, draw);
+    EXPECT_FALSE(hasList(6));
+    // The list stands in front of the tabs.
+    ImGui::GetIO().DisplaySize = {1000.0f, 700.0f};
+    drawFrames(4, draw);
+    EXPECT_TRUE(hasList(6));
+    const ImRect bar = barOf(6).BarRect;
+    clickAt(bar.Min.x - ImGui::GetFontSize() * 0.5f, (bar.Min.y + bar.Max.y) * 0.5f, draw);
+    drawFrame(draw);
+    EXPECT_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
 }
 
 #endif

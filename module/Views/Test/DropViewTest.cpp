@@ -133,6 +133,30 @@ TEST_F(DropViewTest, whatIsNotKeptNeverWas) {
     EXPECT_EQ(state(), before);
 }
 
+// One line each time that the mouse comes there, and none for each frame. What is drawn is as it was before.
+TEST_F(DropViewTest, aMalformedMeshIsAskedOnce) {
+    data().project().valueByPointer("/objects/middle/components/0/mesh")->SetInt(5);
+    const std::size_t before = state();
+    const std::string line = "Cannot set material on object without mesh component!\n";
+    take("DND_MATERIAL", "blue");
+    EXPECT_EQ(errors([&] {
+        for(int i = 0; i != 5; ++i) hover(Middle + Vector2i{i, 0});
+    }),
+        line);
+    EXPECT_EQ(state(), before);
+    EXPECT_EQ(errors([&] { hover(Left); }), line);
+    EXPECT_EQ(materialOf("left"), "blue");
+    EXPECT_EQ(errors([&] {
+        for(int i = 0; i != 5; ++i) hover(Middle);
+        drop();
+    }),
+        line);
+    EXPECT_EQ(state(), before);
+    // The next drag is another one.
+    take("DND_MATERIAL", "blue");
+    EXPECT_EQ(errors([&] { hover(Middle); }), line);
+}
+
 TEST_F(DropViewTest, droppedInTheFrameInWhichItCameItIsKept) {
     take("DND_MATERIAL", "blue");
     hover(Left);

@@ -85,6 +85,38 @@ TEST_F(OverlaysTest, textureOverlayIsAWindow) {
     EXPECT_FALSE(window("Texture Overlay"));
 }
 
+// What the user sees stays, and so does what was frozen before the camera went elsewhere.
+TEST_F(OverlaysTest, whatWasChosenStaysAfterAReload) {
+    record("/objects/sun",
+        "{'parent': '', 'name': 'Sun', 'translation': [0, 0, 0], 'rotation': [0, 0, 0, 1], 'scaling': [1, 1, 1], "
+        "'components': [{'type': 'light', 'active': true, 'light': {'type': 'sun', 'shadows': true, 'shadowRange': "
+        "20}}]}");
+    host.frame();
+    choose(TextureAtlasses);
+    choose(FreezeCullingFrustum);
+    const auto saved = [&] {
+        host.view().saveState(false);
+        return *data().sceneView;
+    };
+    const SceneViewRecord before = saved();
+    EXPECT_TRUE(before.rendererDebug.textureOverlay);
+    ASSERT_TRUE(before.frozenShadows);
+    EXPECT_EQ(before.frozenShadows->lights.size(), 1);
+    data().cameraYaw += 60.0f;
+    host.frame();
+    host.frame();
+    host.reloadView();
+    host.frame();
+    EXPECT_TRUE(window("Texture Overlay"));
+    const SceneViewRecord after = saved();
+    EXPECT_TRUE(after.rendererDebug.textureOverlay);
+    EXPECT_EQ(after.frozenMatrix, before.frozenMatrix);
+    ASSERT_TRUE(after.frozenShadows);
+    EXPECT_EQ(after.frozenShadows->lights.size(), 1);
+    choose(FreezeCullingFrustum);
+    EXPECT_FALSE(saved().frozenShadows);
+}
+
 TEST_F(OverlaysTest, simulationNeedsPhysics) {
     host.frame();
     openMenu();

@@ -2,10 +2,13 @@
 
 #include <array>
 #include <optional>
+#include <string>
 
+#include <Corrade/Containers/Pair.h>
 #include <Corrade/Utility/VisibilityMacros.h>
 #include <Magnum/Magnum.h>
 #include <Magnum/Math/DualQuaternion.h>
+#include <Magnum/Math/Matrix4.h>
 #include <Magnum/Math/Vector3.h>
 
 #include <Vantrel/EditorData/EditorSceneData.h>
@@ -13,6 +16,8 @@
 #include <Vantrel/EngineData/BitSetView.h>
 #include <Vantrel/EngineData/ProjectFile.h>
 #include <Vantrel/EngineData/ResourceManager.h>
+#include <Vantrel/Renderer/RendererDebug.h>
+#include <Vantrel/Renderer/ShadowsData.h>
 
 namespace VantrelEngine {
 
@@ -24,6 +29,13 @@ struct SceneViewRecord {
     // Scene units per second.
     Magnum::Float flySpeed = 3.0f;
     Magnum::UnsignedInt renderMode = 0;
+    // What is shown of the renderer.
+    RendererDebug rendererDebug;
+    // What the camera saw when the culling was frozen: the matrix, the slots of lights from the first to the one past the
+    // last, and where they cast shadows. No shadows where nothing is frozen.
+    Magnum::Matrix4 frozenMatrix;
+    Corrade::Containers::Pair<Id, Id> frozenLights{0, 0};
+    std::optional<ShadowsData> frozenShadows;
     Magnum::UnsignedInt gizmoOperation = 0;
     Magnum::UnsignedInt gizmoSpace = 1;
     bool snapTranslationEnabled = false;
@@ -79,6 +91,12 @@ public:
 
     // Another number for each project that is opened.
     Magnum::UnsignedInt projectNumber = 0;
+
+    // Drawn at random: another number for each editor.
+    const Magnum::UnsignedLong editorNumber;
+
+    // Where the project was opened or saved last; empty for none.
+    std::string projectPath;
 
     // Written by the scene view when its state is saved.
     std::optional<SceneViewRecord> sceneView;

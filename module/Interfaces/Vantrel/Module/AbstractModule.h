@@ -61,7 +61,8 @@ public:
     virtual void mouseScrollEvent(const MouseScrollEvent& event) = 0;
     virtual void keyPressEvent(const KeyEvent& event) = 0;
     virtual void keyReleaseEvent(const KeyEvent& event) = 0;
-    // The window lost the focus, and what was held was released before.
+    // The window lost the focus, or the view is about to go: what is held now will be released without the user's doing, so
+    // that it finishes nothing.
     virtual void focusLost() = 0;
 };
 

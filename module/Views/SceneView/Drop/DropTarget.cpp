@@ -81,7 +81,10 @@ void DropTarget::update(const DropInput& input) {
     const Range2Di pixel = pixelUnderMouse(input.frame);
     const Vector2 clip = clipPosition(pixel.min(), input.frame.framebufferSize);
     state.viewPointer = pointerOf(input, clip);
-    if(!ImGui::GetDragDropPayload()) _hasComplained = false;
+    if(!ImGui::GetDragDropPayload()) {
+        _hasComplained = false;
+        _refusing = RootObject;
+    }
     if(state.isLocked || !open()) return leave(state);
 
     if(isFileDragged()) state.viewPointer.place = dropPlace(cameraOf(input), clip, readDepth(input.framebuffer, pixel));
@@ -171,6 +174,8 @@ std::optional<DropTarget::Hovered> DropTarget::accept(const char* type, const Dr
         return {};
     }
     if(_dropPreviewActive) takeBack(changes);
+    if(object == _refusing) return {};
+    _refusing = RootObject;
     if(object == RootObject) return {};
     _dropTarget = object;
     std::optional<std::string> text = textOf(*payload);
@@ -209,7 +214,10 @@ void DropTarget::assign(const Hovered& hovered, Containers::StringView texture, 
 
 void DropTarget::finish(const Hovered& hovered, bool isAssigned, ChangeManager& changes) {
     _dropPreviewActive = isAssigned;
-    if(!isAssigned) return takeBack(changes);
+    if(!isAssigned) {
+        _refusing = hovered.object;
+        return takeBack(changes);
+    }
     // Over an object that the mouse got to only with the release of the button.
     if(hovered.isDelivered) keep(changes);
 }

@@ -83,6 +83,9 @@ private:
     bool _isOnTrial = false;
     bool _isTextureOnTrial = false;
     std::int32_t _lastBefore = -1;
+    // The object below the mouse that nothing could be assigned to, as its components are malformed: it is not asked in
+    // each frame. None for the root.
+    Id _refusing = 0;
     // Something was said of what is dragged; once is enough.
     bool _hasComplained = false;
 };

@@ -27,6 +27,12 @@ bool hasStandIn(const Vector3& scaling) {
         scaling.data(), scaling.data() + 3, [](Float factor) { return std::abs(factor) == SafeScaling; });
 }
 
+// Too large for a float it is infinite, too small zero.
+bool isUsableScaling(const Vector3& scaling) {
+    return isFinite(scaling) &&
+        std::none_of(scaling.data(), scaling.data() + 3, [](Float factor) { return factor == 0.0f; });
+}
+
 bool hasZero(const ValueAccess& scaling) {
     for(std::size_t i = 0; i != 3; ++i)
         if(scaling[i].readValue().asFloat(1.0f, JsonObject::WhenMissing::Accept) == 0.0f) return true;
@@ -53,8 +59,8 @@ void DragRecorder::move(const Matrix4& delta, Objects objects) {
 void DragRecorder::scale(const Vector3& factors, Objects objects) {
     forEachDragged(objects, [&](Id object, const ValueAccess& entry) {
         Vector3& scaling = _data.scene().main().localScaling(object);
-        const Vector3 scaled = scaling * factors;
-        if(!isFinite(scaled)) return;
+        const Vector3 scaled = _scalingBefore.try_emplace(object, scaling).first->second * factors;
+        if(!isUsableScaling(scaled)) return;
         scaling = scaled;
         recordTransform(object, entry);
     });

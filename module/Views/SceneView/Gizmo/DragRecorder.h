@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <unordered_map>
 #include <vector>
 
 #include <Corrade/Containers/ArrayView.h>
@@ -29,7 +30,8 @@ public:
 
     // The delta since the last call, in the world.
     void move(const Magnum::Matrix4& delta, Objects objects);
-    // The factors since the last call, along the objects' own axes.
+    // The factors since the first call, along the objects' own axes. An object that would be too large or too small for a
+    // float stays as it is, and comes back with factors that it can have.
     void scale(const Magnum::Vector3& factors, Objects objects);
 
     // After the commit: what was written last is in its place and need not be compiled.
@@ -56,6 +58,8 @@ private:
     // By id.
     std::array<Magnum::UnsignedLong, BitSetView::wordCount(MaxObjects + 1)> _leftOutWords{};
     std::vector<Id> _newlyLeftOut, _written;
+    // Of those that were scaled.
+    std::unordered_map<Id, Magnum::Vector3> _scalingBefore;
 };
 
 } // namespace VantrelEngine

@@ -144,18 +144,12 @@ void TransformGizmo::record(const GizmoScene& scene, const Grip& grip, const Mat
     changes.beginGroup(grip.key, _gizmoInUse);
     _gizmoInUse = true;
     if(_settings.gizmoOperation == GizmoOperation::Scale)
-        _recorder->scale(scaleFactors(delta), {_objects.data(), _objects.size()});
+        // The library's delta is the total of the drag, since the matrix carries no size.
+        _recorder->scale(axisLengths(delta), {_objects.data(), _objects.size()});
     else
         _recorder->move(delta, {_objects.data(), _objects.size()});
     changes.commit();
     _recorder->committed();
-}
-
-// The library's delta is the total of the drag, since the matrix carries no size.
-Vector3 TransformGizmo::scaleFactors(const Matrix4& delta) {
-    const Vector3 lengths = axisLengths(delta), factors = lengths / _totalScale;
-    _totalScale = lengths;
-    return factors;
 }
 
 void TransformGizmo::releaseHandle() {
@@ -167,7 +161,6 @@ void TransformGizmo::endDrag(SharedState& state) {
     if(_isHeld) releaseHandle();
     if(_gizmoInUse && state.changeManager->trial() == Trial::Gesture) state.changeManager->keepTrial();
     _recorder.reset();
-    _totalScale = Vector3{1.0f};
     _isHeld = _gizmoInUse = state.isHandleHeld = false;
 }
 

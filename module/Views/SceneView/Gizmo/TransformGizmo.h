@@ -65,7 +65,6 @@ private:
     Magnum::Vector3 meanPosition(const EditorData& data) const;
     const Magnum::Float* snapSteps() const;
     void record(const GizmoScene& scene, const Grip& grip, const Magnum::Matrix4& delta);
-    Magnum::Vector3 scaleFactors(const Magnum::Matrix4& delta);
     void releaseHandle();
 
     GizmoSettings _settings;
@@ -78,8 +77,6 @@ private:
     // There is a trial of ours, with what this drag changed.
     bool _gizmoInUse = false;
     std::optional<DragRecorder> _recorder;
-    // Since the drag began.
-    Magnum::Vector3 _totalScale{1.0f};
     // Of several objects, which is not their mean where one of them stays.
     Magnum::Vector3 _heldPosition;
 };

@@ -53,6 +53,23 @@ TEST_F(GizmoEdgeTest, anObjectWithoutSize) {
     for(int i = 0; i != 3; ++i) EXPECT_TRUE(std::isfinite(scaling[i].GetFloat()));
 }
 
+// What no float can hold is not taken, and nothing is missing when the mouse comes back.
+TEST_F(GizmoEdgeTest, tooLargeAndBack) {
+    addObject("huge", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 1e38, 1]");
+    addObject("small", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[2, 2, 2]");
+    setOperation(GizmoOperation::Scale, GizmoSpace::Local);
+    select({"huge", "small"});
+    // A hundredth for each pixel.
+    grab(pointOf({}));
+    for(const float way: {100.0f, 500.0f, 900.0f}) moveTo(pointOf({}) + Vector2{way, 0.0f});
+    expectNear(scalingOf("huge"), {2.0f, 2.0e38f, 2.0f});
+    expectNear(scalingOf("small"), Vector3{20.0f});
+    moveTo(pointOf({}) + Vector2{50.0f, 0.0f});
+    release();
+    expectNear(scalingOf("huge"), {1.5f, 1.5e38f, 1.5f});
+    expectNear(scalingOf("small"), Vector3{3.0f});
+}
+
 // One line for all of them, and none for each frame.
 TEST_F(GizmoEdgeTest, belowAParentWithoutSize) {
     addObject("flat", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 0, 1]");

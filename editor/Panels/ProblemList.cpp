@@ -78,11 +78,11 @@ bool ProblemList::findValues(ProjectSession& session) {
     return true;
 }
 
-void ProblemList::update(ProjectSession& session) {
+bool ProblemList::update(ProjectSession& session) {
     if(findValues(session)) ++_valuesRevision;
     const State state{session.compiler().problemsFingerprint(), session.resourceCompiler().problemsRevision(),
         session.repairs().size(), _valuesRevision, session.data().projectNumber};
-    if(_state && *_state == state) return;
+    if(_state && *_state == state) return false;
     _state = state;
     _problems = _values;
     for(const DocumentProblem& repair: session.repairs())
@@ -97,6 +97,7 @@ void ProblemList::update(ProjectSession& session) {
     std::stable_sort(_problems.begin(), _problems.end(), [](const Problem& a, const Problem& b) {
         return std::tie(a.section, a.object, a.component) < std::tie(b.section, b.object, b.component);
     });
+    return true;
 }
 
 std::string componentName(ProjectSession& session, const Problem& problem) {

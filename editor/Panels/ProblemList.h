@@ -32,7 +32,8 @@ struct Problem {
 // was opened, by object. Made anew only where there are others; of values that are dragged when the drag is over.
 class ProblemList {
 public:
-    void update(ProjectSession& session);
+    // Whether it was made anew.
+    bool update(ProjectSession& session);
     const std::vector<Problem>& problems() const { return _problems; }
 
 private:

@@ -384,6 +384,11 @@ void AssetCompiler::compileComponents(ObjectNode& node, const ValueAccess& json)
     const std::size_t count = list.value() && list.value()->IsArray() ? list.value()->Size() : 0;
     for(std::size_t i = 0; i != count; ++i) {
         const ValueAccess component = list[i];
+        if(!component.value()->IsObject()) {
+            _problems.add(node.id, int(i), "it is no object");
+            data().project().warnOnce(component.description() + ": not an object, skipped");
+            continue;
+        }
         const Containers::StringView type = component["type"].readValue().asString();
         if(type.isEmpty()) {
             _problems.add(node.id, int(i), "it has no type");

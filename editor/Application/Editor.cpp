@@ -16,11 +16,11 @@
 #include "Application/JournalQuestions.h"
 #include "Application/RecentFiles.h"
 #include "Data/FoundJournal.h"
-#include "Data/Journal.h"
 #include "Data/StepName.h"
 #include "Data/StepWalk.h"
 #include "Data/WorkingFolder.h"
 #include "Import/ImportKinds.h"
+#include "Import/ModelPictureReader.h"
 #include "Panels/DragSource.h"
 #include "Panels/HelpWindow.h"
 #include "Panels/MenuBar.h"
@@ -48,6 +48,9 @@ constexpr Double ProgressDelay = 0.5;
 // Between two frames while a project is opened, or an import compiled.
 constexpr Double OpeningStep = 0.015;
 constexpr Double Endless = 1e6;
+
+// Of pictures of models.
+constexpr std::size_t ModelCapacity = 256;
 
 constexpr const char* NotWhileDragged = ": not while something is dragged";
 
@@ -83,9 +86,11 @@ Editor::Editor(Platform& platform, Files files):
     _platform(platform), _settingsFile{std::move(files.settings)}, _settings{readSettings(_settingsFile)},
     _session{std::make_unique<ProjectSession>()},
     // Who remembers nothing of the user leaves nothing in the user's folders.
-    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, std::move(files.converter)},
+    _marks{_settingsFile.empty() ? std::string{} : marksFolder()}, _imports{*_session, files.converter},
     _thumbnails{_session->data().scene(), _session->data().resources(),
         _settingsFile.empty() ? std::string{} : thumbnailFolder()},
+    _models{_thumbnails.edge(), ModelCapacity,
+        ModelPictureReader{files.converter, _settingsFile.empty() ? std::string{} : thumbnailFolder()}},
     _loader{files.module}, _lastFrame{platform.now()} {
     _session->editor().state().platform = &_platform;
     _interface.setDocking(_settings.docking);
@@ -157,7 +162,7 @@ std::string Editor::open(const std::string& path) {
 void Editor::opened(const OpenedProject& opened, const std::string& path) {
     requestFrames();
     if(!opened.error.empty()) return removeMissingFile(_settings.recentFiles, path);
-    for(const DocumentProblem& problem: opened.problems) Utility::Warning{} << lineOf(problem).data();
+    for(const DocumentProblem& problem: opened.problems) _session->data().project().warnOnce(lineOf(problem));
     _session->beginJournal(_earlierSteps);
     addRecentFile(_settings.recentFiles, path);
     rememberSettings();
@@ -210,6 +215,11 @@ void Editor::showImported(const ImportResult& result) {
     if(!result.inserted.error.empty()) return _dialogs.showMessage(result.source + ": " + result.inserted.error);
     fitDepthRange(result.inserted.roots, *_session);
     _session->editor().state().framesSelection = true;
+}
+
+bool Editor::makeModelPicture() {
+    _models.update(true);
+    return _models.isBusy();
 }
 
 void Editor::showError(const std::string& line) {
@@ -362,8 +372,10 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::Quit: _wantsQuit = true; return;
     case ProjectAction::Kind::Import: return import(action.path);
     case ProjectAction::Kind::Save: {
-        const bool isKept = !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         const std::string error = save(action.path, action.overwritesRepaired);
+        // Also one that somebody else changed while it was saved.
+        const bool isKept =
+            !error.empty() && !action.overwritesRepaired && _session->keepsFile(absolutePath(action.path));
         if(!error.empty()) Utility::Error{} << error.data();
         return _dialogs.saved(action.path, error, isKept);
     }
@@ -373,7 +385,8 @@ void Editor::run(const ProjectAction& action) {
     case ProjectAction::Kind::OpenAsItIs: return openAsked(action);
     case ProjectAction::Kind::OpenCopy: return openCopy(action.path);
     case ProjectAction::Kind::OpenUntitled: return openUntitled(action.path);
-    case ProjectAction::Kind::DiscardUntitled: WorkingFolder::discard(action.path); return recoverUntitled();
+    case ProjectAction::Kind::RecoverUntitled: return askForUntitled(action.path);
+    case ProjectAction::Kind::DiscardUntitled: return discardUntitled(action.path);
     case ProjectAction::Kind::KeepMine: _keptMine = _session->changedOutside(); return;
     }
 }
@@ -382,6 +395,18 @@ void Editor::keepJournals(Recover recover) {
     _recover = recover;
     _keepsJournals = true;
     _session->keepJournals();
+    findUntitled();
+    _tellsUntitled = !_untitled.empty() && _recover != Recover::BringBack;
+}
+
+// Of those that are left when the project is there and nothing is asked any more: once, and as the last of what is said in
+// the beginning.
+void Editor::tellUntitled() {
+    if(_opening || _dialogs.isOpen() || !std::exchange(_tellsUntitled, false) || _untitled.empty()) return;
+    const std::string count = std::to_string(_untitled.size());
+    Utility::Warning{} << ((_untitled.size() == 1 ? "A project that was" : count + " projects that were") +
+        " never saved can be brought back: File > Recover unsaved projects")
+                              .data();
 }
 
 void Editor::openAsked(const ProjectAction& action) {
@@ -404,6 +429,7 @@ void Editor::openCopy(const std::string& path) {
     const std::string copy = copyPath(path);
     const std::string error = _session->recoverCopy(path, copy);
     if(!error.empty()) return showError(error);
+    _marks.copy(*_session, path);
     addRecentFile(_settings.recentFiles, copy);
     Utility::Debug{} << "Brought back as" << copy.data();
 }
@@ -411,17 +437,41 @@ void Editor::openCopy(const std::string& path) {
 void Editor::openUntitled(const std::string& workingFolder) {
     const std::string error = _session->recoverUntitled(workingFolder);
     if(!error.empty()) showError(error);
+    findUntitled();
+}
+
+void Editor::findUntitled() {
+    _untitled.clear();
+    _untitledLabels.clear();
+    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
+        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
+        if(found.state != FoundJournal::State::Steps) continue;
+        _untitled.push_back(folder);
+        _untitledLabels.push_back(untitledLabel(found));
+    }
 }
 
 void Editor::recoverUntitled() {
-    if(_recover == Recover::PutAside) return;
-    for(const std::string& folder: WorkingFolder::abandonedProjects()) {
-        const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(folder));
-        std::optional<ProjectChoice> question = untitledQuestion(folder, found);
-        if(!question) continue;
-        if(_recover == Recover::BringBack) return openUntitled(folder);
-        return _dialogs.ask(std::move(*question));
-    }
+    if(_recover == Recover::PutAside || _untitled.empty()) return;
+    if(_recover == Recover::BringBack) return openUntitled(_untitled.front());
+    askForUntitled(_untitled.front());
+}
+
+void Editor::askForUntitled(const std::string& workingFolder) {
+    const FoundJournal found = _session->findJournal(ProjectSession::untitledProject(workingFolder));
+    std::optional<ProjectChoice> question = untitledQuestion(workingFolder, found);
+    if(question) return _dialogs.ask(std::move(*question));
+    findUntitled();
+    showError(workingFolder + ": this project is not there any more, or another editor has it");
+}
+
+void Editor::discardUntitled(const std::string& workingFolder) {
+    WorkingFolder::discard(workingFolder);
+    findUntitled();
+    if(_recover != Recover::Ask || _untitled.empty()) return;
+    // What was given up to see the one before may not be given up to see this one.
+    _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
+    _dialogs.recoverUntitled(_untitled.front());
 }
 
 void Editor::setFocus(bool hasFocus) {
@@ -431,6 +481,28 @@ void Editor::setFocus(bool hasFocus) {
         askForChanges();
     else
         rememberSettings();
+}
+
+void Editor::end(Ending ending) {
+    _input.letGo();
+    _ending = ending;
+    _endingFrames = EndingFrames;
+    requestFrames();
+}
+
+void Editor::goOnEnding() {
+    if(!_ending || (_endingFrames && --_endingFrames)) return;
+    if(*_ending == Ending::Asked) {
+        perform(Command::Quit);
+        // Later: it waits for what takes long.
+        if(isBlocked()) return;
+    } else {
+        dropPreview();
+        updateSteps();
+        _session->leaveToJournal();
+        _wantsQuit = true;
+    }
+    _ending.reset();
 }
 
 void Editor::askForChanges() {
@@ -482,6 +554,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     }
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);
+    if(!_isReplayed && _models.update(false)) requestFrames();
     _session->editor().state().wantsFrame = _session->editor().state().isPictureIncomplete = false;
     _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
@@ -489,6 +562,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _drop.beginFrame(_input, !isBlocked());
     _interface.beginFrame(windowSize, _platform.framebufferScale(), _settings.fontScale, now - _lastFrame);
     _lastFrame = now;
+    if(_ending) ImGui::ClearActiveID();
     drawPanels();
     tellRefused();
     updateFocus();
@@ -504,7 +578,9 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     if(_command) perform(*_command);
     _command.reset();
     if(const std::optional<std::size_t> step = _panels.takeStep()) goTo(*step);
+    goOnEnding();
     if(!isBlocked()) runActions();
+    tellUntitled();
     // Whatever was done in this frame outlives it.
     if(!isBlocked()) updateSteps();
     makeThumbnail(framebuffer);
@@ -512,7 +588,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
 
 // Where one was made, the next frame shows it.
 void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
-    if(!_thumbnails.isWorkWaiting() || isMoving() || isWaiting()) return;
+    if(!_thumbnails.isWorkWaiting() || isMoving() || _imports.isBusy()) return;
     if(_thumbnails.work()) _settlingFrames = 1;
     framebuffer.bind();
 }
@@ -520,10 +596,10 @@ void Editor::makeThumbnail(GL::AbstractFramebuffer& framebuffer) {
 void Editor::drawPanels() {
     drawMenu();
     drawStatus();
-    _panels.panes().layOut(_settings.panes);
+    _panels.panes().layOut(_settings.panes, _settings.fontScale);
     const bool isProjectThere = !_opening || !_opening->isInPlace();
     const std::optional<ImportProgress> importing = _imports.progress();
-    _panels.draw({*_session, _log, _thumbnails, _pictures, _settings.panes, isProjectThere, _isReplayed,
+    _panels.draw({*_session, _log, _thumbnails, {_pictures, _models}, _settings.panes, isProjectThere, _isReplayed,
         _frameTime * 1000.0, importing ? importing->waiting + 1 : 0});
     // The view comes last: the last one that is new has the focus.
     if(isProjectThere) drawScene();
@@ -566,6 +642,7 @@ void Editor::drawMenu() {
     state.redo = step != steps.steps().size() ? &steps.steps()[step].name : nullptr;
     state.title = title();
     state.recentFiles = &_settings.recentFiles;
+    state.unsavedProjects = &_untitledLabels;
     state.panes = &_settings.panes;
     state.views = &_session->editor().state().views;
     state.fontScale = &_settings.fontScale;
@@ -573,9 +650,9 @@ void Editor::drawMenu() {
     const MenuChoice choice = drawMenuBar(state);
     if(choice.isEditMenuNew) _clipboardHasObjects = clipboardHasObjects();
     if(choice.command) _command = choice.command;
-    if(choice.file.empty()) return;
     _dialogs.setProject(_session->path(), _session->changes().hasUnsavedChanges());
-    _dialogs.open(choice.file);
+    if(!choice.file.empty()) _dialogs.open(choice.file);
+    if(choice.unsavedProject) _dialogs.recoverUntitled(_untitled[*choice.unsavedProject]);
 }
 
 void Editor::drawStatus() {
@@ -584,7 +661,7 @@ void Editor::drawStatus() {
     status.selected = _session->data().selection().countSet();
     status.statistics = _session->editor().state().statistics;
     status.frameTime = _frameTime * 1000.0;
-    if(const Journal* const journal = _session->journal()) status.journalTrouble = journal->trouble();
+    status.journalTrouble = _session->journalTrouble();
     const Containers::StringView reload = _session->editor().state().lastReload;
     status.lastReload = {reload.data(), reload.size()};
     status.message = _log.message().text.empty() ? nullptr : &_log.message();
@@ -624,12 +701,13 @@ void Editor::updateFocus() {
 bool Editor::isBlocked() const { return _opening || _imports.isOpening() || _imports.isCompiling(); }
 
 bool Editor::isMoving() const {
-    return _settlingFrames || _drop.isUnderWay() || _opening || _imports.isCompiling() ||
+    return _settlingFrames || _ending || _drop.isUnderWay() || _opening || _imports.isCompiling() ||
         _session->editor().state().wantsFrame;
 }
 
 bool Editor::wantsFrame() const {
-    return isMoving() || _panels.isReading() || _pictures.isBusy() || (!isWaiting() && _thumbnails.isWorkWaiting());
+    return isMoving() || _panels.isReading() || _pictures.isBusy() ||
+        (!_imports.isBusy() && _thumbnails.isWorkWaiting());
 }
 
 std::string Editor::title() const {

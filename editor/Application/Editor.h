@@ -61,13 +61,19 @@ public:
     // From another file than before where one is given.
     std::string reloadView(const std::string& moduleFile = {});
 
-    // From now on each project has a journal.
+    // From now on each project has a journal. Says where an editor that ended unexpectedly left projects behind that were
+    // never saved: they can be brought back from the menu.
     void keepJournals(Recover recover);
-    // Looks for projects that were never saved, and that an editor left behind that ended unexpectedly.
+    // Brings the last one of them back, or asks for it.
     void recoverUntitled();
 
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
+    // Of the window: what is dragged stays as far as it came, what is typed counts, and then the user is asked where something
+    // could be lost.
+    void close() { end(Ending::Asked); }
+    // The process ends, and nobody can be asked: the same, but what is not saved is left to the journal.
+    void leave() { end(Ending::Left); }
     // From now on a project is opened between two frames, after ReplayedOpening frames that show the bar: a replayed run
     // is the same each time.
     void openReplayed() { _isReplayed = true; }
@@ -76,6 +82,9 @@ public:
     void import(const std::string& path);
     // Waits until all of them are. False where one could not be.
     bool finishImports();
+    // In a replayed run, which has no pictures of models else: waits for one that was asked for in the last frame. Whether
+    // there are more.
+    bool makeModelPicture();
     // For the user to see; a line of the log, too.
     void showError(const std::string& line);
 
@@ -100,7 +109,7 @@ public:
     // Whether something moves still, or was asked for and not drawn yet.
     bool wantsFrame() const;
     // Whether something goes on that is looked at now and then, in a frame: several times a second will do.
-    bool isWaiting() const { return _imports.isBusy(); }
+    bool isWaiting() const { return _imports.isBusy() || (!_isReplayed && _models.isBusy()); }
     // Whether the last frame lacks something, and whether the next one may not.
     bool isPictureIncomplete() { return _session->editor().state().isPictureIncomplete; }
     void wantWholePicture(bool wants) { _session->editor().state().wantsWholePicture = wants; }
@@ -123,6 +132,10 @@ private:
 
     static constexpr int ReplayedOpening = 2;
 
+    // A field takes what was typed in the frame in which it is left, and the undo log in the one after it.
+    static constexpr int EndingFrames = 2;
+    enum class Ending { Asked, Left };
+
     void initView();
     void closeView();
     void rememberSettings();
@@ -141,7 +154,13 @@ private:
     void openAsked(const ProjectAction& action);
     void openInSteps(const std::string& path);
     void openCopy(const std::string& path);
+    void findUntitled();
+    void tellUntitled();
+    void askForUntitled(const std::string& workingFolder);
     void openUntitled(const std::string& workingFolder);
+    void discardUntitled(const std::string& workingFolder);
+    void end(Ending ending);
+    void goOnEnding();
     void askForChanges();
     void goOnOpening();
     void opened(const OpenedProject& opened, const std::string& path);
@@ -170,6 +189,8 @@ private:
     ImportQueue _imports;
     Thumbnails _thumbnails;
     FilePictures _pictures;
+    // Of models, which take longer.
+    FilePictures _models;
     UserInterface _interface{readIconFont(iconFontFile())};
     ModuleLoader _loader;
     EventDelivery _delivery;
@@ -193,6 +214,9 @@ private:
     Recover _recover = Recover::PutAside;
     ProjectSession::EarlierSteps _earlierSteps = ProjectSession::EarlierSteps::PutAside;
     bool _keepsJournals = false;
+    // Projects that were never saved and are left behind: their working folders, and what the menu calls them.
+    std::vector<std::string> _untitled, _untitledLabels;
+    bool _tellsUntitled = false;
     // What somebody else put into the project's file that the user has decided not to read.
     std::optional<FileFingerprint> _keptMine;
     int _openingFrames = 0;
@@ -200,6 +224,8 @@ private:
     std::optional<Magnum::Double> _importsBegan;
 
     int _settlingFrames = SettlingFrames;
+    std::optional<Ending> _ending;
+    int _endingFrames = 0;
     bool _wantsQuit = false;
     CursorShape _cursorShape = CursorShape::Arrow;
     Magnum::Double _lastFrame = 0.0;

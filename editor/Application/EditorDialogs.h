@@ -22,7 +22,8 @@ struct ProjectAction {
         OpenAsItIs,
         // What the journal belongs to, as a file of its own.
         OpenCopy,
-        // A project that was never saved, by its working folder.
+        // A project that was never saved, by its working folder: asks; and after the answer.
+        RecoverUntitled,
         OpenUntitled,
         DiscardUntitled,
         // The file was changed by somebody else, and is not read again.
@@ -53,6 +54,9 @@ public:
 
     void startNew() { leaveProject({ProjectAction::Kind::New, {}, false}); }
     void open(const std::string& path) { leaveProject({ProjectAction::Kind::Open, path, false}); }
+    void recoverUntitled(const std::string& workingFolder) {
+        leaveProject({ProjectAction::Kind::RecoverUntitled, workingFolder, false});
+    }
     void quit() { leaveProject({ProjectAction::Kind::Quit, {}, false}); }
     void chooseAndOpen();
     void chooseAndImport(std::vector<std::string> suffixes);

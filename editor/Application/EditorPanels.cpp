@@ -38,6 +38,7 @@ void EditorPanels::draw(const PanelContext& context) {
     if(!context.isProjectThere) return;
     _inspector.fields().endFrame(context.session.changes());
     _settings.fields().endFrame(context.session.changes());
+    _inspector.fields().updatePick(context.session.editor().state().pickRequest);
 }
 
 std::optional<Magnum::Vector2> EditorPanels::placeOf(std::string_view field, int part) {
@@ -60,7 +61,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
     case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
-    case Panel::Problems: return _problems.draw(context.session);
+    case Panel::Problems: return _problems.draw(context.session, _inspected);
     case Panel::Statistics: return drawStatistics(context);
     }
 }

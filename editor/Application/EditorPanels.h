@@ -17,7 +17,6 @@
 
 namespace VantrelEngine {
 
-class FilePictures;
 class Log;
 class ProjectSession;
 class Thumbnails;
@@ -27,7 +26,7 @@ struct PanelContext {
     ProjectSession& session;
     Log& log;
     Thumbnails& thumbnails;
-    FilePictures& pictures;
+    AssetPictures pictures;
     PaneSizes& sizes;
     // Not while another project is put in the place of this one.
     bool isProjectThere = true;

@@ -3,12 +3,14 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <utility>
 
 #include <Corrade/Utility/Debug.h>
 
 #include "Application/Application.h"
 #include "Application/CommandLine.h"
 #include "Application/Editor.h"
+#include "Application/EndSignals.h"
 #include "Application/HeadlessContext.h"
 #include "Application/ModuleFile.h"
 #include "Application/RenderTarget.h"
@@ -39,7 +41,8 @@ std::string readScript(const std::string& file, std::vector<ScriptCommand>& comm
 
 class HeadlessApplication {
 public:
-    explicit HeadlessApplication(const CommandLine& line):
+    explicit HeadlessApplication(const CommandLine& line, const EndSignals* signals):
+        _signals{signals},
         _line(line), _platform{line.size, line.scale}, _editor{_platform,
                                                            {line.module.empty() ? defaultModuleFile() : line.module,
                                                                line.converter.empty() ? defaultConverterFile()
@@ -90,6 +93,7 @@ private:
     }
 
     void drawFrame() {
+        if(_signals && _signals->isEnding() && !std::exchange(_isLeft, true)) _editor.leave();
         _platform.advance();
         _editor.drawFrame(_target->framebuffer(), Vector2{_platform.size()});
         // The window system would tell that the cursor is elsewhere now.
@@ -104,6 +108,9 @@ private:
         return writePng(file, _target->read());
     }
 
+    // Null: they end the process.
+    const EndSignals* _signals;
+    bool _isLeft = false;
     const CommandLine& _line;
     ReplayPlatform _platform;
     std::unique_ptr<RenderTarget> _target;
@@ -113,12 +120,14 @@ private:
 } // namespace
 
 int runHeadless(const CommandLine& line) {
+    // There is nothing to be left in order without a journal.
+    const std::unique_ptr<EndSignals> signals = line.keepsJournals ? std::make_unique<EndSignals>() : nullptr;
     std::vector<ScriptCommand> commands;
     std::string error = readScript(line.script, commands);
     if(!error.empty()) return fail(error, MistakeStatus);
     const std::unique_ptr<HeadlessContext> context = HeadlessContext::create(error);
     if(!context) return fail(error, NoDisplayStatus);
-    HeadlessApplication application{line};
+    HeadlessApplication application{line, signals.get()};
     error = application.start();
     if(!error.empty() || !application.isModelThere()) return fail(error, FailureStatus);
     error = application.play(commands);

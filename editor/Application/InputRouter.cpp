@@ -87,6 +87,11 @@ void InputRouter::setWindowFocus(bool isFocused) {
     _delivery.loseFocus(wholePoints(_position));
 }
 
+void InputRouter::letGo() {
+    for(int button = 0; button != InterfaceInput::ButtonCount; ++button) _interface.setButton(button, false);
+    _delivery.loseFocus(wholePoints(_position));
+}
+
 void InputRouter::holdForInterface(bool isDown) { _interface.hold(isDown); }
 
 void InputRouter::updateModifiers(int key, bool isDown) {

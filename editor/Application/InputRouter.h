@@ -54,6 +54,8 @@ public:
     std::optional<Command> setKey(int key, bool isDown, bool isRepeated);
     void addText(Corrade::Containers::StringView utf8);
     void setWindowFocus(bool isFocused);
+    // Nothing is held any more, for whoever was told that it is.
+    void letGo();
     // The left button, for the UI library alone: something from outside is dragged over the window.
     void holdForInterface(bool isDown);
 

@@ -12,6 +12,8 @@ namespace VantrelEngine {
 // key that was pressed and released in between is down for one frame, with the modifiers of its press.
 class InterfaceInput {
 public:
+    static constexpr int ButtonCount = 3;
+
     InterfaceInput();
 
     // Window points, and framebuffer pixels per point.
@@ -34,7 +36,6 @@ public:
     void frameBegun();
 
 private:
-    static constexpr int ButtonCount = 3;
     // As many as the UI library's older versions know.
     static constexpr int KeyCount = 512;
 

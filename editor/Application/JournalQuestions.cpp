@@ -71,10 +71,8 @@ std::optional<ProjectChoice> journalQuestion(const std::string& project, const F
     if(found.state == State::Nothing) return {};
     if(found.state == State::InUse)
         return ProjectChoice{"Open in another editor",
-            nameOf(project) +
-                " is open in another editor. Opened here, too, it has no journal, and is asked for before it is "
-                "written "
-                "over.",
+            nameOf(project) + ": " + found.use +
+                ". Opened here, too, it has no journal, and is asked for before it is written over.",
             "Open anyway", "", {Kind::OpenAsItIs, project, false}, {}};
     const Recovery::Lost lost = found.recovery->lost();
     if(found.state == State::Stale) return staleQuestion(project, found, lost);
@@ -89,6 +87,13 @@ std::optional<ProjectChoice> untitledQuestion(const std::string& workingFolder, 
     return ProjectChoice{"Steps that were not saved",
         "Bring back " + stepsOf(lost) + "?" + listOf(lost, "A new project") + damage(found), "Bring back", "Discard",
         {Kind::OpenUntitled, workingFolder, false}, {Kind::DiscardUntitled, workingFolder, false}};
+}
+
+std::string untitledLabel(const FoundJournal& found) {
+    const Recovery::Lost lost = found.recovery->lost();
+    std::string label = std::to_string(lost.count) + (lost.count == 1 ? " step" : " steps");
+    if(lost.time) label += ", the last one at " + timeOf(lost.time);
+    return lost.names.empty() ? label : label + ": " + lost.names.front();
 }
 
 ProjectChoice changedQuestion(const std::string& project, bool hasUnsavedChanges) {

@@ -13,6 +13,8 @@ struct FoundJournal;
 std::optional<ProjectChoice> journalQuestion(const std::string& project, const FoundJournal& found);
 // The same of a project that was never saved.
 std::optional<ProjectChoice> untitledQuestion(const std::string& workingFolder, const FoundJournal& found);
+// "2 steps, the last one at 2026-11-22 06:30: Rename Ball to Lamp".
+std::string untitledLabel(const FoundJournal& found);
 // The project's file was changed by somebody else.
 ProjectChoice changedQuestion(const std::string& project, bool hasUnsavedChanges);
 

@@ -62,8 +62,9 @@ std::string parsePosition(Line& line) {
 }
 
 std::string parseWait(Line& line) {
-    if(line.words[0] != "import") return readNatural(line.words[0], 1, MaxFrameCount, line.command);
-    line.command.verb = ScriptVerb::WaitForImport;
+    const bool isImport = line.words[0] == "import";
+    if(!isImport && line.words[0] != "pictures") return readNatural(line.words[0], 1, MaxFrameCount, line.command);
+    line.command.verb = isImport ? ScriptVerb::WaitForImport : ScriptVerb::WaitForPictures;
     return {};
 }
 
@@ -209,7 +210,7 @@ struct Syntax {
     std::string (*parse)(Line& line);
 };
 
-constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import", parseWait},
+constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import|pictures", parseWait},
     {"mouse", ScriptVerb::Mouse, 2, 2, "mouse X Y", parsePosition},
     {"field", ScriptVerb::Field, 1, 2, "field KEY [NUMBER]", parseField},
     {"move", ScriptVerb::Move, 2, 2, "move DX DY", parsePosition},
@@ -224,6 +225,7 @@ constexpr Syntax Commands[]{{"wait", ScriptVerb::Wait, 1, 1, "wait FRAMES|import
     {"scale", ScriptVerb::Scale, 1, 1, "scale FACTOR", parseScale},
     {"fontsize", ScriptVerb::FontSize, 1, 1, "fontsize FACTOR", parseFontSize},
     {"focus", ScriptVerb::Focus, 1, 1, "focus on|off", parseFocus},
+    {"close", ScriptVerb::Close, 0, 0, "close", parseRest},
     {"select", ScriptVerb::Select, 0, Any, "select [ID...]", parseWords},
     {"hide", ScriptVerb::Hide, 1, Any, "hide ID...", parseWords},
     {"show", ScriptVerb::Show, 1, Any, "show ID...", parseWords},

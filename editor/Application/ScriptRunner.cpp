@@ -25,7 +25,7 @@ constexpr int PatientFrames = 100;
 
 std::string ScriptRunner::run(const std::vector<ScriptCommand>& commands) {
     for(const ScriptCommand& command: commands) {
-        if(command.verb == ScriptVerb::Quit) return {};
+        if(command.verb == ScriptVerb::Quit || _editor.wantsQuit()) return {};
         const std::string error = perform(command);
         if(!error.empty()) return mistakeIn(command, error);
     }
@@ -109,7 +109,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     const std::string argument = command.words.empty() ? std::string{} : command.words.front();
     switch(command.verb) {
     case ScriptVerb::Wait:
-        for(Double i = 0.0; i < numbers[0]; ++i) _stage.drawFrame();
+        for(Double i = 0.0; i < numbers[0] && !_editor.wantsQuit(); ++i) _stage.drawFrame();
         return {};
     case ScriptVerb::Mouse: moveTo(numbers[0], numbers[1]); return drawn({});
     case ScriptVerb::Field: return drawn(moveToField(command));
@@ -128,6 +128,7 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Clipboard: ImGui::SetClipboardText(argument.data()); return {};
     case ScriptVerb::Type: _editor.input().addText({argument.data(), argument.size()}); return drawn({});
     case ScriptVerb::Focus: _editor.setFocus(numbers[0] != 0.0); return drawn({});
+    case ScriptVerb::Close: _editor.close(); return drawn({});
     case ScriptVerb::Resize: _platform.resize({int(numbers[0]), int(numbers[1])}); return resized();
     case ScriptVerb::Scale: _platform.setScale(Float(numbers[0])); return resized();
     case ScriptVerb::FontSize: _editor.settings().fontScale = Float(numbers[0]); return drawn({});
@@ -152,6 +153,9 @@ std::string ScriptRunner::perform(const ScriptCommand& command) {
     case ScriptVerb::Drag: _editor.hold(argument, command.words[1]); return drawn({});
     case ScriptVerb::Import: _editor.import(argument); return drawn({});
     case ScriptVerb::WaitForImport: _editor.finishImports(); return drawn({});
+    case ScriptVerb::WaitForPictures:
+        while(_editor.makeModelPicture()) _stage.drawFrame();
+        return drawn({});
     case ScriptVerb::Screenshot: return _stage.writePicture(argument);
     case ScriptVerb::IdImage: return writeIdImage(argument);
     case ScriptVerb::Thumbnail: return writeThumbnail(command);

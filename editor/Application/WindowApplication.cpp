@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 #include <Corrade/Containers/StringStl.h>
 #include <Corrade/Utility/Debug.h>
@@ -14,6 +15,7 @@
 #include "Application/Application.h"
 #include "Application/CommandLine.h"
 #include "Application/Editor.h"
+#include "Application/EndSignals.h"
 #include "Application/ModuleFile.h"
 #include "Data/WorkingFolder.h"
 
@@ -58,7 +60,7 @@ public:
 
     // False where there is no OpenGL 3.3.
     bool open(const CommandLine& line);
-    int run();
+    int run(const EndSignals& signals);
 
 private:
     // Platform.
@@ -161,8 +163,13 @@ void WindowApplication::openProject(const CommandLine& line) {
     _editor->openAsked(line.project);
 }
 
-int WindowApplication::run() {
+int WindowApplication::run(const EndSignals& signals) {
+    bool isLeft = false;
     do {
+        if(signals.isEnding() && !std::exchange(isLeft, true)) {
+            wakeUp();
+            _editor->leave();
+        }
         if(!_isIdle || !_editor->isWaiting()) continue;
         // An event ends it early, and asks for a frame by itself.
         glfwWaitEventsTimeout(WaitTime);
@@ -316,18 +323,19 @@ void WindowApplication::blurEvent(FocusEvent&) {
 void WindowApplication::exitEvent(ExitEvent&) {
     // Closed only when nothing is lost.
     wakeUp();
-    _editor->perform(Command::Quit);
+    _editor->close();
 }
 
 } // namespace
 
 int runWindow(const CommandLine& line, int& argc, char** argv) {
+    const EndSignals signals{[] { glfwPostEmptyEvent(); }};
     WindowApplication application{Window::Arguments{argc, argv}};
     if(!application.open(line)) {
         Utility::Error{} << "This display has no OpenGL 3.3";
         return NoDisplayStatus;
     }
-    return application.run();
+    return application.run(signals);
 }
 
 } // namespace VantrelEngine

@@ -1,10 +1,23 @@
 #include "Vantrel/EditorData/EditorData.h"
 
+#include <random>
 #include <utility>
 
 namespace VantrelEngine {
 
+using namespace Magnum;
+
+namespace {
+
+UnsignedLong randomNumber() {
+    std::random_device random;
+    return UnsignedLong{random()} << 32 | random();
+}
+
+} // namespace
+
 EditorData::EditorData():
+    editorNumber{randomNumber()},
     _selection{{_selectionWords.data(), _selectionWords.size()}, MaxObjects + 1}, _marks{_scene, _selection} {}
 
 EditorData::~EditorData() = default;

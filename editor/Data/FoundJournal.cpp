@@ -24,7 +24,10 @@ FoundJournal findJournal(const std::string& project, FileCalls& calls) {
     FoundJournal found;
     auto file = std::make_unique<JournalFile>(calls);
     const std::string error = file->openExisting(journalPath(project));
-    if(file->isInUse()) found.state = FoundJournal::State::InUse;
+    if(file->isInUse()) {
+        found.state = FoundJournal::State::InUse;
+        found.use = error;
+    }
     if(!error.empty()) return found;
     found.file = std::move(file);
     std::string text;

@@ -14,7 +14,7 @@ struct FoundJournal {
     enum class State {
         // Nothing that somebody would miss.
         Nothing,
-        // Another editor has the project open.
+        // Another editor has the project open, or may have it.
         InUse,
         // Steps that the project's file lacks.
         Steps,
@@ -23,6 +23,8 @@ struct FoundJournal {
     };
 
     State state = State::Nothing;
+    // Which of both, where it is in use: "it is open in another editor".
+    std::string use;
     // Open and locked, if there is one and nobody else has it.
     std::unique_ptr<JournalFile> file;
     // None where it cannot be read.

@@ -65,8 +65,15 @@ void Journal::end() {
     _trouble.clear();
 }
 
+void Journal::leave() {
+    _file->close();
+    _path.clear();
+}
+
 void Journal::update() {
-    if(isOn() && takeNew() && !isUpToDate() && !isWaiting()) write();
+    if(!isOn()) return;
+    takeFlush();
+    if(takeNew() && !isUpToDate() && !isWaiting()) write();
 }
 
 // Forgets what is written of steps that are others now. False while a gesture is under way: nothing is known of it.
@@ -108,6 +115,14 @@ void Journal::take(const std::string& error) {
     _failedCount = _steps.steps().size();
     _failedPosition = _steps.position();
     _nextAttempt = std::chrono::steady_clock::now() + RetryTime;
+}
+
+// What the disk did not take is not known: all of it is written anew.
+void Journal::takeFlush() {
+    const std::string error = _file->takeFlushError();
+    if(error.empty()) return;
+    _isIncomplete = true;
+    take(error);
 }
 
 std::string Journal::stepLine(std::size_t i) const {

@@ -36,6 +36,8 @@ public:
     void goOn(std::unique_ptr<JournalFile> file, const std::optional<FileFingerprint>& contents);
     // No more of it; the file goes.
     void end();
+    // No more of it; the file stays, for the next one to find.
+    void leave();
 
     // Writes the steps that are finished, and not written yet. Costs what is new.
     void update();
@@ -64,6 +66,7 @@ private:
     std::string addSteps(std::vector<std::string>& lines, std::size_t first, std::size_t position);
     std::string stepLine(std::size_t step) const;
     void take(const std::string& error);
+    void takeFlush();
 
     FileCalls& _calls;
     const ChangeManager& _changes;

@@ -1,10 +1,10 @@
 #include "Data/JournalFile.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -24,6 +24,16 @@ std::string textOf(const std::vector<std::string>& lines, std::uint64_t& checksu
     std::string text;
     for(const std::string& line: lines) addJournalLine(text, line, checksum);
     return text;
+}
+
+// A name of a file is in its folder. Where that cannot be flushed, the file system does so in its own time.
+void flushFolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::string folder = slash == path.npos ? "." : path.substr(0, slash + 1);
+    const int file = ::open(folder.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if(file < 0) return;
+    fsync(file);
+    ::close(file);
 }
 
 } // namespace
@@ -52,7 +62,7 @@ std::string JournalFile::open(const std::string& path, int flags) {
     close();
     for(int i = 0; i != Attempts; ++i) {
         _file = _calls->open(path.data(), O_RDWR | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | flags, 0600);
-        if(_file < 0) return reason();
+        if(_file < 0) return whyNotOpened(path);
         _path = path;
         // A file system without locks has none to wait for.
         const bool isLocked = _calls->flock(_file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -62,6 +72,14 @@ std::string JournalFile::open(const std::string& path, int flags) {
         if(_isInUse) return "it is open in another editor";
     }
     return "it is replaced all the time";
+}
+
+std::string JournalFile::whyNotOpened(const std::string& path) {
+    const std::string error = reason();
+    struct stat status;
+    // Whether they have it open cannot be asked.
+    _isInUse = (errno == EACCES || errno == EPERM) && stat(path.data(), &status) == 0;
+    return _isInUse ? "it may be open in the editor of another user, whose journal is there" : error;
 }
 
 bool JournalFile::isAt(const std::string& path) const {
@@ -78,6 +96,7 @@ void JournalFile::close() {
     _size = 0;
     _checksum = 0;
     _hasTail = false;
+    takeFlushError();
 }
 
 std::string JournalFile::read(std::string& text) const {
@@ -116,30 +135,41 @@ std::string JournalFile::add(const std::vector<std::string>& lines) {
     const std::string text = textOf(lines, checksum);
     // What a failure leaves is cut off before the next attempt; whoever reads before that passes over it.
     _hasTail = true;
-    error = write(_file, text);
-    if(!error.empty()) return error;
+    if(!writeAll(*_calls, _file, text)) return reason();
     _hasTail = false;
     _size += text.size();
     _checksum = checksum;
-    flush();
+    flush(false);
     return {};
 }
 
-std::string JournalFile::write(int file, std::string_view text) {
-    while(!text.empty()) {
-        const ssize_t size = _calls->write(file, text.data(), text.size());
-        if(size < 0 && errno == EINTR) continue;
-        if(size < 0) return reason();
-        if(!size) return "nothing was written";
-        text.remove_prefix(std::size_t(size));
+// Nobody waits for the disk, and no two flushes for each other: what the one under way may not reach, the next one does,
+// which begins as soon as that is over.
+void JournalFile::flush(bool isNameNew) {
+    const std::lock_guard<std::mutex> lock{_mutex};
+    _isFlushWanted = true;
+    _isNameNew |= isNameNew;
+    if(std::exchange(_isFlushing, true)) return;
+    _flushing = std::async(std::launch::async, [this, file = _file, path = _path] { flushAll(file, path); });
+}
+
+void JournalFile::flushAll(int file, const std::string& path) {
+    std::unique_lock<std::mutex> lock{_mutex};
+    while(std::exchange(_isFlushWanted, false)) {
+        const bool isNameNew = std::exchange(_isNameNew, false);
+        lock.unlock();
+        const int error = _calls->fdatasync(file) == 0 ? 0 : errno;
+        if(isNameNew) flushFolderOf(path);
+        lock.lock();
+        if(error) _flushError = error;
     }
-    return {};
+    _isFlushing = false;
 }
 
-// Nobody waits for the disk, and no two flushes for each other: what the one under way does not reach, the next one does.
-void JournalFile::flush() {
-    if(_flushing.valid() && _flushing.wait_for(std::chrono::seconds{0}) != std::future_status::ready) return;
-    _flushing = std::async(std::launch::async, [calls = _calls, file = _file] { calls->fdatasync(file); });
+std::string JournalFile::takeFlushError() {
+    const std::lock_guard<std::mutex> lock{_mutex};
+    const int error = std::exchange(_flushError, 0);
+    return error ? std::strerror(error) : std::string{};
 }
 
 std::string JournalFile::replace(const std::vector<std::string>& lines) {
@@ -149,7 +179,7 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     const int file = _calls->open(fresh.data(), O_RDWR | O_APPEND | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
     if(file < 0) return reason();
     std::string error = _calls->flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? reason() : std::string{};
-    if(error.empty()) error = write(file, text);
+    if(error.empty() && !writeAll(*_calls, file, text)) error = reason();
     // On the disk before it takes the place of what is there, which a power failure would else leave empty.
     if(error.empty() && _calls->fdatasync(file) != 0) error = reason();
     if(error.empty() && _calls->rename(fresh.data(), _path.data()) != 0) error = reason();
@@ -162,6 +192,7 @@ std::string JournalFile::replace(const std::vector<std::string>& lines) {
     _file = file;
     _size = text.size();
     _checksum = checksum;
+    flush(true);
     return {};
 }
 

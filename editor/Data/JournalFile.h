@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <future>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,7 @@ public:
 
     // Each returns an empty text, or why it could not be done.
 
-    // Opens and locks what is there at a path, or makes it. isInUse() tells whether somebody else has it.
+    // Opens and locks what is there at a path, or makes it. isInUse() tells whether somebody else has it, or may have it.
     std::string open(const std::string& path);
     // The same, only where it is there.
     std::string openExisting(const std::string& path);
@@ -37,9 +38,12 @@ public:
     std::string read(std::string& text) const;
     // Goes on behind so many bytes, whose last line has the checksum; what is behind them goes.
     std::string continueAt(std::size_t size, std::uint64_t checksum);
-    // All of them or none, and they are on their way to the disk: they outlive this process at once, and the machine a
-    // moment later.
+    // All of them or none, and they are on their way to the disk: they outlive this process at once, and the machine as
+    // soon as the disk has them, which takes at most two flushes and waits for nothing else.
     std::string add(const std::vector<std::string>& lines);
+    // Why the disk did not take what was added since the last call; empty for none. What is in the file is not to be
+    // trusted then, and replace() helps.
+    std::string takeFlushError();
     // Puts another file with only these lines in its place, at one moment.
     std::string replace(const std::vector<std::string>& lines);
     // The file gets another name, or goes.
@@ -52,10 +56,11 @@ public:
 
 private:
     std::string open(const std::string& path, int flags);
+    std::string whyNotOpened(const std::string& path);
     bool isAt(const std::string& path) const;
-    std::string write(int file, std::string_view text);
     std::string cutTail();
-    void flush();
+    void flush(bool isNameNew);
+    void flushAll(int file, const std::string& path);
 
     FileCalls* _calls;
     std::string _path;
@@ -67,6 +72,11 @@ private:
     // Something may stand behind them.
     bool _hasTail = false;
     std::future<void> _flushing;
+    // Guards what follows, of which the thread that flushes knows, too.
+    std::mutex _mutex;
+    // Something was added since the last flush began, or the file came to its name; there is a thread.
+    bool _isFlushWanted = false, _isNameNew = false, _isFlushing = false;
+    int _flushError = 0;
 };
 
 // What links lead to; the path itself where nothing is there.

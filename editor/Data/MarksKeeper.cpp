@@ -73,16 +73,26 @@ void MarksKeeper::update(ProjectSession& session) {
     _project = data.projectNumber;
     _path = session.path();
     if(isOther)
-        read(session);
+        read(session, _path);
     else
         write(data.marks());
     _revision = data.marks().revision();
 }
 
-void MarksKeeper::read(ProjectSession& session) const {
+void MarksKeeper::copy(ProjectSession& session, const std::string& from) {
+    if(_folder.empty()) return;
+    EditorData& data = session.data();
+    _project = data.projectNumber;
+    _path = session.path();
+    read(session, from);
+    write(data.marks());
+    _revision = data.marks().revision();
+}
+
+void MarksKeeper::read(ProjectSession& session, const std::string& of) const {
     std::error_code error;
-    const std::string file = fileOf(_path);
-    if(_path.empty() || !fs::exists(file, error)) return;
+    const std::string file = fileOf(of);
+    if(of.empty() || !fs::exists(file, error)) return;
     std::ifstream stream{file, std::ios::binary};
     const std::string text{std::istreambuf_iterator<char>{stream}, {}};
     rapidjson::Document document;
@@ -94,7 +104,7 @@ void MarksKeeper::read(ProjectSession& session) const {
     }
     // Another project with the same number is not this one.
     const auto project = document.FindMember("project");
-    if(project == document.MemberEnd() || !project->value.IsString() || _path != project->value.GetString()) return;
+    if(project == document.MemberEnd() || !project->value.IsString() || of != project->value.GetString()) return;
     for(const auto& key: Keys) readIds(document, key.key, key.mark, session);
 }
 

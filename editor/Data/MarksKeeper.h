@@ -21,12 +21,15 @@ public:
     // Reads the marks of a project that is new, and writes what changed since the last call, also for a project that was
     // saved elsewhere. To be called once a frame, while the project is compiled. Cheap where nothing changed.
     void update(ProjectSession& session);
+    // Gives the project of the session, which is a copy that was opened just now, what another one has; in the place of the
+    // next update().
+    void copy(ProjectSession& session, const std::string& from);
 
     // The file of a project.
     std::string fileOf(const std::string& project) const;
 
 private:
-    void read(ProjectSession& session) const;
+    void read(ProjectSession& session, const std::string& of) const;
     void write(const ObjectMarks& marks) const;
 
     std::string _folder, _path;

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Data/Project/FileCalls.h"
 #include "Data/Resources/FolderResource.h"
 
 namespace VantrelEngine {
@@ -42,30 +43,6 @@ private:
     int _file;
 };
 
-// As many bytes as there are, up to a block; negative where they cannot be read.
-ssize_t readBlock(int file, char* data) {
-    std::size_t size = 0;
-    while(size != BlockSize) {
-        const ssize_t count = read(file, data + size, BlockSize - size);
-        if(count < 0 && errno == EINTR) continue;
-        if(count < 0) return -1;
-        if(!count) break;
-        size += std::size_t(count);
-    }
-    return ssize_t(size);
-}
-
-bool writeBlock(int file, const char* data, std::size_t size) {
-    while(size) {
-        const ssize_t count = write(file, data, size);
-        if(count < 0 && errno == EINTR) continue;
-        if(count <= 0) return false;
-        data += count;
-        size -= std::size_t(count);
-    }
-    return true;
-}
-
 // A name that nobody has: a process that ended in the middle of a copy leaves its own behind.
 File openFresh(const std::string& path, std::string& fresh) {
     constexpr int Attempts = 1000;
@@ -86,8 +63,8 @@ bool hasSameBytes(int a, int b) {
     const std::unique_ptr<char[]> blocks{new char[2 * BlockSize]};
     lseek(a, 0, SEEK_SET);
     while(true) {
-        const ssize_t size = readBlock(a, blocks.get());
-        if(size < 0 || readBlock(b, blocks.get() + BlockSize) != size) return false;
+        const ssize_t size = readBlock(a, blocks.get(), BlockSize);
+        if(size < 0 || readBlock(b, blocks.get() + BlockSize, BlockSize) != size) return false;
         if(!size) return true;
         if(std::memcmp(blocks.get(), blocks.get() + BlockSize, std::size_t(size)) != 0) return false;
     }
@@ -185,13 +162,13 @@ std::string PlacedFiles::write(int source, const std::string& path) {
     lseek(source, 0, SEEK_SET);
     ssize_t size = 0;
     bool isWritten = true;
-    while(isWritten && !_isCancelled && (size = readBlock(source, block.get())) > 0)
-        isWritten = writeBlock(file.get(), block.get(), std::size_t(size));
+    while(isWritten && !_isCancelled && (size = readBlock(source, block.get(), BlockSize)) > 0)
+        isWritten = writeAll(systemFileCalls(), file.get(), {block.get(), std::size_t(size)});
     isWritten = isWritten && size == 0 && !_isCancelled && fsync(file.get()) == 0 && file.close();
     // The name is free, and stays so for whoever else looks.
     if(isWritten &&
         (renameat2(AT_FDCWD, fresh.data(), AT_FDCWD, path.data(), RENAME_NOREPLACE) == 0 ||
-            (errno == EINVAL && rename(fresh.data(), path.data()) == 0)))
+            (lacksRename(errno) && rename(fresh.data(), path.data()) == 0)))
         return {};
     std::string error = _isCancelled ? "cancelled" : "the file " + systemError("written");
     unlink(fresh.data());

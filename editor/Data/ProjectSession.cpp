@@ -75,7 +75,12 @@ OpenedProject ProjectSession::put(ReadProject project) {
     _data.resources().setProjectFolder(folderOf(path));
     startOver();
     for(const DocumentProblem& problem: opened.problems)
-        if(problem.kind == DocumentProblem::Kind::Repair) _repairs.push_back(problem);
+        if(problem.kind == DocumentProblem::Kind::Repair)
+            _repairs.push_back(problem);
+        else if(problem.kind == DocumentProblem::Kind::Unusable)
+            _data.project().warnUnusable({pointerOf(problem), problem.reason}, placeOf(problem));
+        else
+            _data.project().warnOnce(lineOf(problem));
     return opened;
 }
 
@@ -88,7 +93,7 @@ void ProjectSession::startOver() {
     _changes->clear();
     _steps.update();
     _workingFolder.reset();
-    _hasNoFolder = false;
+    _whyNoJournal.clear();
     readEditorSettings();
 }
 
@@ -96,6 +101,7 @@ void ProjectSession::readEditorSettings() {
     const ValueAccess root{_data.project()};
     const ValueAccess camera = root["settings"]["editor"]["camera"];
     ++_data.projectNumber;
+    _data.projectPath = _store.path();
     _data.cameraPitch = std::clamp(camera["pitch"].readValue().asFloat(_data.cameraPitch), -90.0f, 90.0f);
     _data.cameraYaw = std::fmod(camera["yaw"].readValue().asFloat(_data.cameraYaw), 360.0f);
     // A project has ids of one kind.
@@ -141,6 +147,7 @@ std::string ProjectSession::save(const std::string& path, ProjectStore::Repaired
     std::string error = write(path, repaired);
     if(!error.empty()) return error;
     _changes->markSaved();
+    _data.projectPath = _store.path();
     _repairs.clear();
     journalSaved();
     if(folderOf(path) == folder) return {};

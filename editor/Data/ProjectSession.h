@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -103,10 +104,14 @@ public:
     std::string recoverCopy(const std::string& path, const std::string& copy);
     // Writes the finished steps that the journal lacks. After each update of the steps.
     void updateJournal();
+    // The session ends, and nobody can be asked: what is not saved stays in the journal, as if the process had been killed.
+    void leaveToJournal();
     // Somebody else has written over the project's file, see Journal::keepBase().
     void keepBase();
     // Null where there is none.
     const Journal* journal() const;
+    // Why the steps are not kept where they should be; empty where all is well. It is tried again every few seconds.
+    std::string journalTrouble() const;
 
     // Compiles the resources and the objects that changed since the last call. Call before each frame.
     void update();
@@ -123,7 +128,9 @@ private:
     std::string write(const std::string& path, ProjectStore::Repaired repaired);
     void leaveWorkingFolder();
     std::string journaledProject() const;
-    void beginUntitledJournal();
+    void goWithoutJournal(const std::string& project, const std::string& reason);
+    bool isJournalDue() const;
+    void beginMissingJournal();
     void applySteps(FoundJournal& found);
     void bringBack(FoundJournal found);
     void journalSaved();
@@ -146,8 +153,9 @@ private:
     StepLog _steps;
     std::unique_ptr<Journal> _journal;
     bool _keepsJournals = false;
-    // Of a project without a file: none can be made, which was said.
-    bool _hasNoFolder = false;
+    // Why none could be begun, which was said, and when that is tried again.
+    std::string _whyNoJournal;
+    std::chrono::steady_clock::time_point _nextJournal;
     // Of the scene when its environment was read; of none at first.
     std::optional<std::uint32_t> _environmentRevision;
 };

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -19,6 +20,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int MaxAside = 1000;
+constexpr std::chrono::seconds RetryTime{2};
 
 void warn(const std::string& path, const std::string& text) { Utility::Warning{} << (path + ": " + text).data(); }
 
@@ -32,22 +34,24 @@ std::string asideOf(const std::string& journal) {
     return {};
 }
 
-// False where that is not possible; it is as it was then.
-bool putAside(JournalFile& file) {
+// Returns an empty text, or why that is not possible; it is as it was then.
+std::string putAside(JournalFile& file) {
     const std::string path = file.path(), aside = asideOf(path);
     const std::string error = aside.empty() ? std::string{"there are too many"} : file.rename(aside);
+    if(!error.empty()) return "an earlier journal cannot be kept under another name: " + error;
     std::error_code none;
-    if(error.empty()) fs::rename(basePath(path), basePath(aside), none);
-    warn(path, error.empty() ? "this journal is kept as " + aside : "this journal cannot be kept: " + error);
-    return error.empty();
+    fs::rename(basePath(path), basePath(aside), none);
+    warn(path, "this journal is kept as " + aside);
+    return {};
 }
 
-// What is not brought back of it is not lost.
-void warnOfRest(const std::string& path, const std::string& reason) {
+// What is not brought back of it is not lost. Whether it is kept.
+bool warnOfRest(const std::string& path, const std::string& reason) {
     const std::string aside = asideOf(path);
     std::error_code error;
     fs::copy_file(path, aside, error);
     warn(path, reason + (error ? std::string{} : "; all of it is kept as " + aside));
+    return !error;
 }
 
 } // namespace
@@ -74,22 +78,34 @@ void ProjectSession::beginJournal(EarlierSteps steps) {
     FoundJournal found = findJournal(project);
     using State = FoundJournal::State;
     if(found.state == State::InUse) {
-        _store.keep(project, "it is open in another editor");
-        return warn(project, "this project is open in another editor, and has no journal in this one");
+        _store.keep(project, found.use);
+        return goWithoutJournal(project, found.use);
     }
     if(found.state == State::Steps && steps == EarlierSteps::BringBack) return bringBack(std::move(found));
     const bool isUnreadable =
         found.file && found.state == State::Nothing && (!found.recovery || found.recovery->isDamaged());
     const bool isMissed = found.state != State::Nothing && steps != EarlierSteps::Discard;
     if(isUnreadable || isMissed) {
-        if(!putAside(*found.file)) return;
+        const std::string error = putAside(*found.file);
+        if(!error.empty()) return goWithoutJournal(project, error);
         found.file.reset();
     }
+    if(!std::exchange(_whyNoJournal, {}).empty()) Utility::Debug{} << project.data() << "has a journal now";
     if(found.file)
         _journal->begin(std::move(found.file), _store.fingerprint());
     else
         _journal->begin(journalPath(project), _store.fingerprint());
 }
+
+void ProjectSession::goWithoutJournal(const std::string& project, const std::string& reason) {
+    if(_whyNoJournal != reason)
+        warn(project,
+            reason + "; it has no journal here, and what is not saved is lost if the editor ends unexpectedly");
+    _whyNoJournal = reason;
+    _nextJournal = std::chrono::steady_clock::now() + RetryTime;
+}
+
+std::string ProjectSession::journalTrouble() const { return _journal->isOn() ? _journal->trouble() : _whyNoJournal; }
 
 void ProjectSession::applySteps(FoundJournal& found) {
     Recovery& recovery = *found.recovery;
@@ -101,11 +117,14 @@ void ProjectSession::applySteps(FoundJournal& found) {
     }
     update();
     selectAsAfterSteps(*this);
+    bool isKept = false;
     if(!fits)
-        warnOfRest(found.file->path(),
+        isKept = warnOfRest(found.file->path(),
             "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
     else if(recovery.isDamaged())
-        warnOfRest(found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
+        isKept = warnOfRest(
+            found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
+    if(isKept && _workingFolder) _workingFolder->leave();
 }
 
 void ProjectSession::bringBack(FoundJournal found) {
@@ -158,8 +177,8 @@ void ProjectSession::keepIfOpenElsewhere(const std::string& path) {
     const std::string journal = journalPath(path);
     if(!_keepsJournals || path == _store.path() || journal == _journal->path()) return;
     JournalFile file{_calls};
-    file.openExisting(journal);
-    if(file.isInUse()) _store.keep(path, "it is open in another editor");
+    const std::string error = file.openExisting(journal);
+    if(file.isInUse()) _store.keep(path, error);
 }
 
 bool ProjectSession::keepsFile(const std::string& path) {
@@ -167,14 +186,15 @@ bool ProjectSession::keepsFile(const std::string& path) {
     return _store.keeps(path);
 }
 
-void ProjectSession::beginUntitledJournal() {
-    const bool isSilent = _changes->changes().isEmpty() || _changes->trial() != Trial::None || _changes->group() >= 0;
-    if(isSilent || !_store.path().empty() || _hasNoFolder) return;
-    if(folder().empty()) {
-        _hasNoFolder = true;
-        return warn(
-            "The journal", "there is no folder for it; what is not saved is lost if the editor ends unexpectedly");
-    }
+// That of a project without a file is begun with its first step. Where none could be begun, it is tried again.
+bool ProjectSession::isJournalDue() const {
+    if(_journal->isOn() || _changes->trial() != Trial::None || _changes->group() >= 0) return false;
+    if(!_whyNoJournal.empty()) return std::chrono::steady_clock::now() >= _nextJournal;
+    return _store.path().empty() && !_changes->changes().isEmpty();
+}
+
+void ProjectSession::beginMissingJournal() {
+    if(folder().empty()) return goWithoutJournal("The new project", "there is no folder for its files");
     beginJournal(EarlierSteps::PutAside);
 }
 
@@ -184,9 +204,16 @@ void ProjectSession::keepBase() {
     if(_journal->isOn() && _store.write(_store.path(), text).empty()) _journal->keepBase(text);
 }
 
+void ProjectSession::leaveToJournal() {
+    _keepsJournals = false;
+    if(!_journal->isOn() || !_changes->hasUnsavedChanges()) return;
+    _journal->leave();
+    if(_workingFolder) _workingFolder->leave();
+}
+
 void ProjectSession::updateJournal() {
     if(!_keepsJournals) return;
-    if(!_journal->isOn()) beginUntitledJournal();
+    if(isJournalDue()) beginMissingJournal();
     _journal->update();
 }
 

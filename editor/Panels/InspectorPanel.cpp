@@ -78,7 +78,7 @@ void InspectorPanel::gather(EditorData& data, const ChangeManager& changes, Insp
         _groups = selectionGroups(data);
     }
     if(isOther || resource.kind != _state.kind || resource.id != _state.id) _fields.memory().angles.clear();
-    _others = resource.kind.empty() ? componentsOfSome(data, _groups) : std::vector<std::string>{};
+    _others = resource.kind.empty() ? componentsOfSome(data) : std::vector<std::string>{};
     _facts = resource.kind.empty() ? decltype(_facts){} : resourceFacts(data, resource);
     _state = std::move(state);
     _state.kind = resource.kind;
@@ -125,7 +125,7 @@ std::optional<Edit> InspectorPanel::drawGroups(const EditorData& data, Thumbnail
         if(std::optional<Edit> changed = drawGroup(context, group, false)) edit = std::move(changed);
         if(&group == &_groups.front()) drawFacts();
     }
-    for(const std::string& title: _others) ImGui::TextDisabled("%s: not of all", title.data());
+    for(const std::string& title: _others) ImGui::TextDisabled("%s", title.data());
     if(std::optional<Edit> added = _state.kind.empty() ? drawAddComponent() : drawAddParameter())
         edit = std::move(added);
     return edit;

@@ -31,6 +31,16 @@ void drawRecentFiles(const std::vector<std::string>& files, MenuChoice& choice) 
     ImGui::EndMenu();
 }
 
+void drawUnsavedProjects(const std::vector<std::string>& projects, MenuChoice& choice) {
+    if(!ImGui::BeginMenu("Recover unsaved projects", !projects.empty())) return;
+    for(std::size_t i = 0; i != projects.size(); ++i) {
+        ImGui::PushID(int(i));
+        if(ImGui::MenuItem(projects[i].data())) choice.unsavedProject = i;
+        ImGui::PopID();
+    }
+    ImGui::EndMenu();
+}
+
 // A menu that is open goes with the key, too.
 bool beginMenu(const char* label) {
     if(!ImGui::BeginMenu(label)) return false;
@@ -43,6 +53,7 @@ void drawFileMenu(const MenuState& state, MenuChoice& choice) {
     drawItem({"New", "Ctrl+N", Command::New}, true, choice);
     drawItem({"Open...", "Ctrl+O", Command::Open}, true, choice);
     drawRecentFiles(*state.recentFiles, choice);
+    drawUnsavedProjects(*state.unsavedProjects, choice);
     ImGui::Separator();
     drawItem({"Save", "Ctrl+S", Command::Save}, true, choice);
     drawItem({"Save as...", "Ctrl+Shift+S", Command::SaveAs}, true, choice);

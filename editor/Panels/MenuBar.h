@@ -30,6 +30,8 @@ struct MenuState {
     // In front of the menus' end: the project's name, and whether it differs from its file.
     std::string title;
     const std::vector<std::string>* recentFiles = nullptr;
+    // What can be brought back of projects that were never saved.
+    const std::vector<std::string>* unsavedProjects = nullptr;
     PaneSizes* panes = nullptr;
     EditorState* views = nullptr;
     Magnum::Float* fontScale = nullptr;
@@ -39,6 +41,8 @@ struct MenuChoice {
     std::optional<Command> command;
     // A recent file; empty for none.
     std::string file;
+    // By its place in the list.
+    std::optional<std::size_t> unsavedProject;
     // The menu "Edit" was opened; it is seen in the next frame.
     bool isEditMenuNew = false;
 };

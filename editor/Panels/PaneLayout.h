@@ -9,8 +9,8 @@
 
 namespace VantrelEngine {
 
-// How the user has arranged the panes: one on the left, one on the right, the view, and one below it. In window points;
-// what does not fit is given less, and gets it back when the window grows.
+// How the user has arranged the panes: one on the left, one on the right, the view, and one below it. In window points at
+// text of single size; larger text makes them larger in proportion.
 struct PaneSizes {
     Magnum::Float leftWidth = 280.0f;
     Magnum::Float rightWidth = 320.0f;
@@ -33,12 +33,22 @@ struct PanePlaces {
 };
 
 constexpr Magnum::Float SplitterSize = 5.0f;
+// At text of single size.
 constexpr Magnum::Float MinPaneWidth = 120.0f;
 constexpr Magnum::Float MinPaneHeight = 60.0f;
-// The view keeps this much before the others get what they were given.
+// The view keeps this much before the others get what they were given, and this part of the whole length before they get
+// more for larger text.
 constexpr Magnum::Float MinViewSize = 200.0f;
+constexpr Magnum::Float MinViewPart = 0.4f;
 
-// Fills the area. Nothing comes out with a negative size, however small the area is.
-PanePlaces placePanes(const Magnum::Range2D& area, const PaneSizes& sizes);
+// Fills the area; the scale is that of the text. Where there is not enough room for all, the panes at the sides get less
+// in proportion, and their sizes back when the area grows. Nothing comes out with a negative size, however small the area
+// is.
+PanePlaces placePanes(const Magnum::Range2D& area, const PaneSizes& sizes, Magnum::Float scale = 1.0f);
+
+// Whoever drags a splitter to a place along its axis wants these sizes: the pane beside it ends there, and the others keep
+// what they were shown with.
+PaneSizes draggedSizes(
+    const Magnum::Range2D& area, const PaneSizes& sizes, Magnum::Float scale, Pane pane, Magnum::Float place);
 
 } // namespace VantrelEngine

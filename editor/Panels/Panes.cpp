@@ -25,16 +25,26 @@ std::string labelOf(Panel panel, const char* badge) {
 
 #ifdef IMGUI_HAS_DOCK
 
-void dockAtFirst(ImGuiID space, const PaneSizes& sizes) {
+// Of a pane without a panel that is open, too, something is left to dock into.
+float partOf(float size, float whole) { return Math::clamp(size / Math::max(whole, 1.0f), 0.05f, 0.95f); }
+
+// What is docked beside the view becomes larger or smaller; the view has the rest.
+void scaleDocked(ImGuiDockNode* node, float factor) {
+    if(!node) return;
+    if(!node->IsCentralNode()) node->SizeRef = {node->SizeRef.x * factor, node->SizeRef.y * factor};
+    for(ImGuiDockNode* const child: node->ChildNodes) scaleDocked(child, factor);
+}
+
+void dockAtFirst(ImGuiID space, const PanePlaces& places) {
     const ImVec2 size = ImGui::GetMainViewport()->WorkSize;
     ImGui::DockBuilderRemoveNode(space);
     ImGui::DockBuilderAddNode(space, ImGuiDockNodeFlags_DockSpace);
     ImGui::DockBuilderSetNodeSize(space, size);
     ImGuiID rest = space, panes[3]{};
-    panes[0] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Left, sizes.leftWidth / size.x, nullptr, &rest);
-    const float width = size.x - sizes.leftWidth;
-    panes[1] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Right, sizes.rightWidth / width, nullptr, &rest);
-    panes[2] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Down, sizes.bottomHeight / size.y, nullptr, &rest);
+    panes[0] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Left, partOf(places.left.sizeX(), size.x), nullptr, &rest);
+    const float width = size.x - places.left.sizeX();
+    panes[1] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Right, partOf(places.right.sizeX(), width), nullptr, &rest);
+    panes[2] = ImGui::DockBuilderSplitNode(rest, ImGuiDir_Down, partOf(places.bottom.sizeY(), size.y), nullptr, &rest);
     for(const PanelInfo& panel: Panels)
         ImGui::DockBuilderDockWindow(labelOf(panel.panel, "").data(), panes[std::size_t(panel.pane)]);
     ImGui::DockBuilderDockWindow("Scene View", rest);
@@ -64,7 +74,7 @@ bool drawSplitter(const char* id, const Range2D& place, ImGuiMouseCursor cursor)
 }
 
 // Behind the panes; seen, and reached by the mouse, between them.
-void drawSplitters(const Range2D& area, const PanePlaces& places, PaneSizes& sizes) {
+void drawSplitters(const Range2D& area, const PanePlaces& places, PaneSizes& sizes, Float scale) {
     ImGui::SetNextWindowPos(vector(area.min()));
     ImGui::SetNextWindowSize(vector(Math::max(area.size(), Vector2{1.0f})));
     ImGui::PushStyleVar(ImGuiStyleVar_WindowPadding, ImVec2{0.0f, 0.0f});
@@ -73,11 +83,11 @@ void drawSplitters(const Range2D& area, const PanePlaces& places, PaneSizes& siz
     ImGui::BringWindowToDisplayBack(ImGui::GetCurrentWindow());
     const ImVec2 mouse = ImGui::GetIO().MousePos;
     if(drawSplitter("##left splitter", places.leftSplitter, ImGuiMouseCursor_ResizeEW))
-        sizes.leftWidth = Math::max(mouse.x - area.min().x() - SplitterSize * 0.5f, MinPaneWidth);
+        sizes = draggedSizes(area, sizes, scale, Pane::Left, mouse.x);
     if(drawSplitter("##right splitter", places.rightSplitter, ImGuiMouseCursor_ResizeEW))
-        sizes.rightWidth = Math::max(area.max().x() - mouse.x - SplitterSize * 0.5f, MinPaneWidth);
+        sizes = draggedSizes(area, sizes, scale, Pane::Right, mouse.x);
     if(drawSplitter("##bottom splitter", places.bottomSplitter, ImGuiMouseCursor_ResizeNS))
-        sizes.bottomHeight = Math::max(area.max().y() - mouse.y - SplitterSize * 0.5f, MinPaneHeight);
+        sizes = draggedSizes(area, sizes, scale, Pane::Bottom, mouse.y);
     ImGui::End();
     ImGui::PopStyleVar(2);
 }
@@ -95,6 +105,21 @@ void seekShownTab() {
     if(!tabs.NextSelectedTabId) tabs.NextSelectedTabId = tabs.SelectedTabId;
 }
 
+// Of those that have no room some are cut: a list has them all.
+ImGuiTabBarFlags tabFlags(bool hasRoom) {
+    return ImGuiTabBarFlags_FittingPolicyScroll |
+        (hasRoom ? 0 : ImGuiTabBarFlags_TabListPopupButton | ImGuiTabBarFlags_NoTabListScrollingButtons);
+}
+
+// Whether the tabs of the bar that is drawn fit beside each other.
+bool hasRoomForTabs() {
+    const ImGuiTabBar& bar = *ImGui::GetCurrentContext()->CurrentTabBar;
+    const ImGuiWindow& window = *ImGui::GetCurrentWindow();
+    float width = 0.0f;
+    for(const ImGuiTabItem& tab: bar.Tabs) width += tab.ContentWidth + ImGui::GetStyle().ItemInnerSpacing.x;
+    return width <= window.WorkRect.GetWidth();
+}
+
 bool isLast(Panel panel, const PaneSizes& sizes) {
     for(const PanelInfo& other: Panels)
         if(other.pane == infoOf(panel).pane && sizes[other.panel] && other.panel > panel) return false;
@@ -107,13 +132,17 @@ bool isLast(Panel panel, const PaneSizes& sizes) {
 
 #ifdef IMGUI_HAS_DOCK
 
-void Panes::layOut(PaneSizes& sizes) {
+void Panes::layOut(PaneSizes& sizes, Float scale) {
     const ImGuiID space = ImGui::GetID("##workspace");
+    _places = placePanes(workArea(), sizes, scale);
     // It is known when this is not the first frame, or when it was remembered.
-    if(_isReset || !ImGui::DockBuilderGetNode(space)) dockAtFirst(space, sizes);
+    if(_isReset || !ImGui::DockBuilderGetNode(space))
+        dockAtFirst(space, _places);
+    else if(_scale > 0.0f && scale != _scale)
+        scaleDocked(ImGui::DockBuilderGetNode(space), scale / _scale);
     _isReset = false;
+    _scale = scale;
     ImGui::DockSpaceOverViewport(space);
-    _places = placePanes(workArea(), sizes);
     _sizes = sizes;
 }
 
@@ -133,10 +162,11 @@ void Panes::place(EditorState& views, unsigned view) const { views.pane(view) = 
 
 #else
 
-void Panes::layOut(PaneSizes& sizes) {
+void Panes::layOut(PaneSizes& sizes, Float scale) {
     const Range2D area = workArea();
-    _places = placePanes(area, sizes);
-    drawSplitters(area, _places, sizes);
+    _places = placePanes(area, sizes, scale);
+    drawSplitters(area, _places, sizes, scale);
+    _scale = scale;
     _sizes = sizes;
 }
 
@@ -146,11 +176,11 @@ bool Panes::begin(Panel panel, PaneSizes& sizes, const char* badge) {
         const Range2D& place = _places.of(info.pane);
         ImGui::SetNextWindowPos(vector(place.min()));
         ImGui::SetNextWindowSize(vector(Math::max(place.size(), Vector2{1.0f})));
+        TabRoom& before = _tabRooms[std::size_t(info.pane)];
         _isPaneShown =
             ImGui::Begin(PaneNames[std::size_t(info.pane)], nullptr, PinnedFlags | ImGuiWindowFlags_NoTitleBar) &&
-            ImGui::BeginTabBar("##panels", ImGuiTabBarFlags_FittingPolicyScroll);
-        const TabRoom room{place.sizeX(), ImGui::GetFontSize()};
-        TabRoom& before = _tabRooms[std::size_t(info.pane)];
+            ImGui::BeginTabBar("##panels", tabFlags(before.isEnough));
+        const TabRoom room{place.sizeX(), ImGui::GetFontSize(), before.isEnough};
         if(_isPaneShown && room != before) seekShownTab();
         if(_isPaneShown) before = room;
     }
@@ -166,6 +196,7 @@ void Panes::end(Panel panel) {
         ImGui::EndTabItem();
     }
     if(!isLast(panel, _sizes)) return;
+    if(_isPaneShown) _tabRooms[std::size_t(infoOf(panel).pane)].isEnough = hasRoomForTabs();
     if(_isPaneShown) ImGui::EndTabBar();
     ImGui::End();
 }

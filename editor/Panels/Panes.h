@@ -12,8 +12,8 @@ namespace VantrelEngine {
 // the sizes say; else the panes are pinned to their places, with splitters between them, and panels are tabs in them.
 class Panes {
 public:
-    // Lays the panes out and lets the user drag the splitters, which changes the sizes.
-    void layOut(PaneSizes& sizes);
+    // Lays the panes out and lets the user drag the splitters, which changes the sizes. The scale is that of the text.
+    void layOut(PaneSizes& sizes, Magnum::Float scale);
     // Docked windows go back to where the sizes say.
     void reset() { _isReset = true; }
     // Brings a panel to the front of its pane, when it is drawn next.
@@ -38,10 +38,13 @@ private:
     bool _isPaneShown = false;
     bool _isPanelShown = false;
     bool _isReset = false;
+    // Of the text, when they were laid out last.
+    Magnum::Float _scale = 0.0f;
 
-    // What the tabs of a pane have room in, and how large they are; when they were drawn last.
+    // What the tabs of a pane have room in, how large they are, and whether that is enough; when they were drawn last.
     struct TabRoom {
         float width = 0.0f, fontSize = 0.0f;
+        bool isEnough = true;
 
         bool operator!=(const TabRoom& other) const { return width != other.width || fontSize != other.fontSize; }
     };

@@ -1,37 +1,107 @@
 #include "Panels/ProblemList.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <string_view>
 #include <tuple>
 
 #include <Corrade/Containers/StringStl.h>
 #include <Vantrel/EngineData/JsonObject.h>
 
+#include <VantrelHost/ResourceCompiler.h>
+
+#include "ChangeManager.h"
 #include "Data/ProjectSession.h"
 
 namespace VantrelEngine {
 
 using namespace Corrade;
 
-void ProblemList::update(ProjectSession& session) {
-    const std::size_t fingerprint = session.compiler().problemsFingerprint();
-    const bool isSame =
-        _fingerprint == fingerprint && _repairs == session.repairs().size() && _project == session.data().projectNumber;
-    if(isSame) return;
-    _fingerprint = fingerprint;
-    _repairs = session.repairs().size();
-    _project = session.data().projectNumber;
-    _problems.clear();
+namespace {
+
+// Of a pointer, with "~" and "/" as they are; takes it off.
+std::string takeToken(std::string_view& pointer) {
+    if(!pointer.empty()) pointer.remove_prefix(1);
+    std::string token;
+    for(; !pointer.empty() && pointer.front() != '/'; pointer.remove_prefix(1)) {
+        const bool isEscaped = pointer.front() == '~' && pointer.size() > 1;
+        if(isEscaped) pointer.remove_prefix(1);
+        token += !isEscaped ? pointer.front() : pointer.front() == '1' ? '/' : '~';
+    }
+    return token;
+}
+
+// Where the value stands, see Problem; with its key in front of the reason.
+Problem problemOf(const ProjectFile::UnusableValue& value) {
+    Problem problem{{}, -1, {}, false, {}};
+    std::string_view rest{value.pointer};
+    std::string_view behind = rest;
+    if(takeToken(behind) == "objects") {
+        problem.object = takeToken(behind);
+        rest = behind;
+        if(takeToken(behind) == "components" && !behind.empty()) {
+            problem.component = std::atoi(takeToken(behind).data());
+            rest = behind;
+        }
+    }
+    if(!rest.empty()) rest.remove_prefix(1);
+    problem.reason = std::string{rest} + ": " + value.reason;
+    return problem;
+}
+
+// Where it stands tells whether the compiler tells of it, too.
+bool isToldByTheCompiler(const ProjectFile::UnusableValue& value) {
+    std::string_view rest{value.pointer};
+    if(takeToken(rest) != "objects") return false;
+    takeToken(rest);
+    if(takeToken(rest) != "components") return false;
+    takeToken(rest);
+    return rest.empty() || rest == "/type";
+}
+
+} // namespace
+
+// Whether they are others now. While something is dragged they stay.
+bool ProblemList::findValues(ProjectSession& session) {
+    const ProjectFile& file = session.data().project();
+    const ChangeManager& changes = session.changes();
+    const bool isSame = _warnings == file.unusableRevision() && _changes == changes.appliedCount();
+    if(_areValuesFound && (isSame || changes.trial() != Trial::None)) return false;
+    _areValuesFound = true;
+    _warnings = file.unusableRevision();
+    _changes = changes.appliedCount();
+    std::vector<Problem> values;
+    for(const ProjectFile::UnusableValue& value: file.unusableValues())
+        if(!isToldByTheCompiler(value)) values.push_back(problemOf(value));
+    if(values == _values) return false;
+    _values = std::move(values);
+    return true;
+}
+
+bool ProblemList::update(ProjectSession& session) {
+    if(findValues(session)) ++_valuesRevision;
+    const State state{session.compiler().problemsFingerprint(), session.resourceCompiler().problemsRevision(),
+        session.repairs().size(), _valuesRevision, session.data().projectNumber};
+    if(_state && *_state == state) return false;
+    _state = state;
+    _problems = _values;
     for(const DocumentProblem& repair: session.repairs())
         _problems.push_back({repair.object, repair.component,
-            repair.key.empty() ? repair.reason : repair.key + ": " + repair.reason, true});
+            repair.key.empty() ? repair.reason : repair.key + ": " + repair.reason, true, {}});
     for(const auto& problem: session.compiler().problems())
-        _problems.push_back({problem.first.first, problem.first.second, problem.second, false});
+        _problems.push_back({problem.first.first, problem.first.second, problem.second, false, {}});
+    for(const ResourceProblem& problem: session.resourceCompiler().problems()) {
+        const Containers::StringView section = resourceSection(problem.kind);
+        _problems.push_back({problem.id, -1, problem.reason, false, {section.data(), section.size()}});
+    }
     std::stable_sort(_problems.begin(), _problems.end(), [](const Problem& a, const Problem& b) {
-        return std::tie(a.object, a.component) < std::tie(b.object, b.component);
+        return std::tie(a.section, a.object, a.component) < std::tie(b.section, b.object, b.component);
     });
+    return true;
 }
 
 std::string componentName(ProjectSession& session, const Problem& problem) {
+    if(!problem.section.empty()) return problem.section;
     if(problem.object.empty()) return "project";
     if(problem.component < 0) return "object";
     const Containers::StringView type = ValueAccess{session.data().project()}["objects"][{

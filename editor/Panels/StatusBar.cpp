@@ -1,6 +1,8 @@
 #include "Panels/StatusBar.h"
 
 #include <cstdio>
+#include <limits>
+#include <string>
 
 #include <imgui.h>
 #include <imgui_internal.h>
@@ -9,13 +11,27 @@ namespace VantrelEngine {
 
 namespace {
 
-std::string figures(const StatusLine& status) {
-    char text[256];
-    std::snprintf(text, sizeof text, "%zu %s (%zu selected)   %u %s   %llu %s   %.1f ms", status.objects,
-        status.objects == 1 ? "object" : "objects", status.selected, status.statistics.drawCalls,
-        status.statistics.drawCalls == 1 ? "draw" : "draws",
-        static_cast<unsigned long long>(status.statistics.triangles),
-        status.statistics.triangles == 1 ? "triangle" : "triangles", status.frameTime);
+// Of the width; the message has the rest.
+constexpr float FiguresPart = 0.6f;
+
+std::string counted(unsigned long long count, const char* one, const char* several) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : several);
+}
+
+// As many of them as there is room for, at least the first.
+std::string figures(const StatusLine& status, float room) {
+    char frameTime[32];
+    std::snprintf(frameTime, sizeof frameTime, "%.1f ms", status.frameTime);
+    const std::string parts[]{
+        counted(status.objects, "object", "objects") + " (" + std::to_string(status.selected) + " selected)",
+        counted(status.statistics.drawCalls, "draw", "draws"),
+        counted(status.statistics.triangles, "triangle", "triangles"), frameTime};
+    std::string text;
+    for(const std::string& part: parts) {
+        const std::string longer = text.empty() ? part : text + "   " + part;
+        if(!text.empty() && ImGui::CalcTextSize(longer.data()).x > room) break;
+        text = longer;
+    }
     return text;
 }
 
@@ -42,7 +58,8 @@ void drawMessage(const LogLine& message, float end) {
 }
 
 void explain(const StatusLine& status) {
-    ImGui::SetTooltip("%u visible meshes\n\nLast reload of the view:\n%s", status.statistics.visibleMeshes,
+    ImGui::SetTooltip("%s\n%u visible meshes\n\nLast reload of the view:\n%s",
+        figures(status, std::numeric_limits<float>::max()).data(), status.statistics.visibleMeshes,
         status.lastReload.empty() ? "places only" : status.lastReload.data());
 }
 
@@ -51,8 +68,7 @@ void drawTrouble(const std::string& trouble) {
     ImGui::TextColored(colorOf(Severity::Error), "%s", NoJournal);
     if(ImGui::IsItemHovered())
         ImGui::SetTooltip(
-            "What is not saved is lost if the editor ends unexpectedly: the journal cannot be written.\n%s",
-            trouble.data());
+            "What is not saved is lost if the editor ends unexpectedly: no journal is kept.\n%s", trouble.data());
     ImGui::SameLine(0.0f, ImGui::GetStyle().ItemSpacing.x * 2.0f);
 }
 
@@ -63,7 +79,7 @@ void drawStatusBar(const StatusLine& status) {
         ImGuiWindowFlags_NoScrollbar | ImGuiWindowFlags_NoSavedSettings | ImGuiWindowFlags_MenuBar;
     if(ImGui::BeginViewportSideBar("##status", nullptr, ImGuiDir_Down, ImGui::GetFrameHeight(), flags) &&
         ImGui::BeginMenuBar()) {
-        const std::string text = figures(status);
+        const std::string text = figures(status, ImGui::GetWindowWidth() * FiguresPart);
         const float trouble = status.journalTrouble.empty()
             ? 0.0f
             : ImGui::CalcTextSize(NoJournal).x + ImGui::GetStyle().ItemSpacing.x * 2.0f;

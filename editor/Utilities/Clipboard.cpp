@@ -5,6 +5,7 @@
 #include <Vantrel/EditorData/EditorData.h>
 #include <Vantrel/EditorData/VantrelEditor.h>
 
+#include "Utilities/ClipOrigin.h"
 #include "Utilities/EditState.h"
 #include "Utilities/ObjectClip.h"
 #include "Utilities/PasteObjects.h"
@@ -24,14 +25,15 @@ JsonDocument copied(VantrelEditor& editor, Objects which) {
 }
 
 Containers::String textOf(VantrelEditor& editor, Objects which) {
-    const JsonDocument clip = copied(editor, which);
+    JsonDocument clip = copied(editor, which);
     if(clip["objects"].ObjectEmpty()) return {};
+    addOrigin(clip, *editor.state().data);
     return textOfClip(clip);
 }
 
-StringArray pasted(VantrelEditor& editor, JsonDocument& clip, PastePlace place, const char* action) {
+StringArray pasted(VantrelEditor& editor, JsonDocument& clip, ClipSource source, PastePlace place, const char* action) {
     StringArray names;
-    const std::string error = pasteObjects(clip, place, editor.state(), names);
+    const std::string error = pasteObjects(clip, source, place, editor.state(), names);
     if(!error.empty()) Utility::Error{} << action << error.data();
     return names;
 }
@@ -41,7 +43,7 @@ StringArray pastedText(VantrelEditor& editor, Containers::StringView text, Paste
     upToDate(editor.state());
     JsonDocument clip;
     const std::string error = readClip({text.data(), text.size()}, clip);
-    if(error.empty()) return pasted(editor, clip, place, "Cannot paste:");
+    if(error.empty()) return pasted(editor, clip, ClipSource::Text, place, "Cannot paste:");
     Utility::Error{} << "Cannot paste what is in the clipboard:" << error.data();
     return StringArray{};
 }
@@ -49,7 +51,7 @@ StringArray pastedText(VantrelEditor& editor, Containers::StringView text, Paste
 StringArray duplicated(VantrelEditor& editor, Objects which) {
     if(!canEdit(editor.state())) return StringArray{};
     JsonDocument clip = copied(editor, which);
-    return pasted(editor, clip, PastePlace::BesideOriginals, "Cannot duplicate:");
+    return pasted(editor, clip, ClipSource::Project, PastePlace::BesideOriginals, "Cannot duplicate:");
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "Import/ConverterLines.h"
 #include "Import/References.h"
 #include "JsonEdit.h"
+#include "Utilities/ClipOrigin.h"
 
 namespace VantrelEngine {
 
@@ -99,7 +100,8 @@ std::string whyNoResources(const JsonDocument& document) {
 
 std::string firstNotAllowed(const std::vector<DocumentProblem>& problems) {
     for(const DocumentProblem& problem: problems)
-        if(problem.kind != DocumentProblem::Kind::Warning) return shownText(lineOf(problem));
+        if(problem.kind == DocumentProblem::Kind::Repair || problem.kind == DocumentProblem::Kind::Refusal)
+            return shownText(lineOf(problem));
     return {};
 }
 
@@ -129,6 +131,7 @@ std::string readClip(std::string_view text, JsonDocument& clip) {
     std::string error = whyNoClip(document);
     if(error.empty()) error = firstNotAllowed(checkDocument(document));
     if(error.empty()) error = whyNoResources(document);
+    if(error.empty()) error = whyNoOrigin(document);
     if(error.empty()) clip.Swap(document);
     return error;
 }

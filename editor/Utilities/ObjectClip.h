@@ -12,7 +12,7 @@ namespace VantrelEngine {
 class ProjectFile;
 
 // Objects that were copied: a document with the members "type" and "version", and "objects", "skins" and "animations" as
-// in a project, with the ids that they have there.
+// in a project, with the ids that they have there. Their text says where they are from, too, see ClipOrigin.h.
 
 // Bytes that a text may have: those of a project full of objects several times over.
 constexpr std::size_t MaxClipSize = std::size_t{1} << 28;

@@ -10,6 +10,7 @@
 #include "AssetCompiler.h"
 #include "ChangeManager.h"
 #include "Import/ConverterLines.h"
+#include "Utilities/ClipOrigin.h"
 #include "Utilities/PastePlan.h"
 
 namespace VantrelEngine {
@@ -19,7 +20,7 @@ using namespace Corrade;
 namespace {
 
 // Lines; a text from elsewhere may name anything.
-constexpr std::size_t MaxMissing = 100;
+constexpr std::size_t MaxTold = 100;
 
 std::string pointerTo(const PastePlan::Entry& entry) {
     // New ids have nothing that a pointer would have to escape.
@@ -42,13 +43,13 @@ void record(const PastePlan& plan, ChangeManager& changes) {
     changes.commit();
 }
 
-void tellMissing(const std::vector<std::string>& missing) {
-    const std::size_t told = std::min(missing.size(), MaxMissing);
+// What is named, and what is to be said of it.
+void tell(const std::vector<std::string>& named, const char* what) {
+    const std::size_t told = std::min(named.size(), MaxTold);
     for(std::size_t i = 0; i != told; ++i)
-        Utility::Warning{} << "What was pasted names" << shownText(missing[i]).data() << Utility::Debug::nospace
-                           << ", which the project does not have";
-    if(told != missing.size())
-        Utility::Warning{} << "What was pasted names" << missing.size() - told << "more that the project does not have";
+        Utility::Warning{} << "What was pasted names" << shownText(named[i]).data() << Utility::Debug::nospace << ","
+                           << what;
+    if(told != named.size()) Utility::Warning{} << "What was pasted names" << named.size() - told << "more," << what;
 }
 
 StringArray objectsOf(const PastePlan& plan) {
@@ -70,7 +71,8 @@ std::string idOf(const EditorData& data, Id object) {
 
 } // namespace
 
-std::string pasteObjects(JsonDocument& clip, PastePlace place, SharedState& state, StringArray& names) {
+std::string pasteObjects(
+    JsonDocument& clip, ClipSource source, PastePlace place, SharedState& state, StringArray& names) {
     EditorData& data = *state.data;
     std::string parent;
     if(place == PastePlace::BelowFirstSelected) {
@@ -78,11 +80,14 @@ std::string pasteObjects(JsonDocument& clip, PastePlace place, SharedState& stat
         if(!first) return "no object is selected to paste below";
         parent = idOf(data, *first);
     }
-    const PastePlan plan = planPaste(clip, data, *state.assetCompiler, parent);
+    ClipOrigin origin{clip};
+    const bool isOther = source == ClipSource::Text && !origin.isProject(data);
+    const PastePlan plan = planPaste(clip, data, *state.assetCompiler, parent, isOther ? &origin : nullptr);
     std::string error = plan.error.empty() ? whyRefused(plan, data.project()) : plan.error;
     if(!error.empty() || plan.entries.empty()) return error;
     record(plan, *state.changeManager);
-    tellMissing(plan.missing);
+    tell(plan.missing, "which the project does not have");
+    tell(plan.leftOut, "which is of another project and left out");
     names = objectsOf(plan);
     return {};
 }

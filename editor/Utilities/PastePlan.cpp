@@ -11,6 +11,9 @@
 #include "Import/NewIds.h"
 #include "Import/References.h"
 #include "Import/SectionNames.h"
+#include "JsonEdit.h"
+#include "Utilities/ClipOrigin.h"
+#include "Utilities/ResourceChecksum.h"
 #include "Utilities/SiblingNames.h"
 
 namespace VantrelEngine {
@@ -22,8 +25,10 @@ constexpr const char* CopiedResources[]{"skins", "animations"};
 
 class Planner {
 public:
-    Planner(JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler, const std::string& parent):
-        _clip{clip}, _data{data}, _project{data.project()}, _compiler{compiler}, _parent{parent},
+    Planner(JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler, const std::string& parent,
+        ClipOrigin* origin):
+        _clip{clip},
+        _data{data}, _project{data.project()}, _compiler{compiler}, _parent{parent}, _origin{origin},
         _names{data.scene().main()} {}
 
     PastePlan run() {
@@ -68,7 +73,7 @@ private:
         Ids& ids = _ids[section];
         for(auto resource = resources->MemberBegin(); resource != resources->MemberEnd(); ++resource) {
             const std::string id = textOf(resource->name);
-            if(!used.count(id)) continue;
+            if(!used.count(id) || (_origin && !isFileKnown(resource->value, section))) continue;
             const std::string name = textMember(resource->value, "name");
             ids[id] = _data.objectIdMode == 1 ? names.newUuid(name) : names.newId(name);
             if(!name.empty()) setText(*memberOf(resource->value, "name"), names.uniqueName(name));
@@ -94,6 +99,7 @@ private:
         for(auto object = objects.MemberBegin(); object != objects.MemberEnd(); ++object) {
             const bool isTop = !_ids["objects"].count(textMember(object->value, "parent"));
             if(isTop) {
+                if(_origin && _parent.empty()) setPlace(textOf(object->name), object->value);
                 setParent(object->value);
                 _names.announce(parentOf(object->value), textMember(object->value, "name"));
                 tops.push_back(&object->value);
@@ -114,15 +120,29 @@ private:
 
     void setParent(JsonValue& object) {
         const std::string present = textMember(object, "parent");
-        const std::string wanted = !_parent.empty() ? _parent
-            : _project.member("objects", present)   ? present
-                                                    : std::string{};
+        const std::string wanted = !_parent.empty()           ? _parent
+            : !_origin && _project.member("objects", present) ? present
+                                                              : std::string{};
         if(wanted == present) return;
         JsonValue* const text = memberOf(object, "parent");
         if(text) return setText(*text, wanted);
         JsonValue value;
         setText(value, wanted);
         object.AddMember("parent", value, _clip.GetAllocator());
+    }
+
+    // In the scene, where its parent is not.
+    void setPlace(const std::string& id, JsonValue& object) {
+        const JsonValue* const place = _origin->placeOf(id);
+        if(!place) return;
+        for(auto part = place->MemberBegin(); part != place->MemberEnd(); ++part) {
+            JsonValue* const present = memberOf(object, part->name.GetString());
+            JsonValue value = copyOf(part->value, _clip.GetAllocator());
+            if(present)
+                *present = value;
+            else
+                object.AddMember(copyOf(part->name, _clip.GetAllocator()), value, _clip.GetAllocator());
+        }
     }
 
     // What was copied is named by its new id. Of the rest, what is not there is noted.
@@ -135,13 +155,16 @@ private:
             const auto copied = ids.find(id);
             if(copied != ids.end())
                 setText(*reference.id, copied->second);
-            else if(!_project.member(reference.section, id))
-                noteMissing(reference.section + ('/' + id));
+            else if(_origin && !_origin->hasSame(_project, reference.section, id)) {
+                note(reference.section + ('/' + id), _plan.leftOut);
+                setText(*reference.id, {});
+            } else if(!_origin && !_project.member(reference.section, id))
+                note(reference.section + ('/' + id), _plan.missing);
         }
     }
 
-    void noteMissing(std::string resource) {
-        if(_missing.insert(resource).second) _plan.missing.push_back(std::move(resource));
+    void note(std::string resource, std::vector<std::string>& list) {
+        if(_noted.insert(resource).second) list.push_back(std::move(resource));
     }
 
     void setText(JsonValue& text, const std::string& value) {
@@ -153,18 +176,19 @@ private:
     const ProjectFile& _project;
     const AssetCompiler& _compiler;
     const std::string& _parent;
+    ClipOrigin* _origin;
     SiblingNames _names;
     PastePlan _plan;
     // By section and the id that was copied.
     std::unordered_map<std::string, Ids> _ids;
-    std::unordered_set<std::string> _missing;
+    std::unordered_set<std::string> _noted;
 };
 
 } // namespace
 
-PastePlan planPaste(
-    JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler, const std::string& parent) {
-    return Planner{clip, data, compiler, parent}.run();
+PastePlan planPaste(JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler,
+    const std::string& parent, ClipOrigin* origin) {
+    return Planner{clip, data, compiler, parent, origin}.run();
 }
 
 } // namespace VantrelEngine

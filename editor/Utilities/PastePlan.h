@@ -9,6 +9,7 @@
 namespace VantrelEngine {
 
 class AssetCompiler;
+class ClipOrigin;
 class EditorData;
 
 // What pasting adds to a project.
@@ -26,12 +27,16 @@ struct PastePlan {
     std::size_t objectCount = 0;
     // What is named and not there: "meshes/cube".
     std::vector<std::string> missing;
+    // What was named in another project, which this one has not or has as something else.
+    std::vector<std::string> leftOut;
 };
 
 // Gives each copied object, see ObjectClip.h, an id of the project, and a name that no object beside it has. With a
 // parent, an id of the project, those whose parent was not copied go below it; without, they keep theirs where it is
-// there. The project stays as it is, the copies are changed. The scene is up to date.
-PastePlan planPaste(
-    JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler, const std::string& parent);
+// there. With an origin they are of another project, where ids say nothing: they go to the root, each at its place in the
+// scene that it had, and name nothing but what this project has just so. The project stays as it is, the copies are
+// changed. The scene is up to date.
+PastePlan planPaste(JsonDocument& clip, const EditorData& data, const AssetCompiler& compiler,
+    const std::string& parent, ClipOrigin* origin);
 
 } // namespace VantrelEngine

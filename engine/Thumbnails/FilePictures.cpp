@@ -27,7 +27,7 @@ namespace {
 constexpr std::streamoff MaxBytes = 256 * 1024 * 1024;
 
 // Empty where there is none.
-ThumbnailPixels readPicture(const std::string& path, Int edge) {
+ThumbnailPixels readPicture(const std::string& path, Int edge, const std::atomic<bool>&) {
     std::ifstream file{path, std::ios::binary | std::ios::ate};
     const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
     if(size <= 0 || size > MaxBytes) return {};
@@ -55,6 +55,8 @@ struct FilePictures::State {
 
     Int edge;
     std::size_t capacity;
+    Reader reader;
+    std::atomic<bool> isGivenUp{false};
     Int rowLength;
     GL::Texture2D texture{NoCreate};
     std::unordered_map<std::string, Entry> entries;
@@ -71,6 +73,7 @@ struct FilePictures::State {
     std::uint64_t ageOf(const std::string& owner) const { return owner.empty() ? 0 : entries.at(owner).askedIn; }
     void begin();
     bool take();
+    bool leaveSlot(Entry& entry);
     Int takeSlot();
 };
 
@@ -80,7 +83,7 @@ void FilePictures::State::begin() {
         if(entry.second.isRead || entry.second.askedIn + 1 < frame) continue;
         path = entry.first;
         isStale = false;
-        work = std::async(std::launch::async, readPicture, path, edge);
+        work = std::async(std::launch::async, [this, file = path] { return reader(file, edge, isGivenUp); });
         return;
     }
 }
@@ -90,7 +93,7 @@ bool FilePictures::State::take() {
     const auto found = entries.find(path);
     if(isStale || found == entries.end()) return false;
     found->second.isRead = true;
-    if(pixels.empty()) return false;
+    if(pixels.empty()) return leaveSlot(found->second);
     if(!texture.id()) {
         texture = GL::Texture2D{};
         texture.setLabel("File pictures");
@@ -99,12 +102,20 @@ bool FilePictures::State::take() {
             .setWrapping(SamplerWrapping::ClampToEdge)
             .setStorage(1, GL::TextureFormat::RGBA8, Vector2i{edge * rowLength});
     }
-    const Int slot = takeSlot();
+    const Int slot = found->second.slot < 0 ? takeSlot() : found->second.slot;
     if(slot < 0) return false;
     slots[std::size_t(slot)] = path;
     found->second.slot = slot;
     texture.setSubImage(
         0, place(slot), ImageView2D{PixelFormat::RGBA8Unorm, Vector2i{edge}, {pixels.data(), pixels.size()}});
+    return true;
+}
+
+// Whether it had one.
+bool FilePictures::State::leaveSlot(Entry& entry) {
+    if(entry.slot < 0) return false;
+    slots[std::size_t(entry.slot)].clear();
+    entry.slot = -1;
     return true;
 }
 
@@ -117,14 +128,15 @@ Int FilePictures::State::takeSlot() {
     return Int(oldest - slots.begin());
 }
 
-FilePictures::FilePictures(Int edge, std::size_t capacity): _state{std::make_unique<State>()} {
+FilePictures::FilePictures(Int edge, std::size_t capacity, Reader reader): _state{std::make_unique<State>()} {
+    _state->reader = reader ? std::move(reader) : Reader{readPicture};
     _state->edge = edge;
     _state->capacity = capacity;
     _state->rowLength = Int(std::ceil(std::sqrt(double(capacity))));
     _state->slots.resize(capacity);
 }
 
-FilePictures::~FilePictures() = default;
+FilePictures::~FilePictures() { _state->isGivenUp = true; }
 
 bool FilePictures::update(bool waits) {
     State& state = *_state;
@@ -153,8 +165,10 @@ bool FilePictures::isBusy() const {
 }
 
 void FilePictures::forget() {
-    _state->entries.clear();
-    std::fill(_state->slots.begin(), _state->slots.end(), std::string{});
+    for(auto i = _state->entries.begin(); i != _state->entries.end();) {
+        i->second.isRead = false;
+        i = i->second.slot < 0 ? _state->entries.erase(i) : std::next(i);
+    }
     _state->isStale = true;
 }
 

@@ -256,6 +256,93 @@ TEST_F(InspectorJourneyTest, AMaterialIsShownAndEdited) {
     expectAsItWas();
 }
 
+// The menu of a component opens at the mouse, its items below each other.
+constexpr const char* OpenMenu = "press right\nrelease right\nwait 2\n";
+constexpr const char* FirstItem = "move 20 14\npress left\nrelease left\nwait 2\n";
+constexpr const char* SecondItem = "move 20 34\npress left\nrelease left\nwait 2\n";
+
+TEST_F(InspectorJourneyTest, TheValuesOfAComponentAreCopiedToOthersOfItsType) {
+    play(std::string{"select lamp\nwait 2\nfield light\n"} + OpenMenu + FirstItem +
+        "dump clipboard {}/copied.txt\nselect other\nwait 2\nfield view\n" + OpenMenu + SecondItem +
+        "key Escape\nkeyup Escape\nwait 2\ndump document {}/view.json\nfield light\n" + OpenMenu + SecondItem +
+        "dump document {}/pasted.json\ndump undo {}/undo.txt\nundo");
+    EXPECT_NE(read("copied.txt").find("\"type\":\"light\""), std::string::npos) << read("copied.txt");
+    expectAsItWas("view.json");
+    EXPECT_EQ(at("other/components/1/light", "pasted.json"), at("lamp/components/0/light", "pasted.json"));
+    EXPECT_NE(at("other/components/1/light", "pasted.json"), at("other/components/1/light"));
+    EXPECT_EQ(steps(read("undo.txt")), 1u);
+    expectAsItWas();
+}
+
+TEST_F(InspectorJourneyTest, WhatIsInTheClipboardOfOthersIsNotPastedIntoAComponent) {
+    std::string script = "select lamp\nwait 2\n";
+    for(const char* const text: {"{", "[1]", R"({"mark": "vantrel-component", "type": "light"})",
+            R"({"mark": "vantrel-component", "type": 5, "values": {}})", R"({"type": "light", "values": {}})"})
+        script += std::string{"clipboard "} + text + "\nfield light\n" + OpenMenu + SecondItem +
+            "key Escape\nkeyup Escape\nwait 2\n";
+    play(script + "dump undo {}/undo.txt");
+    EXPECT_EQ(read("undo.txt"), "");
+}
+
+TEST_F(InspectorJourneyTest, ADragInTheColourWheelIsOneStepThatEscapeTakesBack) {
+    // The wheel opens at the mouse; its middle is some way to the lower right.
+    const std::string drag = "select lamp\nwait 2\nfield light/color 4\npress left\nrelease left\nwait 3\nmove 80 85\n"
+                             "press left\nmove 4 0\nmove 4 6\n";
+    play(drag +
+        "dump document {}/dragged.json\nkey Escape\nkeyup Escape\nrelease left\nwait 2\n"
+        "dump document {}/back.json\ndump undo {}/none.txt");
+    EXPECT_NE(at("lamp/components/0/light/color", "dragged.json"), "[1,1,1]");
+    EXPECT_EQ(at("lamp/components/0/light/color", "back.json"), "[1,1,1]");
+    EXPECT_EQ(read("none.txt"), "");
+    play(drag + "release left\nwait 2\ndump document {}/kept.json\ndump undo {}/undo.txt\nundo");
+    EXPECT_EQ(at("lamp/components/0/light/color", "kept.json"), at("lamp/components/0/light/color", "dragged.json"));
+    EXPECT_EQ(steps(read("undo.txt")), 1u);
+    expectAsItWas();
+}
+
+TEST_F(InspectorJourneyTest, AFieldTakesTheObjectThatIsPointedAtInTheView) {
+    // "well" is selected; the ground is what is seen at the lower edge of the view.
+    const std::string pick = "select well\nwait 2\nfield parent/pick\npress left\nrelease left\nwait 2\n";
+    const std::string ground = "mouse 420 245\npress left\nrelease left\nwait 3\n";
+    const JourneyResult result = JourneyTest::play(pick + ground +
+            "dump selection {}/selection.txt\ndump undo {}/undo.txt\ndump document {}/picked.json\nundo\n" + pick +
+            "key Escape\nkeyup Escape\nwait 2\n" + ground +
+            "dump undo {}/escaped.txt\ndump selection {}/selected.txt\n",
+        "--size 800x500 --frames 1 " + Courtyard);
+    ASSERT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(read("selection.txt"), "well\n") << "that is no selection";
+    EXPECT_EQ(steps(read("undo.txt")), 1u) << read("undo.txt");
+    EXPECT_EQ(at("well/parent", "picked.json"), "\"ground\"");
+    EXPECT_EQ(read("escaped.txt").find('>'), std::string::npos) << read("escaped.txt");
+    EXPECT_EQ(read("selected.txt"), "ground\n") << "it selects again";
+}
+
+TEST_F(InspectorJourneyTest, AFieldTakesTheObjectThatIsClickedInTheList) {
+    const std::string pick = "select lamp\nwait 2\nfield parent/pick\npress left\nrelease left\nwait 2\n";
+    const std::string second = "mouse 100 116\npress left\nrelease left\nwait 2\n";
+    // What went and came back is the last one: it is refused as its own parent. A field that is away asks no more.
+    const std::string output =
+        play(pick + second + "dump document {}/picked.json\ndump selection {}/selection.txt\nundo\n" + pick + second +
+            "dump document {}/refused.json\n" + pick + "select other\nwait 2\n" + second +
+            "dump selection {}/selected.txt");
+    EXPECT_EQ(at("lamp/parent", "picked.json"), "\"other\"");
+    EXPECT_EQ(read("selection.txt"), "lamp\n");
+    EXPECT_EQ(at("lamp/parent", "refused.json"), "nothing");
+    EXPECT_NE(output.find("objects/lamp/parent: the object would become its own ancestor"), std::string::npos)
+        << output;
+    EXPECT_EQ(read("selected.txt"), "lamp\n");
+    expectAsItWas();
+}
+
+TEST_F(InspectorJourneyTest, ALightIsNotTurnedIntoItsOpposite) {
+    const std::string output =
+        play("select lamp\n" + enter("light/intensity", "-3") + "dump undo {}/undo.txt\nwait 60\n" +
+            "field light/intensity\npress left\nmove -400 0\nmove -400 0\nrelease left\nwait 2");
+    EXPECT_EQ(read("undo.txt"), "");
+    EXPECT_NE(output.find("objects/lamp/components/0/light/intensity: -3 is not 0 or more"), std::string::npos);
+    EXPECT_EQ(number("lamp/components/0/light/intensity"), 0.0) << "a drag stops there";
+}
+
 } // namespace
 
 } // namespace VantrelTest

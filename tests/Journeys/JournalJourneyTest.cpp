@@ -68,7 +68,8 @@ const std::string Edits = "record /objects/a/name \"First\"\nrecord /objects/b/n
 TEST_F(JournalJourneyTest, WhateverEndsTheEditorTheStepsAreBroughtBack) {
     for(const int signal: {SIGKILL, SIGTERM, SIGHUP, SIGABRT}) {
         folder.write("p/scene.json", Scene);
-        runUntilReady(Edits, signal);
+        // The last thing that was done is an undo.
+        runUntilReady(Edits + "undo\ndump document {}/before\ndump history {}/history\n", signal);
         EXPECT_EQ(read("p/scene.json"), Scene);
         run("dump document {}/after\ndump history {}/history-after\nsave {}/p/scene.json\n", "--recover yes");
         EXPECT_EQ(read("after"), read("before"));
@@ -77,6 +78,62 @@ TEST_F(JournalJourneyTest, WhateverEndsTheEditorTheStepsAreBroughtBack) {
         EXPECT_EQ(read("p/scene.json"), read("after"));
         EXPECT_FALSE(fs::exists(journal())) << "all of it is in the file";
     }
+}
+
+// What is under way when the window is closed or the session ends: a drag stays as far as it came, a text as it was typed.
+class EndJourneyTest: public JournalJourneyTest {
+protected:
+    std::string underWay(bool isDrag) const {
+        const std::string name =
+            "field name\npress left\nrelease left\nkey LeftCtrl\n" + press("A") + "keyup LeftCtrl\n";
+        return "wait 2\nselect ball\nwait 2\n" +
+            (isDrag ? "mouse 342 252\nwait 2\npress left\nmove 12 -6\nmove 20 -4\n" : name + "type Globe\nwait 1\n");
+    }
+    std::string ball(const std::string& file) const {
+        const std::string text = read(file);
+        return text.substr(text.find("\"ball\""), 300);
+    }
+    std::string arguments(const std::string& more) const {
+        return "--size 900x640 --frames 1 --journal " + more + ' ' + folder.path("c/project.json");
+    }
+    void SetUp() override {
+        fs::copy(fs::path{Courtyard}.parent_path(), folder.path("c"), fs::copy_options::recursive);
+    }
+};
+
+TEST_F(EndJourneyTest, TheUserIsAskedAboutIt) {
+    for(const bool isDrag: {true, false}) {
+        const JourneyResult result = play(underWay(isDrag) + "close\nwait 2\nscreenshot {}/closed.png\n" +
+                press("Enter") + "wait 2\ndump document {}/still-there\n",
+            arguments("--recover no"));
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_FALSE(fs::exists(folder.path("still-there"))) << "it is saved, and the editor ends";
+        EXPECT_NE(ball("c/project.json"), readFile(Courtyard).substr(readFile(Courtyard).find("\"ball\""), 300))
+            << isDrag;
+        EXPECT_FALSE(fs::exists(folder.path("c/.project.json.journal")));
+    }
+    EXPECT_THAT(ball("c/project.json"), HasSubstr("Globe"));
+}
+
+TEST_F(EndJourneyTest, ASessionThatEndsLeavesItToTheJournal) {
+    for(const bool isDrag: {true, false}) {
+        fs::remove(folder.path("ready"));
+        std::string script = underWay(isDrag) + "dump log {}/ready\nwait 1000000\n";
+        for(std::size_t place = script.find("{}"); place != script.npos; place = script.find("{}", place))
+            script.replace(place, 2, folder.path().string());
+        folder.write("running.txt", script);
+        RunningEditor editor{{"--headless", "--journal", "--size", "900x640", "--script", folder.path("running.txt"),
+                                 folder.path("c/project.json")},
+            folder.path("output")};
+        ASSERT_TRUE(waitForFile(folder.path("ready"))) << read("output");
+        EXPECT_EQ(editor.end(isDrag ? SIGTERM : SIGHUP), 128 + (isDrag ? SIGTERM : SIGHUP));
+        EXPECT_EQ(read("c/project.json"), readFile(Courtyard));
+        EXPECT_EQ(play("dump document {}/after\ndump history {}/history\n", arguments("--recover yes")).status, 0);
+        EXPECT_THAT(read("history"), HasSubstr(isDrag ? "Move Ball" : "Rename Ball to Globe"));
+        const std::string history = read("history");
+        EXPECT_EQ(std::count(history.begin(), history.end(), '\n'), 1) << history;
+    }
+    EXPECT_THAT(ball("after"), HasSubstr("Globe"));
 }
 
 TEST_F(JournalJourneyTest, TheUserIsAskedAndHasThreeAnswers) {
@@ -111,6 +168,33 @@ TEST_F(JournalJourneyTest, ANewProjectIsBroughtBackWithoutAName) {
     EXPECT_TRUE(fs::is_empty(folder.path("data/vantrel"))) << "nothing is left behind";
 }
 
+// Opening another project keeps nothing secret: it is said, and the menu has all of them, also those that the user has put off.
+TEST_F(JournalJourneyTest, ProjectsThatWereNeverSavedAreOfferedBesideAnother) {
+    const auto leave = [this](const std::string& name) {
+        runUntilReady("record /objects/" + name +
+                R"( {"parent": "", "name": "New", "translation": [0, 0, 0], "rotation": [0, 0, 0, 1], "scaling": [1, 1, 1]})"
+                "\n",
+            SIGKILL, "");
+    };
+    leave("x");
+    leave("y");
+    const std::string told = "2 projects that were never saved can be brought back: File > Recover unsaved projects";
+    const std::string click = "wait 2\npress left\nrelease left\nwait 2\n";
+    const std::string openMenu = "mouse 20 10\n" + click + "mouse 40 100\nwait 2\n";
+    EXPECT_THAT(run("wait 3\n" + press("Escape") + "wait 6\n", "--recover ask", ""), HasSubstr(told)) << "put off";
+    EXPECT_THAT(run("", "--recover no"), HasSubstr(told));
+    // The second one, from a project that is not saved: that is asked for first.
+    const std::string output =
+        run("wait 3\nrecord /objects/a/name \"Mine\"\n" + openMenu + "mouse 310 100\nmouse 350 118\n" + click +
+                "screenshot {}/unsaved.png\n" + press("Enter") + "wait 3\nscreenshot {}/asked.png\n" + press("Enter") +
+                "wait 6\ndump document {}/after\nsave {}/first.json\n" + openMenu + "screenshot {}/menu.png\n",
+            "--recover ask");
+    EXPECT_THAT(output, HasSubstr(told));
+    EXPECT_THAT(read("p/scene.json"), HasSubstr("Mine"));
+    EXPECT_THAT(read("after"), AllOf(HasSubstr("\"x\""), Not(HasSubstr("\"y\"")))) << "the last one is the first";
+    EXPECT_THAT(run("", "--recover ask"), HasSubstr("A project that was never saved can be brought back"));
+}
+
 TEST_F(JournalJourneyTest, AnEditorThatEndsAsItShouldLeavesNothing) {
     run("record /objects/a/name \"First\"\n", "--recover yes");
     EXPECT_FALSE(fs::exists(journal()));
@@ -132,7 +216,7 @@ TEST_F(JournalJourneyTest, ASecondEditorAsksBeforeItWritesOver) {
             press("S") + "keyup LeftCtrl\nwait 3\ndump document {}/opened\n",
         "--recover ask");
     EXPECT_THAT(output,
-        AllOf(HasSubstr("open in another editor, and has no journal in this one"),
+        AllOf(HasSubstr("it is open in another editor; it has no journal here"),
             HasSubstr("it is open in another editor, the file is kept as it is")));
     EXPECT_THAT(read("opened"), HasSubstr("Theirs"));
     EXPECT_EQ(read("p/scene.json"), Scene);

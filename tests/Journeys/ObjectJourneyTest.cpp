@@ -10,6 +10,7 @@ namespace VantrelTest {
 namespace {
 
 using testing::AnyOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -94,6 +95,21 @@ TEST_F(ObjectJourneyTest, PastedBelow) {
     EXPECT_STREQ(pasted["objects"]["ball-2"]["parent"].GetString(), "ground");
     EXPECT_TRUE(pasted["objects"]["ball-2"]["translation"] == pasted["objects"]["ball"]["translation"]);
     EXPECT_STREQ(pasted["objects"]["ball-2"]["name"].GetString(), "Ball");
+}
+
+// The other one has crates, too, and they stand elsewhere.
+TEST_F(ObjectJourneyTest, PastedIntoAnotherProject) {
+    playView(View +
+        std::string{"record /objects/crates/translation [9, 9, 9]\nsave {}/other.json\nundo\nrecord "
+                    "/objects/crates/translation [1, 2, 3]\nrecord /objects/ball/parent \"crates\"\nrecord "
+                    "/objects/ball/translation [4, 4, 4]\nsave {}/one.json\nselect ball\n"} +
+        held("C", "C") + "open {}/other.json\nwait 2\n" + held("C", "V") + dump("other") +
+        "open {}/one.json\nwait 2\n" + held("C", "V") + dump("one"));
+    const rapidjson::Document other = document("other"), one = document("one");
+    EXPECT_STREQ(other["objects"]["ball-2"]["parent"].GetString(), "");
+    EXPECT_EQ(other["objects"]["ball-2"]["translation"][1].GetDouble(), 6.0);
+    EXPECT_STREQ(one["objects"]["ball-2"]["parent"].GetString(), "crates");
+    EXPECT_EQ(one["objects"]["ball-2"]["translation"][1].GetDouble(), 4.0);
 }
 
 TEST_F(ObjectJourneyTest, DeletedAndBroughtBack) {
@@ -192,7 +208,7 @@ TEST_F(ObjectJourneyTest, TheSimulationWantsTheSetting) {
         "true\n" +
         held("A", "S") + "key LeftAlt\nkey S\nkey S repeat\nkeyup S\nkeyup LeftAlt\ndump log {}/with\n");
     EXPECT_THAT(read("without"), Not(HasSubstr("simulating")));
-    EXPECT_THAT(read("with"), HasSubstr("Started simulating physics\nStopped simulating physics\n"));
+    EXPECT_THAT(read("with"), EndsWith("Started simulating physics\nStopped simulating physics\n"));
 }
 
 } // namespace

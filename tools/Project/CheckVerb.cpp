@@ -21,7 +21,8 @@ namespace {
 
 const char* kindOf(DocumentProblem::Kind kind) {
     switch(kind) {
-    case DocumentProblem::Kind::Warning: break;
+    case DocumentProblem::Kind::Warning:
+    case DocumentProblem::Kind::Unusable: break;
     case DocumentProblem::Kind::Repair: return "repaired";
     case DocumentProblem::Kind::Refusal: return "refused";
     }

@@ -40,6 +40,7 @@ TEST(ScriptParserTest, GoodLines) {
         {"open my file.json", ScriptVerb::Open, {}, {"my file.json"}, 0}, {"new", ScriptVerb::New, {}, {}, 0},
         {"record /a {\"b\": 1}", ScriptVerb::Edit, {}, {"record /a {\"b\": 1}"}, 0},
         {"undo", ScriptVerb::Undo, {}, {}, 0}, {"wait import", ScriptVerb::WaitForImport, {}, {}, 0},
+        {"wait pictures", ScriptVerb::WaitForPictures, {}, {}, 0},
         {"import my file.glb", ScriptVerb::Import, {}, {"my file.glb"}, 0},
         {"drop my file.png 10 20", ScriptVerb::Drop, {10, 20}, {"my file.png"}, 0},
         {"screenshot a.png", ScriptVerb::Screenshot, {}, {"a.png"}, 0},
@@ -62,7 +63,7 @@ TEST(ScriptParserTest, BadLines) {
     const struct {
         const char *line, *reason;
     } cases[]{{"wiat 5", "there is no such command"}, {"Wait 5", "there is no such command"},
-        {"wait", "expected: wait FRAMES|import"}, {"wait 1 2", "expected: wait FRAMES|import"},
+        {"wait", "expected: wait FRAMES|import|pictures"}, {"wait 1 2", "expected: wait FRAMES|import|pictures"},
         {"wait x", "\"x\" is no number"}, {"wait 0", "\"0\" is not between 1 and 1000000"},
         {"wait 1.5", "\"1.5\" is no whole number"}, {"wait 1e9", "\"1e9\" is not between 1 and 1000000"},
         {"wait nan", "\"nan\" is no number"}, {"mouse 1", "expected: mouse X Y"}, {"mouse 1 2x", "\"2x\" is no number"},

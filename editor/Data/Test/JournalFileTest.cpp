@@ -1,9 +1,15 @@
 #include "Data/JournalFile.h"
 
+#include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "Data/JournalLines.h"
 #include "Data/Project/FileCalls.h"
@@ -150,8 +156,76 @@ TEST_F(JournalFileTest, whatTakesTheFilesPlaceIsOnTheDiskBefore) {
     JournalFile other{noted};
     ASSERT_EQ(other.open(path), "");
     ASSERT_EQ(other.replace({"one"}), "");
-    EXPECT_EQ(noted.calls, "flush rename ");
+    other.close();
+    EXPECT_EQ(noted.calls, "flush rename flush ") << "and its name";
     EXPECT_EQ(lines(), Lines{"one"});
+}
+
+// A disk that takes as long as it is told to.
+struct SlowDisk: FileCalls {
+    int fdatasync(int file) override {
+        struct stat status;
+        fstat(file, &status);
+        std::unique_lock<std::mutex> lock{mutex};
+        ++begun;
+        changed.notify_all();
+        changed.wait(lock, [this] { return allowed >= begun; });
+        flushed = std::size_t(status.st_size);
+        changed.notify_all();
+        errno = EIO;
+        return fails ? -1 : 0;
+    }
+    void allow(int count) {
+        const std::lock_guard<std::mutex> lock{mutex};
+        allowed = count;
+        changed.notify_all();
+    }
+    template<class Condition> bool waitFor(Condition&& condition) {
+        std::unique_lock<std::mutex> lock{mutex};
+        return changed.wait_for(lock, std::chrono::seconds{10}, condition);
+    }
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    int begun = 0, allowed = 0;
+    std::size_t flushed = 0;
+    std::atomic<bool> fails{false};
+};
+
+TEST_F(JournalFileTest, whatIsWrittenDuringAFlushIsFlushedNext) {
+    SlowDisk disk;
+    JournalFile slow{disk};
+    ASSERT_EQ(slow.open(path), "");
+    ASSERT_EQ(slow.add({"one"}), "");
+    const std::size_t first = slow.size();
+    EXPECT_TRUE(disk.waitFor([&] { return disk.begun == 1; }));
+    ASSERT_EQ(slow.add({"two"}), "");
+    ASSERT_EQ(slow.add({"three"}), "");
+    disk.allow(1);
+    EXPECT_TRUE(disk.waitFor([&] { return disk.begun == 2; })) << "nobody adds anything more";
+    EXPECT_EQ(disk.flushed, first);
+    disk.allow(1000);
+    EXPECT_TRUE(disk.waitFor([&] { return disk.flushed == slow.size(); }));
+    slow.close();
+    EXPECT_EQ(disk.begun, 2) << "one for both";
+}
+
+TEST_F(JournalFileTest, tellsOnceWhatTheDiskDidNotTake) {
+    SlowDisk disk;
+    disk.allow(1000);
+    disk.fails = true;
+    JournalFile bad{disk};
+    ASSERT_EQ(bad.open(path), "");
+    EXPECT_EQ(bad.takeFlushError(), "");
+    ASSERT_EQ(bad.add({"one"}), "");
+    std::string error;
+    EXPECT_TRUE(disk.waitFor([&] { return disk.flushed != 0; }));
+    for(int i = 0; i != 1000 && error.empty(); ++i) {
+        error = bad.takeFlushError();
+        std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
+    EXPECT_EQ(error, "Input/output error");
+    EXPECT_EQ(bad.takeFlushError(), "");
 }
 
 } // namespace

@@ -1,7 +1,11 @@
 #include "Data/Journal.h"
 
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <random>
+#include <string_view>
+#include <thread>
 
 #include <Magnum/Math/Matrix4.h>
 #include <Vantrel/EngineData/JsonObject.h>
@@ -11,6 +15,7 @@
 #include "Data/Project/FileCalls.h"
 
 #include "Data/Test/SessionFixture.h"
+#include "Support/FailingCalls.h"
 #include "Support/JsonText.h"
 #include "Support/TestFolder.h"
 
@@ -20,33 +25,11 @@ using namespace VantrelEngine;
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
+using VantrelTest::FailingCalls;
 using VantrelTest::jsonText;
 using VantrelTest::readFile;
 using VantrelTest::writeFile;
 using Earlier = ProjectSession::EarlierSteps;
-
-// Counts the calls; the one with the number failAt fails (the first is 1).
-struct CountingCalls: FileCalls {
-    bool fails() {
-        if(++count != failAt) return false;
-        errno = ENOSPC;
-        return true;
-    }
-    int open(const char* path, int flags, mode_t mode) override {
-        return fails() ? -1 : FileCalls::open(path, flags, mode);
-    }
-    ssize_t write(int file, const void* data, std::size_t size) override {
-        return fails() ? -1 : FileCalls::write(file, data, size);
-    }
-    int fsync(int file) override { return fails() ? -1 : FileCalls::fsync(file); }
-    int ftruncate(int file, off_t size) override { return fails() ? -1 : FileCalls::ftruncate(file, size); }
-    int flock(int file, int operation) override { return fails() ? -1 : FileCalls::flock(file, operation); }
-    int link(const char* from, const char* to) override { return fails() ? -1 : FileCalls::link(from, to); }
-    int rename(const char* from, const char* to) override { return fails() ? -1 : FileCalls::rename(from, to); }
-    int unlink(const char* path) override { return fails() ? -1 : FileCalls::unlink(path); }
-
-    int count = 0, failAt = 0;
-};
 
 // A project in a folder of its own, edited as by a user.
 struct Editing {
@@ -435,9 +418,12 @@ TEST_F(JournalTest, aNewProjectWithoutAFolderHasOneOnceItIsSaved) {
             editing.step("/objects/b", objectJson("B"));
             editing.step("/objects/b/name", "\"B2\"");
         });
-        EXPECT_THAT(warning, testing::MatchesRegex("The journal: there is no folder for it[^\n]*\n")) << "once";
+        EXPECT_THAT(warning, testing::MatchesRegex("The new project: there is no folder for its files;[^\n]*\n"))
+            << "once";
+        EXPECT_EQ(editing.session.journalTrouble(), "there is no folder for its files");
         EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
         editing.step("/objects/b/name", "\"B3\"");
+        EXPECT_EQ(editing.session.journalTrouble(), "");
         EXPECT_EQ(lostCount(crashed()), 1u);
         expectSame(editing, crashed());
     }
@@ -454,6 +440,7 @@ TEST_F(JournalTest, aSecondEditorIsNoticed) {
         Editing second{path};
         EXPECT_THAT(printed([&] { second.open(); }), HasSubstr("is open in another editor"));
         EXPECT_FALSE(second.session.journal());
+        EXPECT_EQ(second.session.journalTrouble(), "it is open in another editor");
         second.step("/objects/a/name", "\"theirs\"");
         EXPECT_TRUE(second.session.keepsFile(path));
         EXPECT_THAT(second.session.save(path), HasSubstr("it is open in another editor, the file is kept as it is"));
@@ -469,6 +456,87 @@ TEST_F(JournalTest, aSecondEditorIsNoticed) {
     EXPECT_EQ(editing.session.save(path, ProjectStore::Repaired::Overwrite), "");
     EXPECT_FALSE(editing.session.changedOutside());
     EXPECT_EQ(editing.session.save(path), "");
+}
+
+// Where there was none, there is one as soon as that is possible, with all that was done until then.
+TEST_F(JournalTest, itIsTriedAgainToBeginOne) {
+    const char* const old = std::getenv("XDG_DATA_HOME");
+    const std::string before = old ? old : "";
+    setenv("XDG_DATA_HOME", (path + "/none").data(), 1);
+    {
+        auto first = std::make_unique<Editing>(path);
+        first->open();
+        Editing second{path}, untitled{{}};
+        const std::string warnings = printed([&] {
+            second.open();
+            second.step("/objects/a/name", "\"theirs\"");
+            untitled.step("/objects/x", objectJson("X"));
+            first.reset();
+            setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+            const auto begin = std::chrono::steady_clock::now();
+            while(!second.session.journal() || !untitled.session.journal()) {
+                ASSERT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{10});
+                std::this_thread::sleep_for(std::chrono::milliseconds{20});
+                printed<Corrade::Utility::Debug>([&] {
+                    second.frame();
+                    untitled.frame();
+                });
+            }
+        });
+        ASSERT_FALSE(HasFailure());
+        EXPECT_EQ(std::count(warnings.begin(), warnings.end(), '\n'), 2) << "once each\n" << warnings;
+        EXPECT_EQ(second.session.journalTrouble() + untitled.session.journalTrouble(), "");
+        expectSame(second, crashed());
+        EXPECT_EQ(fs::path{untitled.session.journal()->path()}.filename(), ".project.json.journal");
+    }
+    old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
+// It was said to be kept, whatever becomes of the project.
+TEST_F(JournalTest, whatAProjectWithoutAFileDoesNotBringBackIsKept) {
+    const char* const old = std::getenv("XDG_DATA_HOME");
+    const std::string before = old ? old : "";
+    setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+    const std::string working = folder.path("data/vantrel/untitled-abcdef");
+    {
+        Editing crashed{{}};
+        crashed.step("/objects/x", objectJson("X"));
+        fs::create_directories(working);
+        fs::copy(fs::path{crashed.session.journal()->path()}.parent_path(), working);
+    }
+    const std::string text = readFile(working + "/.project.json.journal") + "damage\n";
+    writeFile(working + "/.project.json.journal", text);
+    {
+        Editing editing{{}};
+        EXPECT_THAT(printed([&] { EXPECT_EQ(editing.session.recoverUntitled(working), ""); }), HasSubstr("is kept as"));
+        EXPECT_THAT(editing.document(), HasSubstr("\"x\""));
+        EXPECT_EQ(editing.session.save(folder.path("saved.json")), "");
+    }
+    EXPECT_EQ(readFile(working + "/.project.json.journal.1"), text);
+    EXPECT_FALSE(fs::exists(working + "/.project.json.journal"));
+    old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(JournalTest, thatOfAnotherUserMayBeInUse) {
+    struct: FileCalls {
+        int open(const char* path, int flags, mode_t mode) override {
+            if(std::string_view{path}.find(".journal") == std::string_view::npos)
+                return FileCalls::open(path, flags, mode);
+            errno = EACCES;
+            return -1;
+        }
+    } calls;
+    Editing editing{path, &calls};
+    printed([&] { editing.open(); });
+    EXPECT_FALSE(editing.session.keepsFile(path)) << "there is none";
+    EXPECT_EQ(editing.session.journalTrouble(), "Permission denied");
+    writeFile(journal, "theirs");
+    Editing other{path, &calls};
+    EXPECT_EQ(other.session.findJournal(path).state, State::InUse);
+    EXPECT_THAT(printed([&] { other.open(); }), HasSubstr("it may be open in the editor of another user"));
+    EXPECT_THAT(other.session.journalTrouble(), HasSubstr("another user"));
+    EXPECT_THAT(other.session.save(path), HasSubstr("another user, whose journal is there, the file is kept as it is"));
+    EXPECT_EQ(readFile(journal), "theirs");
 }
 
 TEST_F(JournalTest, oneThatSaysNothingIsPutAside) {
@@ -524,6 +592,38 @@ TEST_F(JournalTest, isWrittenAgainWhenThatIsPossible) {
         testing::MatchesRegex(".*the journal cannot be written: the file is gone; [^\n]*\n"));
     EXPECT_NE(editing.session.journal()->trouble(), "");
     editing.step("/objects/a/name", "\"three\"");
+    EXPECT_EQ(editing.session.journal()->trouble(), "");
+    expectSame(editing, crashed());
+}
+
+// Some file systems tell only then that there is no room.
+TEST_F(JournalTest, whatTheDiskDidNotTakeIsWrittenAnew) {
+    struct: FileCalls {
+        int fdatasync(int file) override {
+            errno = ENOSPC;
+            return isFull ? -1 : FileCalls::fdatasync(file);
+        }
+        std::atomic<bool> isFull{false};
+    } calls;
+    Editing editing{path, &calls};
+    editing.open();
+    calls.isFull = true;
+    const std::string warnings = printed([&] {
+        editing.step("/objects/a/name", "\"one\"");
+        for(int i = 0; i != 1000 && editing.session.journal()->trouble().empty(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds{1});
+            editing.frame();
+        }
+        EXPECT_EQ(editing.session.journal()->trouble(), "No space left on device");
+        editing.step("/objects/a/name", "\"two\"");
+        EXPECT_EQ(editing.session.journal()->trouble(), "No space left on device");
+    });
+    EXPECT_THAT(warnings, testing::MatchesRegex("[^\n]*the journal cannot be written: No space left[^\n]*\n"))
+        << "once";
+    // Of what it holds now nobody knows how much is on the disk.
+    writeFile(journal, "");
+    calls.isFull = false;
+    printed<Corrade::Utility::Debug>([&] { editing.step("/objects/a/name", "\"three\""); });
     EXPECT_EQ(editing.session.journal()->trouble(), "");
     expectSame(editing, crashed());
 }
@@ -623,7 +723,7 @@ TEST_F(JournalTest, whateverFailsNothingIsLost) {
         fs::remove_all(folder.path() / "project");
         fs::create_directories(folder.path() / "project");
         writeFile(path, original);
-        CountingCalls calls;
+        FailingCalls calls;
         calls.failAt = failAt;
         Editing editing{path, &calls};
         std::string errors;

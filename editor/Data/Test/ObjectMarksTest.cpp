@@ -204,6 +204,31 @@ TEST_F(MarksKeeperTest, SavedElsewhereItKeepsThem) {
     EXPECT_THAT(VantrelTest::readFile(keeper.fileOf(project)), HasSubstr("\"a\""));
 }
 
+TEST_F(MarksKeeperTest, ACopyHasThemToo) {
+    addLights();
+    save(project);
+    keeper.update(session);
+    set(ObjectMark::Hidden, "b");
+    set(ObjectMark::Locked, "a");
+    keeper.update(session);
+    const std::string copy = folder.path("copy.json");
+    std::filesystem::copy(project, copy);
+    ASSERT_EQ(session.open(copy).error, "");
+    keeper.copy(session, project);
+    keeper.update(session);
+    const auto expectMarks = [&] {
+        EXPECT_EQ(marks.ids(ObjectMark::Hidden), ObjectMarks::Ids{"b"});
+        EXPECT_EQ(marks.ids(ObjectMark::Locked), ObjectMarks::Ids{"a"});
+    };
+    expectMarks();
+    ASSERT_EQ(session.open(project).error, "");
+    keeper.update(session);
+    expectMarks();
+    ASSERT_EQ(session.open(copy).error, "");
+    keeper.update(session);
+    expectMarks();
+}
+
 TEST_F(MarksKeeperTest, WithoutAFolderNothingIsWritten) {
     MarksKeeper nobody{""};
     addLights();

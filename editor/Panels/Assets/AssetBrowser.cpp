@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 struct AssetBrowser::Frame {
     ProjectSession& session;
-    FilePictures& pictures;
+    const AssetPictures& pictures;
 };
 
 namespace {
@@ -42,8 +42,14 @@ CellIcon iconOf(AssetKind kind) {
     return CellIcon::Image;
 }
 
-std::optional<Thumbnail> pictureOf(const Asset& asset, const std::string& path, FilePictures& pictures) {
-    return asset.kind == AssetKind::Image ? pictures.ask(path) : std::optional<Thumbnail>{};
+std::optional<Thumbnail> pictureOf(const Asset& asset, const std::string& path, const AssetPictures& pictures) {
+    if(asset.kind == AssetKind::Folder) return {};
+    return (asset.kind == AssetKind::Image ? pictures.images : pictures.models).ask(path);
+}
+
+void forget(const AssetPictures& pictures) {
+    pictures.images.forget();
+    pictures.models.forget();
 }
 
 void drawPicture(const std::optional<Thumbnail>& thumbnail, AssetKind kind, const ImVec2& min, float size) {
@@ -87,22 +93,32 @@ void import(const std::string& path, ProjectSession& session) {
 
 } // namespace
 
-void AssetBrowser::draw(ProjectSession& session, FilePictures& pictures, bool waits) {
+void AssetBrowser::draw(ProjectSession& session, const AssetPictures& pictures, bool waits) {
     const Frame frame{session, pictures};
     follow(session);
     if(_folder.update(ImGui::GetTime(), waits)) {
-        pictures.forget();
+        forget(pictures);
         // The filter that nothing has been through yet.
         _filtered.text = '\n';
     }
     drawBar(frame);
-    if(!(_filtered == _filter)) {
-        _filtered = _filter;
-        _shown = filterAssets(_folder.assets(), _filter);
-        _selected.reset();
-    }
+    if(!(_filtered == _filter)) showFiltered();
     drawCells(frame);
     if(!_wish.empty()) enter(std::exchange(_wish, {}));
+}
+
+// The one that was selected stays so, wherever it is now.
+void AssetBrowser::showFiltered() {
+    _filtered = _filter;
+    _shown = filterAssets(_folder.assets(), _filter);
+    _selected.reset();
+    for(std::size_t i = 0; i != _shown.size(); ++i)
+        if(_folder.assets()[_shown[i]].name == _selectedName) _selected = i;
+}
+
+void AssetBrowser::select(std::size_t position) {
+    _selected = position;
+    _selectedName = _folder.assets()[_shown[position]].name;
 }
 
 void AssetBrowser::follow(const ProjectSession& session) {
@@ -116,6 +132,7 @@ void AssetBrowser::enter(const std::string& folder) {
     _folder.enter(folder);
     _shown.clear();
     _selected.reset();
+    _selectedName.clear();
     _filtered.text = '\n';
     _filter.text.clear();
     _filterField[0] = '\0';
@@ -234,7 +251,7 @@ void AssetBrowser::touch(std::size_t position, const Frame& frame) {
     const Asset& asset = _folder.assets()[_shown[position]];
     const bool isHovered = ImGui::IsItemHovered();
     if(isHovered && (ImGui::IsMouseClicked(ImGuiMouseButton_Left) || ImGui::IsMouseClicked(ImGuiMouseButton_Right)))
-        _selected = position;
+        select(position);
     if(isHovered && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left)) open(asset, frame);
     if(asset.kind != AssetKind::Folder && beginDragSource()) {
         const std::string path = pathOf(asset);
@@ -255,7 +272,7 @@ void AssetBrowser::drawMenu(std::size_t position, const Frame& frame) {
     if(ImGui::MenuItem("Copy path")) ImGui::SetClipboardText(path.data());
     if(ImGui::MenuItem("Refresh")) {
         _folder.refresh();
-        frame.pictures.forget();
+        forget(frame.pictures);
     }
     ImGui::Separator();
     ImGui::TextDisabled("%s", path.data());
@@ -271,7 +288,7 @@ void AssetBrowser::moveByKeys(int columns, const Frame& frame) {
     if(right || down) {
         const long last = long(_shown.size()) - 1, now = _selected ? long(*_selected) : -1;
         const long next = _selected ? now + right * (columns > 1) + down * columns : 0;
-        if(next >= 0 && next <= last) _selected = std::size_t(next);
+        if(next >= 0 && next <= last) select(std::size_t(next));
         _scrollsToSelected = true;
     }
     if(const Asset* const asset = isEnterPressed() ? selected() : nullptr) open(*asset, frame);

@@ -11,12 +11,20 @@ namespace VantrelEngine {
 class FilePictures;
 class ProjectSession;
 
+// Pictures of images, and of models.
+struct AssetPictures {
+    FilePictures& images;
+    FilePictures& models;
+};
+
 // Shows what of a folder can be imported in the window that is current: imports it, and is where it can be dragged from.
 // The project's folder at first, and whenever another project is there. Costs the cells that are seen.
 class AssetBrowser {
 public:
     // Waiting, files are read at once, so that a run is the same each time.
-    void draw(ProjectSession& session, FilePictures& pictures, bool waits);
+    void draw(ProjectSession& session, const AssetPictures& pictures, bool waits);
+    // Of the file or the folder that is selected; empty for none.
+    std::string selectedName() const { return selected() ? selected()->name : std::string{}; }
     // Something is read still.
     bool isReading() const { return _folder.isReading(); }
 
@@ -25,6 +33,8 @@ private:
 
     void follow(const ProjectSession& session);
     void enter(const std::string& folder);
+    void showFiltered();
+    void select(std::size_t position);
     void drawBar(const Frame& frame);
     void drawPath();
     void drawFilter();
@@ -41,8 +51,9 @@ private:
     AssetFolder _folder;
     AssetFilter _filter, _filtered;
     std::vector<std::size_t> _shown;
-    // Of those that are shown.
+    // Of those that are shown, and its name, which stays when it is not shown.
     std::optional<std::size_t> _selected;
+    std::string _selectedName;
     std::string _project;
     // Where to go when this frame is over; empty for nowhere.
     std::string _wish;

@@ -38,6 +38,16 @@ struct FieldMemory {
     std::vector<Found> found;
     bool isSearched = false;
 
+    // The field that waits for an object that the user points at, by its item; 0 for none.
+    struct Pick {
+        unsigned item = 0;
+        std::size_t field = 0;
+        bool isDrawn = false;
+        // The object's id in the document.
+        std::optional<std::string> answer;
+    };
+    Pick pick;
+
     // A resource that the user wants to be shown.
     InspectedResource asked;
 

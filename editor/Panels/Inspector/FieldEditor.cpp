@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <Corrade/Containers/StringStl.h>
+#include <Vantrel/EditorData/VantrelEditor.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
@@ -32,6 +34,16 @@ void FieldEditor::endFrame(ChangeManager& changes) {
     const bool isGivenUp = isEscapePressed();
     if(isGivenUp) ImGui::ClearActiveID();
     _gesture.endFrame(changes, ImGui::GetActiveID(), isGivenUp);
+}
+
+void FieldEditor::updatePick(ObjectPickRequest& request) {
+    FieldMemory::Pick& pick = _memory.pick;
+    if(!std::exchange(pick.isDrawn, false) || isEscapePressed()) pick = {};
+    if(_isAsking && !request.name.isEmpty()) pick.answer = std::string{request.name};
+    const bool isWaiting = pick.item && !pick.answer;
+    if(_isAsking || isWaiting) request = {};
+    request.isPending = isWaiting || request.isPending;
+    _isAsking = isWaiting;
 }
 
 std::optional<Magnum::Vector2> FieldEditor::placeOf(std::string_view field, int part) {

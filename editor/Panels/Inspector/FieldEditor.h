@@ -10,6 +10,8 @@
 
 namespace VantrelEngine {
 
+struct ObjectPickRequest;
+
 // What a panel of fields keeps between frames, and the way of its edits into the document.
 class FieldEditor {
 public:
@@ -22,6 +24,9 @@ public:
     void takeAsked(InspectedResource& resource);
     // At the end of each frame, whether the panel was drawn or not.
     void endFrame(ChangeManager& changes);
+    // After that: asks the view for an object while a field waits for one, and takes the answer, which the field has in the
+    // next frame. Escape, and whatever takes the field away, ends that.
+    void updatePick(ObjectPickRequest& request);
 
     // The middle of a field in the last frame, window points; of one of its numbers. None where it was not in sight: then
     // it is brought there in the next frame.
@@ -31,6 +36,8 @@ private:
     FieldMemory _memory;
     EditGesture _gesture;
     bool _isDrawn = false;
+    // The request is this one's.
+    bool _isAsking = false;
 };
 
 } // namespace VantrelEngine

@@ -63,7 +63,7 @@ float heightOf(const SchemaKey& key, const RowLayout& layout) {
 
 bool isSkipped(const FieldMemory& memory, const SchemaKey& key, std::size_t field, float height) {
     // Of a field that is typed into nothing may be lost while the user scrolls.
-    if(isList(key) || memory.typing.item || memory.wanted == field) return false;
+    if(isList(key) || memory.typing.item || memory.wanted == field || memory.pick.item) return false;
     const ImVec2 place = ImGui::GetCursorScreenPos();
     // A page more on both sides, so that Tab finds its way.
     const ImRect sight = ImGui::GetCurrentWindow()->ClipRect;

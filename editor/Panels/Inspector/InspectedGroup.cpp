@@ -14,10 +14,9 @@ void InspectedGroup::addMaterialKeys(MaterialSchema schema) {
 }
 
 void InspectedGroup::addUnknownKeys(std::vector<const char*> hidden) {
-    if(!values.front()) return;
     std::vector<SchemaKey> known = rows;
     for(const char* const key: hidden) known.push_back({key, "", KeyKind::Raw, nullptr, ""});
-    for(const std::string& key: unknownKeys(*values.front(), known)) {
+    for(const std::string& key: unknownKeys(values, known)) {
         const char* const text = _texts.emplace_back(key).c_str();
         rows.push_back({text, key.empty() ? "Value" : text, KeyKind::Raw, nullptr, "Not a key that the editor knows."});
     }

@@ -16,8 +16,8 @@ class ProjectFile;
 
 // The selected objects, and the components that all of them have. Empty where nothing is selected.
 std::vector<InspectedGroup> selectionGroups(const EditorData& data);
-// Components of the first of them that others lack.
-std::vector<std::string> componentsOfSome(const EditorData& data, const std::vector<InspectedGroup>& groups);
+// Components that some of them have and others lack, each with their number: "Light: 3 of 5 objects".
+std::vector<std::string> componentsOfSome(const EditorData& data);
 
 // Empty where there is no such resource.
 std::vector<InspectedGroup> resourceGroups(const ProjectFile& file, const InspectedResource& resource);

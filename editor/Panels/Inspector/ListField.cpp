@@ -29,7 +29,8 @@ std::optional<LineInput> drawLine(
     const std::string text = textOf(array[rapidjson::SizeType(line)]);
     ImGui::PushID(line);
     std::optional<std::string> changed = key.kind == KeyKind::References
-        ? drawReferenceInput(context, key.section, text, nullptr, width - edge - gap)
+        ? drawReferenceInput(context, key.section, text, nullptr, width - edge - gap,
+              fieldNumber(std::string{key.key} + "/pick"), line)
         : drawTextInput(context.memory, text, "", width - edge - gap);
     ImGui::SameLine(0.0f, gap);
     const bool isRemoved = ImGui::Button("-", {edge, 0.0f});

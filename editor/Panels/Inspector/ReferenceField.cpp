@@ -180,6 +180,49 @@ std::optional<std::string> drawCombo(
     return chosen;
 }
 
+// A circle with a cross through it.
+void drawCross(const ImVec2& min, const ImVec2& max, ImU32 color) {
+    ImDrawList& list = *ImGui::GetWindowDrawList();
+    const ImVec2 middle{(min.x + max.x) * 0.5f, (min.y + max.y) * 0.5f};
+    const float radius = (max.y - min.y) * 0.22f, inner = radius * 0.5f, outer = radius * 1.6f;
+    const float thickness = std::max(1.0f, ImGui::GetFontSize() / 13.0f);
+    list.AddCircle(middle, radius, color, 0, thickness);
+    list.AddLine({middle.x - outer, middle.y}, {middle.x - inner, middle.y}, color, thickness);
+    list.AddLine({middle.x + inner, middle.y}, {middle.x + outer, middle.y}, color, thickness);
+    list.AddLine({middle.x, middle.y - outer}, {middle.x, middle.y - inner}, color, thickness);
+    list.AddLine({middle.x, middle.y + inner}, {middle.x, middle.y + outer}, color, thickness);
+}
+
+bool isPicking(const FieldMemory& memory) { return memory.pick.item == ImGui::GetID("##pick"); }
+
+// Pressed again it waits no more. The object that was pointed at, where that is so.
+std::optional<std::string> drawPickButton(const FieldContext& context, std::size_t field, int part) {
+    FieldMemory::Pick& pick = context.memory.pick;
+    const float edge = ImGui::GetFrameHeight();
+    const bool wasPicking = isPicking(context.memory);
+    const ImVec4 active = ImGui::GetStyleColorVec4(ImGuiCol_ButtonActive);
+    for(const ImGuiCol role: {ImGuiCol_Button, ImGuiCol_ButtonHovered})
+        ImGui::PushStyleColor(role, wasPicking ? active : ImGui::GetStyleColorVec4(role));
+    const bool isPressed = ImGui::Button("##pick", {edge, edge});
+    ImGui::PopStyleColor(2);
+    drawCross(ImGui::GetItemRectMin(), ImGui::GetItemRectMax(), ImGui::GetColorU32(ImGuiCol_Text));
+    if(ImGui::IsItemHovered())
+        ImGui::SetTooltip(
+            wasPicking ? "Give it up (Escape)" : "Point at an object in the view or in the list of objects");
+    notePlace(context.memory, field, part);
+    if(isPressed) {
+        pick = {};
+        if(!wasPicking) pick = {ImGui::GetID("##pick"), field, true, {}};
+        return {};
+    }
+    if(!wasPicking) return {};
+    pick.isDrawn = true;
+    if(!pick.answer) return {};
+    std::optional<std::string> answer = std::move(pick.answer);
+    pick = {};
+    return answer;
+}
+
 } // namespace
 
 std::string displayName(const ProjectFile& file, const char* section, const std::string& id) {
@@ -187,10 +230,14 @@ std::string displayName(const ProjectFile& file, const char* section, const std:
     return name.empty() ? id : name;
 }
 
-std::optional<std::string> drawReferenceInput(
-    const FieldContext& context, const char* section, const std::string& id, const char* mixed, float width) {
+std::optional<std::string> drawReferenceInput(const FieldContext& context, const char* section, const std::string& id,
+    const char* mixed, float width, std::size_t pickField, int part) {
     const float edge = ImGui::GetFrameHeight(), gap = ImGui::GetStyle().ItemInnerSpacing.x * 0.5f;
-    const bool isClearable = !mixed && !id.empty();
+    const bool isClearable = !mixed && !id.empty(), isPickable = !std::strcmp(section, "objects");
+    if(isPickable) {
+        width -= edge + gap;
+        if(isPicking(context.memory)) mixed = "click on an object ...";
+    }
     ImGui::BeginGroup();
     if(!mixed && drawOwnPicture(context, section, id)) {
         ImGui::SameLine(0.0f, gap);
@@ -203,6 +250,10 @@ std::optional<std::string> drawReferenceInput(
         if(ImGui::Button("×", {edge, 0.0f})) chosen = "";
         if(ImGui::IsItemHovered()) ImGui::SetTooltip("None");
     }
+    if(isPickable) {
+        ImGui::SameLine(0.0f, gap);
+        if(std::optional<std::string> picked = drawPickButton(context, pickField, part)) chosen = std::move(picked);
+    }
     ImGui::EndGroup();
     if(std::optional<std::string> taken = dropped(context.file, section)) chosen = std::move(taken);
     return chosen;
@@ -211,8 +262,8 @@ std::optional<std::string> drawReferenceInput(
 std::optional<FieldInput> drawReference(
     const FieldContext& context, const SchemaKey& key, const CommonValue& common, float width) {
     const std::string id = textOf(&common.value);
-    const std::optional<std::string> chosen =
-        drawReferenceInput(context, key.section, id, common.isMixed ? "mixed" : nullptr, width);
+    const std::optional<std::string> chosen = drawReferenceInput(context, key.section, id,
+        common.isMixed ? "mixed" : nullptr, width, fieldNumber(std::string{key.key} + "/pick"));
     if(!chosen) return {};
     static JsonAllocator allocator;
     FieldInput input;

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
 #include <Vantrel/EditorData/EditorData.h>
 
 #include "Panels/Inspector/InspectedGroups.h"
@@ -99,6 +103,44 @@ void addComponents(const std::vector<Object>& objects, std::vector<InspectedGrou
     }
 }
 
+// The types of an object's components, in their order.
+std::string typesOf(const Object& object) {
+    std::string types;
+    const JsonValue* const components = componentsOf(object);
+    for(rapidjson::SizeType i = 0; components && i != components->Size(); ++i)
+        types.append(typeOf((*components)[i])).push_back('\0');
+    return types;
+}
+
+// The titles of all components, in the order in which they come first, with how many objects have them. Those without a
+// type do not count.
+std::vector<std::pair<std::string, std::size_t>> countedTitles(const std::vector<Object>& objects) {
+    // Most objects have the same components as others: one of them stands for all.
+    std::vector<std::pair<const Object*, std::size_t>> kinds;
+    std::unordered_map<std::string, std::size_t> kindOf;
+    for(const Object& object: objects) {
+        const auto found = kindOf.try_emplace(typesOf(object), kinds.size());
+        if(found.second) kinds.push_back({&object, 0});
+        ++kinds[found.first->second].second;
+    }
+    std::vector<std::pair<std::string, std::size_t>> titles;
+    for(const auto& [object, count]: kinds) {
+        const JsonValue* const components = componentsOf(*object);
+        for(rapidjson::SizeType i = 0; components && i != components->Size(); ++i) {
+            const std::string_view type = typeOf((*components)[i]);
+            if(type.empty()) continue;
+            const std::string title = titleOf(type, nthOf(*components, i), i);
+            const auto known = std::find_if(
+                titles.begin(), titles.end(), [&title = title](const auto& each) { return each.first == title; });
+            if(known == titles.end())
+                titles.push_back({title, count});
+            else
+                known->second += count;
+        }
+    }
+    return titles;
+}
+
 } // namespace
 
 std::vector<InspectedGroup> selectionGroups(const EditorData& data) {
@@ -120,17 +162,14 @@ std::vector<InspectedGroup> selectionGroups(const EditorData& data) {
     return groups;
 }
 
-std::vector<std::string> componentsOfSome(const EditorData& data, const std::vector<InspectedGroup>& groups) {
+std::vector<std::string> componentsOfSome(const EditorData& data) {
     std::vector<std::string> titles;
     const std::vector<Object> objects = selectedObjects(data);
-    const JsonValue* const components = objects.empty() ? nullptr : componentsOf(objects.front());
-    for(rapidjson::SizeType i = 0; components && i != components->Size(); ++i) {
-        const std::string title = titleOf(typeOf((*components)[i]), nthOf(*components, i), i);
-        bool isShown = false;
-        for(const InspectedGroup& group: groups)
-            isShown = isShown || (group.kind == InspectedGroup::Kind::Components && group.title == title);
-        if(!isShown) titles.push_back(title);
-    }
+    if(objects.size() < 2) return titles;
+    for(const auto& [title, count]: countedTitles(objects))
+        if(count != objects.size())
+            titles.push_back(
+                title + ": " + std::to_string(count) + " of " + std::to_string(objects.size()) + " objects");
     return titles;
 }
 

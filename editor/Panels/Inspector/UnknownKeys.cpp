@@ -1,6 +1,10 @@
 #include "Panels/Inspector/UnknownKeys.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <string_view>
+#include <unordered_set>
 
 #include "Panels/Inspector/JsonPlace.h"
 
@@ -34,6 +38,18 @@ void collect(const JsonValue& object, const std::string& tail, const std::vector
     }
 }
 
+// A number for the names in a value, and for which of them hold others.
+std::uint64_t shapeOf(const JsonValue& value) {
+    if(!value.IsObject()) return 1;
+    std::uint64_t shape = 2;
+    const auto add = [&shape](std::uint64_t more) { shape = (shape ^ more) * 0x9e3779b97f4a7c15u; };
+    for(auto member = value.MemberBegin(); member != value.MemberEnd(); ++member) {
+        add(std::hash<std::string_view>{}({member->name.GetString(), member->name.GetStringLength()}));
+        add(shapeOf(member->value));
+    }
+    return shape ^ shape >> 29;
+}
+
 } // namespace
 
 std::vector<std::string> unknownKeys(const JsonValue& value, const std::vector<SchemaKey>& known) {
@@ -42,6 +58,17 @@ std::vector<std::string> unknownKeys(const JsonValue& value, const std::vector<S
         collect(value, {}, known, unknown);
     else
         unknown.emplace_back();
+    return unknown;
+}
+
+std::vector<std::string> unknownKeys(const std::vector<const JsonValue*>& values, const std::vector<SchemaKey>& known) {
+    std::vector<std::string> unknown;
+    std::unordered_set<std::uint64_t> shapes;
+    for(const JsonValue* const value: values) {
+        if(!value || !shapes.insert(shapeOf(*value)).second) continue;
+        for(std::string& key: unknownKeys(*value, known))
+            if(std::find(unknown.begin(), unknown.end(), key) == unknown.end()) unknown.push_back(std::move(key));
+    }
     return unknown;
 }
 

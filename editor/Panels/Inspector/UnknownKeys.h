@@ -14,4 +14,8 @@ namespace VantrelEngine {
 // In the order of the document.
 std::vector<std::string> unknownKeys(const JsonValue& value, const std::vector<SchemaKey>& known);
 
+// The same of all of several values, each once, in the order in which they come first; null values have none. Goes through
+// the names in each value, and compares those with what is known of one value of each kind that has the same.
+std::vector<std::string> unknownKeys(const std::vector<const JsonValue*>& values, const std::vector<SchemaKey>& known);
+
 } // namespace VantrelEngine

@@ -122,6 +122,12 @@ void OutlinerPanel::answer(ProjectSession& session, Id object, const RowResponse
     case RowPart::Lock: return marks.setMarked(ObjectMark::Locked, object, !marks.isMarked(ObjectMark::Locked, object));
     case RowPart::Body: break;
     }
+    // Somebody asks for an object.
+    ObjectPickRequest& request = session.editor().state().pickRequest;
+    if(request.isPending) {
+        request.name = data.scene().main().objectIds.nameOf(object);
+        return;
+    }
     const ImGuiIO& io = ImGui::GetIO();
     select(data, object, io.KeyShift ? Selecting::Range : io.KeyCtrl ? Selecting::Toggle : Selecting::One);
 }

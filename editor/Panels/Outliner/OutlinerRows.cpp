@@ -90,12 +90,16 @@ void OutlinerRows::follow(const Scene& scene) {
     }
 }
 
-// What was folded when it was deleted, and is there again.
+// What was folded when it was deleted, and is there again; and not what has come to the place of one that was folded.
 void OutlinerRows::foldAgain(const Scene& scene) {
-    if(_foldedIds.empty()) return;
     const BitSetView changed = scene.rearranged();
-    for(std::size_t i = changed.findFirstSet(); i != changed.size(); i = changed.findFirstSet(i + 1))
-        if(scene.isValid(Id(i)) && _foldedIds.count(documentId(scene, Id(i)))) _tree.setFolded(Id(i), true);
+    for(std::size_t i = changed.findFirstSet(); i != changed.size(); i = changed.findFirstSet(i + 1)) {
+        if(!scene.isValid(Id(i))) continue;
+        if(_foldedIds.empty() && !_tree.isFolded(Id(i))) continue;
+        const std::string id = documentId(scene, Id(i));
+        const bool isFolded = _foldedIds.count(id);
+        if(!id.empty() && isFolded != _tree.isFolded(Id(i))) _tree.setFolded(Id(i), isFolded);
+    }
 }
 
 // After its parent and the sibling in front of it.

@@ -60,7 +60,7 @@ constexpr SchemaKey LightKeys[]{
     SchemaKey{LightType, "Type", KeyKind::Choice, R"("point")", "A sun shines from afar, the others from their place."}
         .choices("point|spot|sun"),
     SchemaKey{"light/color", "Colour", KeyKind::Color, "[1, 1, 1]", "Linear."}.of(3).range(0),
-    {"light/intensity", "Intensity", KeyKind::Number, "1", "Factor of the colour."},
+    SchemaKey{"light/intensity", "Intensity", KeyKind::Number, "1", "Factor of the colour."}.range(0),
     SchemaKey{"light/outerAngle", "Outer angle", KeyKind::Number, "0", "From the axis to where the light ends."}
         .unit("°")
         .range(0, 180)
@@ -77,10 +77,12 @@ constexpr SchemaKey LightKeys[]{
         .range(0),
     SchemaKey{"light/shadowBias", "Shadow bias", KeyKind::Number, "0",
         "How far surfaces are moved towards the light before they are looked up."}
-        .unit("u"),
+        .unit("u")
+        .range(0),
     SchemaKey{"light/shadowNormalBias", "Normal bias", KeyKind::Number, "0",
         "How far surfaces are moved along their normals before they are looked up."}
-        .unit("u"),
+        .unit("u")
+        .range(0),
     SchemaKey{"light/shadowTexelSize", "Shadow texel", KeyKind::Number, "0",
         "How large a pixel of the map is at most; 0: half of the largest map."}
         .unit("u")
@@ -95,7 +97,8 @@ constexpr SchemaKey ViewKeys[]{
     SchemaKey{"view/near", "Near", KeyKind::Number, "0.1", "Nothing nearer is seen."}.unit("u").between(0),
     SchemaKey{
         "view/far", "Far", KeyKind::NumberOrInfinity, "1000", "Nothing farther is seen; beyond 3.4e38: infinitely far."}
-        .unit("u"),
+        .unit("u")
+        .between(0),
 };
 
 constexpr SchemaKey InputKeys[]{

@@ -150,7 +150,8 @@ TEST_F(FieldEditTest, ComponentsOfATypeBelongTogetherWhereverTheyStand) {
     edit(found[1], "light/intensity", part(0, 3));
     EXPECT_EQ(at("/objects/a/components/0/light/intensity"), "3.0");
     EXPECT_EQ(at("/objects/b/components/1/light/intensity"), "3.0");
-    EXPECT_EQ(componentsOfSome(session.data(), groups({"a", "b"})), std::vector<std::string>{"View"});
+    EXPECT_EQ(
+        componentsOfSome(session.data()), (std::vector<std::string>{"View: 1 of 2 objects", "Mesh: 1 of 2 objects"}));
 }
 
 TEST_F(FieldEditTest, WhatStandsInTheWayIsShownAndGivesWay) {
@@ -248,6 +249,45 @@ TEST_F(FieldEditTest, TheSettingsThatAreMissingShowTheirDefaults) {
     EXPECT_EQ(at("/settings"), R"({"rendering":{"bloom":{"passes":6}}})");
     EXPECT_EQ(edit(settingsGroups(file())[1], "rendering/bloom/passes", reset()), "");
     EXPECT_EQ(common(settingsGroups(file())[1], "rendering/bloom/passes").isMissing, true);
+}
+
+TEST_F(FieldEditTest, KeysThatNobodyKnowsAreThoseOfAllThatAreSelected) {
+    record("/objects/a", object("", ",'components': [{'type': 'light', 'light': {'intensity': 1}}]"));
+    record("/objects/b",
+        object("", ",'own': 1, 'components': [{'type': 'light', 'light': {'intensity': 2, 'glow': [1], 'a/b': 2}}]"));
+    record("/objects/c", object("", ",'other': 2, 'own': 3, 'components': [{'type': 'light', 'light': 5}]"));
+    const std::vector<InspectedGroup> shown = groups({"a", "b", "c"});
+    const auto unknownOf = [](const InspectedGroup& group) {
+        std::string keys;
+        for(const SchemaKey& row: group.rows)
+            if(row.kind == KeyKind::Raw) keys += std::string{row.key} + ' ';
+        return keys;
+    };
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(unknownOf(shown[0]), "own other ");
+    EXPECT_EQ(unknownOf(shown[1]), "light/glow light/a~1b light ");
+    EXPECT_TRUE(common(shown[0], "own").isMixed);
+    EXPECT_TRUE(common(shown[0], "own").isSomewhereMissing);
+    EXPECT_EQ(edit(shown[0], "own", whole("7")), "");
+    for(const char* const id: {"/objects/a/own", "/objects/b/own", "/objects/c/own"})
+        EXPECT_EQ(jsonText(*file().valueByPointer(id)), "7") << id;
+}
+
+TEST_F(FieldEditTest, ComponentsThatNotAllHaveAreCountedOverAllThatAreSelected) {
+    record("/objects/a", object("", ",'components': [{'type': 'mesh'}]"));
+    record("/objects/b", object("", ",'components': [{'type': 'mesh'}, {'type': 'light'}, {'type': 'own'}, 5]"));
+    record("/objects/c", object("", ",'components': [{'type': 'light'}, {'type': 'mesh'}, {'type': 'mesh'}]"));
+    record("/objects/d", object());
+    const auto counted = [&](std::initializer_list<const char*> ids) {
+        groups(ids);
+        std::string text;
+        for(const std::string& title: componentsOfSome(session.data())) text += title + "; ";
+        return text;
+    };
+    EXPECT_EQ(counted({"a", "b", "c"}), "Light: 2 of 3 objects; own: 1 of 3 objects; Mesh 2: 1 of 3 objects; ");
+    EXPECT_EQ(counted({"d", "a"}), "Mesh: 1 of 2 objects; ");
+    EXPECT_EQ(counted({"b"}), "");
+    EXPECT_EQ(counted({}), "");
 }
 
 } // namespace

@@ -76,13 +76,59 @@ TEST(PaneLayoutTest, Limits) {
     }
 }
 
+TEST(PaneLayoutTest, LargerTextMakesThemLargerInProportion) {
+    const Range2D wide{{0.0f, 0.0f}, {3000.0f, 2000.0f}};
+    const PaneSizes all = withPanes(sizes(200.0f, 250.0f, 150.0f), true, true, true);
+    for(const Float scale: {1.0f, 2.0f, 3.0f}) {
+        const PanePlaces places = placePanes(wide, all, scale);
+        EXPECT_FLOAT_EQ(places.left.sizeX(), 200.0f * scale);
+        EXPECT_FLOAT_EQ(places.right.sizeX(), 250.0f * scale);
+        EXPECT_FLOAT_EQ(places.bottom.sizeY(), 150.0f * scale);
+    }
+    // The least of each, too.
+    const PanePlaces least = placePanes(wide, withPanes(sizes(1.0f, 1.0f, 1.0f), true, true, true), 3.0f);
+    EXPECT_FLOAT_EQ(least.left.sizeX(), MinPaneWidth * 3.0f);
+    EXPECT_FLOAT_EQ(least.bottom.sizeY(), MinPaneHeight * 3.0f);
+}
+
+TEST(PaneLayoutTest, WhereThereIsNoRoomTheViewKeepsItsPartAndTheOthersShareTheRest) {
+    const PanePlaces places = placePanes(Area, withPanes(sizes(200.0f, 300.0f, 250.0f), true, true, true), 3.0f);
+    EXPECT_FLOAT_EQ(places.view.sizeX(), 1000.0f * MinViewPart);
+    EXPECT_FLOAT_EQ(places.view.sizeY(), 700.0f * MinViewPart);
+    EXPECT_FLOAT_EQ(places.left.sizeX(), 590.0f * 0.4f);
+    EXPECT_FLOAT_EQ(places.right.sizeX(), 590.0f * 0.6f);
+}
+
+TEST(PaneLayoutTest, ADraggedSplitterIsWhereTheMouseIsAndNothingElseMoves) {
+    for(const Float scale: {1.0f, 2.0f}) {
+        const PaneSizes before = withPanes(sizes(200.0f, 250.0f, 150.0f), true, true, true);
+        const PanePlaces old = placePanes(Area, before, scale);
+        const PanePlaces left = placePanes(Area, draggedSizes(Area, before, scale, Pane::Left, 370.0f), scale);
+        // Of larger text the most is less than that.
+        const Float room = scale > 1.0f ? 590.0f : 790.0f;
+        const Float expected = Math::min(367.5f, Math::max(room - old.right.sizeX(), MinPaneWidth * scale));
+        EXPECT_NEAR(left.left.sizeX(), expected, 0.01f) << scale;
+        EXPECT_NEAR(left.right.sizeX(), old.right.sizeX(), 0.01f) << scale;
+        EXPECT_EQ(left.bottom.sizeY(), old.bottom.sizeY());
+        const PanePlaces bottom = placePanes(Area, draggedSizes(Area, before, scale, Pane::Bottom, 400.0f), scale);
+        EXPECT_NEAR(bottom.bottomSplitter.center().y(), 400.0f, 0.01f) << scale;
+        EXPECT_EQ(bottom.left, old.left);
+    }
+    const PaneSizes before = withPanes(sizes(200.0f, 250.0f, 150.0f), true, true, true);
+    const PanePlaces right = placePanes(Area, draggedSizes(Area, before, 1.0f, Pane::Right, 600.0f));
+    EXPECT_NEAR(right.rightSplitter.center().x(), 600.0f, 0.01f);
+    // Beyond what the view keeps, and beyond the window.
+    EXPECT_NEAR(placePanes(Area, draggedSizes(Area, before, 1.0f, Pane::Right, 100.0f)).right.sizeX(), 590.0f, 0.01f);
+    EXPECT_EQ(placePanes(Area, draggedSizes(Area, before, 1.0f, Pane::Right, 5000.0f)).right.sizeX(), MinPaneWidth);
+}
+
 TEST(PaneLayoutTest, NothingIsNegativeOrOutsideHoweverSmallTheWindow) {
     std::mt19937 random{7};
     std::uniform_real_distribution<Float> length{-50.0f, 600.0f};
     for(int i = 0; i != 2000; ++i) {
         const Range2D area = Range2D::fromSize({0.0f, 20.0f}, {length(random), length(random)});
-        const PanePlaces places =
-            placePanes(area, withPanes(sizes(length(random), length(random), length(random)), i % 2, i % 5, i % 3));
+        const PanePlaces places = placePanes(area,
+            withPanes(sizes(length(random), length(random), length(random)), i % 2, i % 5, i % 3), Float(1 + i % 4));
         const Range2D whole{area.min(), Math::max(area.min(), area.max())};
         for(const Range2D& place: {places.left, places.right, places.view, places.bottom, places.leftSplitter,
                 places.rightSplitter, places.bottomSplitter}) {

@@ -1,16 +1,20 @@
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include <Vantrel/EditorData/VantrelEditor.h>
+#include <VantrelHost/FilePictures.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
 #include "Data/StepLog.h"
 #include "Data/Test/SessionFixture.h"
+#include "Panels/Assets/AssetBrowser.h"
 #include "Panels/HistoryPanel.h"
 #include "Panels/Panes.h"
 #include "Panels/ProblemsPanel.h"
 #include "Panels/StatisticsPanel.h"
+#include "Support/TestFolder.h"
 
 namespace VantrelEngine {
 
@@ -93,9 +97,10 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     ProblemsPanel panel;
     panel.update(session);
     ASSERT_EQ(panel.badge(), "(3)");
+    InspectedResource resource;
     const auto draw = [&] {
         panel.update(session);
-        panel.draw(session);
+        panel.draw(session, resource);
     };
     drawFrames(3, draw);
     const ImGuiWindow& rows = child("##problems");
@@ -104,6 +109,12 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     clickAt(700.0f, rows.Pos.y + row * 2.5f, draw);
     EXPECT_TRUE(session.data().isSelected(objectOf("b")));
     EXPECT_FALSE(session.data().isSelected(objectOf("a")));
+    EXPECT_EQ(resource.kind, "");
+    record("/images/i", "{'name': 'I', 'file': 'missing.png'}");
+    drawFrames(2, draw);
+    ASSERT_EQ(panel.badge(), "(4)");
+    clickAt(700.0f, rows.Pos.y + row * 4.5f, draw);
+    EXPECT_EQ(resource.kind + "/" + resource.id, "images/i") << "a resource is shown";
 }
 
 TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShrinks) {
@@ -135,13 +146,53 @@ TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShri
     EXPECT_TRUE(isLastSeen());
 }
 
+TEST_F(PanelDrawTest, TheAssetThatIsSelectedStaysSoWhenOthersComeAndGo) {
+    const VantrelTest::TestFolder folder;
+    for(int i = 10; i != 90; ++i) folder.write("f" + std::to_string(i) + ".png", "none");
+    ASSERT_EQ(session.save(folder.path("project.json")), "");
+    FilePictures images, models;
+    AssetBrowser browser;
+    const auto draw = [&] { browser.draw(session, {images, models}, true); };
+    const auto drawChanged = [&] {
+        // It looks once a second.
+        ImGui::GetIO().DeltaTime = 2.0f;
+        drawFrames(3, draw);
+        ImGui::GetIO().DeltaTime = 1.0f / 60.0f;
+    };
+    drawFrames(3, draw);
+    ImGui::GetIO().MousePos = {100.0f, 120.0f};
+    ImGui::GetIO().MouseWheel = -3.0f;
+    drawFrame(draw);
+    ImGui::GetIO().MouseWheel = 0.0f;
+    drawFrames(10, draw);
+    const float scroll = child("##assets").Scroll.y;
+    ASSERT_GT(scroll, 0.0f);
+    clickAt(100.0f, 120.0f, draw);
+    const std::string name = browser.selectedName();
+    ASSERT_NE(name, "");
+    folder.write("a.png", "none");
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name);
+    EXPECT_EQ(child("##assets").Scroll.y, scroll);
+    std::filesystem::remove(folder.path("a.png"));
+    std::filesystem::remove(folder.path("f10.png"));
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name);
+    std::filesystem::remove(folder.path(name.data()));
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), "");
+    folder.write(name.data(), "none");
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name) << "as when a program writes it anew";
+}
+
 #ifndef IMGUI_HAS_DOCK
 
 TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
     Panes panes;
     PaneSizes sizes;
     const auto draw = [&] {
-        panes.layOut(sizes);
+        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
         for(const PanelInfo& info: Panels) {
             panes.begin(info.panel, sizes);
             panes.end(info.panel);
@@ -164,6 +215,48 @@ TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
         ++seen;
     }
     EXPECT_EQ(seen, 1);
+}
+
+TEST_F(PanelDrawTest, TabsThatHaveNoRoomAreReachedByAList) {
+    Panes panes;
+    PaneSizes sizes;
+    const auto draw = [&] {
+        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
+        for(const PanelInfo& info: Panels) {
+            panes.begin(info.panel, sizes);
+            panes.end(info.panel);
+        }
+    };
+    const auto barOf = [](int tabs) -> const ImGuiTabBar& {
+        ImPool<ImGuiTabBar>& bars = ImGui::GetCurrentContext()->TabBars;
+        for(int i = 0; i != bars.GetMapSize(); ++i) {
+            const ImGuiTabBar* const bar = bars.TryGetMapData(i);
+            if(bar && bar->Tabs.Size == tabs) return *bar;
+        }
+        ADD_FAILURE() << "no bar has " << tabs << " tabs";
+        return *bars.GetByIndex(0);
+    };
+    const auto hasList = [&](int tabs) { return bool(barOf(tabs).Flags & ImGuiTabBarFlags_TabListPopupButton); };
+    drawFrames(4, draw);
+    EXPECT_FALSE(hasList(6));
+    EXPECT_FALSE(hasList(2));
+    ImGui::GetIO().FontGlobalScale = 3.0f;
+    ImGui::GetIO().DisplaySize = {1000.0f, 700.0f};
+    drawFrames(4, draw);
+    EXPECT_TRUE(hasList(6));
+    EXPECT_TRUE(hasList(2));
+    ImGui::GetIO().FontGlobalScale = 1.0f;
+    ImGui::GetIO().DisplaySize = {1600.0f, 900.0f};
+    drawFrames(4, draw);
+    EXPECT_FALSE(hasList(6));
+    // The list stands in front of the tabs.
+    ImGui::GetIO().DisplaySize = {1000.0f, 700.0f};
+    drawFrames(4, draw);
+    EXPECT_TRUE(hasList(6));
+    const ImRect bar = barOf(6).BarRect;
+    clickAt(bar.Min.x - ImGui::GetFontSize() * 0.5f, (bar.Min.y + bar.Max.y) * 0.5f, draw);
+    drawFrame(draw);
+    EXPECT_EQ(ImGui::GetCurrentContext()->OpenPopupStack.Size, 1);
 }
 
 #endif

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <limits>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -184,6 +186,65 @@ TEST(SchemaTest, ReferencesLeadToSectionsAndChoicesHaveTexts) {
         EXPECT_EQ(hasChoices, splitChoices(row.choiceTexts).size() > 1) << row.key;
         EXPECT_LE(row.min, row.max) << row.key;
     }
+}
+
+// What a cell says of the range of numbers: "from 0 on", "from 0 to 1", "above 0", "between 0 and 180"; as rangeText().
+std::string rangeIn(const std::string& cell) {
+    static const std::regex expressions[]{std::regex{R"(from (-?[0-9.]+) to (-?[0-9.]+))"},
+        std::regex{R"(between (-?[0-9.]+) and (-?[0-9.]+))"}, std::regex{R"(from (-?[0-9.]+) on)"},
+        std::regex{R"(above (-?[0-9.]+))"}};
+    std::smatch match;
+    if(std::regex_search(cell, match, expressions[0])) return "from " + match.str(1) + " to " + match.str(2);
+    if(std::regex_search(cell, match, expressions[1])) return "between " + match.str(1) + " and " + match.str(2);
+    if(std::regex_search(cell, match, expressions[2])) return match.str(1) + " or more";
+    if(std::regex_search(cell, match, expressions[3])) return "above " + match.str(1);
+    return {};
+}
+
+// Of each key that a table of the format lists: its heading and itself, and what the range of its value is.
+std::map<std::string, std::string> documentedRanges() {
+    std::map<std::string, std::string> ranges;
+    std::ifstream file{PROJECT_FORMAT};
+    std::string heading;
+    for(std::string line; std::getline(file, line);) {
+        if(line[0] == '#') heading = line.substr(line.find(' ') + 1);
+        heading.erase(std::remove(heading.begin(), heading.end(), '`'), heading.end());
+        if(line.rfind("| `", 0) != 0) continue;
+        const std::size_t end = line.find('|', 1);
+        std::istringstream keys{line.substr(1, end - 1)};
+        for(std::string text; std::getline(keys, text, '`') && std::getline(keys, text, '`');)
+            ranges[heading + ": " + text] = rangeIn(line.substr(end + 1, line.find('|', end + 1) - end));
+    }
+    return ranges;
+}
+
+// What is more than any computer counts is no end.
+std::string shownRange(SchemaKey row) {
+    if(row.max == 2147483647.0) row.max = std::numeric_limits<double>::infinity();
+    return rangeText(row);
+}
+
+TEST(SchemaTest, RangesAreThoseOfTheFormat) {
+    const std::map<std::string, std::string> documented = documentedRanges();
+    std::size_t count = 0;
+    const auto expectSameRange = [&](const SchemaKey& row, const std::string& place) {
+        ASSERT_TRUE(documented.count(place)) << place;
+        // Of bits only so many count; a choice may tell of how large something is.
+        if(row.kind == KeyKind::Flags || row.kind == KeyKind::Choice) return;
+        EXPECT_EQ(shownRange(row), documented.at(place)) << place;
+        count += !shownRange(row).empty();
+    };
+    for(const SchemaKey& row: objectSchema()) expectSameRange(row, std::string{"Objects: "} + row.key);
+    for(const ComponentSchema& schema: componentSchemas())
+        for(const SchemaKey& row: schema.keys) {
+            const std::string type = schema.type;
+            expectSameRange(row, type + ": " + (row.key + type.size() + 1));
+        }
+    for(const SchemaKey& row: settingsRows()) expectSameRange(row, std::string{"Settings: "} + row.key);
+    for(const char* const section: Sections)
+        for(const SchemaKey& row: resourceSchema(section))
+            if(std::string{"name"} != row.key) expectSameRange(row, std::string{section} + ": " + row.key);
+    EXPECT_GE(count, 40u);
 }
 
 TEST(MaterialSchemaTest, HasARowForEachParameterOfItsShader) {

@@ -66,6 +66,13 @@ TEST(CameraTest, behindTheEye) {
     EXPECT_TRUE(flat.pointOnPlane({900.0, 500.0}, {0.0, 0.0, 7.0}, Vector3d::zAxis()));
 }
 
+TEST(CameraTest, farBesideThePicture) {
+    const Camera eye = camera(lookingAt({0.0f, 0.0f, 5.0f}), perspective());
+    EXPECT_TRUE(eye.project({1.0e3, 0.0, 0.0}));
+    EXPECT_FALSE(eye.project({1.0e30, 0.0, 0.0}));
+    EXPECT_FALSE(eye.project({0.0, -1.0e30, 0.0}));
+}
+
 // The ground from one above it: the horizon is in the middle.
 TEST(CameraTest, horizon) {
     const Camera eye = camera(lookingAt({0.0f, 1.0f, 0.0f}, {0.0f, 1.0f, -1.0f}), perspective());
@@ -89,6 +96,11 @@ TEST(CameraTest, whatCannotBeUsed) {
     EXPECT_FALSE(isUsed({}, perspective(), Rect{{0.0, 0.0}, {0.0, 900.0}}));
     EXPECT_FALSE(isUsed({}, perspective(), Rect{{0.0, 0.0}, {1600.0, -1.0}}));
     EXPECT_FALSE(isUsed({}, perspective(), Rect{{nan, 0.0}, {1600.0, 900.0}}));
+    // Pictures that no screen shows, whose lines could not be drawn
+    EXPECT_TRUE(isUsed({}, perspective(), Rect{{-500.0, 9000.0}, {1.0, 1.0}}));
+    EXPECT_FALSE(isUsed({}, perspective(), Rect{{0.0, 0.0}, {1.0e-20, 900.0}}));
+    EXPECT_FALSE(isUsed({}, perspective(), Rect{{0.0, 0.0}, {1600.0, 1.0e21}}));
+    EXPECT_FALSE(isUsed({}, perspective(), Rect{{0.0, -1.0e21}, {1600.0, 900.0}}));
 }
 
 }

@@ -85,7 +85,8 @@ void BeginFrame();
 // where no window is. Without a call: behind all windows.
 void SetDrawlist(ImDrawList* list = nullptr);
 
-// The picture that the camera sees, in pixels of the screen. Handles are cut off and do not react outside.
+// The picture that the camera sees, in pixels of the screen. Handles are cut off and do not react outside. In one of less
+// than a pixel, or one that reaches beyond a million, there is no gizmo.
 void SetRect(float x, float y, float width, float height);
 
 // Kept for callers: whether the camera has a perspective is seen in its projection.

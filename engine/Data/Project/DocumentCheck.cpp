@@ -189,8 +189,7 @@ private:
         const JsonValue* const type = valueAtKey(component, "type");
         if(!type || !type->IsString())
             return add(Kind::Warning, id, index, "type",
-                type ? "not usable, expected is a text; the component is skipped"
-                     : "missing, the component is skipped");
+                type ? "not usable, expected is a text" : "missing, expected is a text");
         checkKeys(id, index, {}, component, componentKeys({type->GetString(), type->GetStringLength()}));
     }
 
@@ -220,7 +219,7 @@ private:
         for(const KnownKey& known: keys)
             if(const JsonValue* const found = valueAtKey(value, known.key))
                 if(const char* const reason = whyNotUsable(*found, known.type))
-                    add(Kind::Warning, object, component, prefix + known.key, reason);
+                    add(Kind::Unusable, object, component, prefix + known.key, reason);
     }
 
     JsonDocument& _document;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Utils/PointerToken.h"
+
 namespace VantrelEngine {
 
 namespace {
@@ -11,14 +13,22 @@ bool hasKind(const std::vector<DocumentProblem>& problems, DocumentProblem::Kind
         problems.begin(), problems.end(), [kind](const DocumentProblem& problem) { return problem.kind == kind; });
 }
 
-} // namespace
-
-std::string lineOf(const DocumentProblem& problem) {
-    std::string place = problem.object.empty() ? "" : "objects/" + problem.object;
+std::string placeBelow(const DocumentProblem& problem, const std::string& object) {
+    std::string place = object.empty() ? "" : "objects/" + object;
     if(problem.component >= 0) place += "/components/" + std::to_string(problem.component);
     if(!place.empty() && !problem.key.empty()) place += '/';
-    return place + problem.key + ": " + problem.reason;
+    return place + problem.key;
 }
+
+} // namespace
+
+std::string placeOf(const DocumentProblem& problem) { return placeBelow(problem, problem.object); }
+
+std::string pointerOf(const DocumentProblem& problem) {
+    return '/' + placeBelow(problem, pointerToken({problem.object.data(), problem.object.size()}));
+}
+
+std::string lineOf(const DocumentProblem& problem) { return placeOf(problem) + ": " + problem.reason; }
 
 bool isRefused(const std::vector<DocumentProblem>& problems) {
     return hasKind(problems, DocumentProblem::Kind::Refusal);

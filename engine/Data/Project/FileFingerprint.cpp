@@ -1,13 +1,14 @@
 #include "VantrelHost/FileFingerprint.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 #include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "Data/Project/FileCalls.h"
 
 namespace VantrelEngine {
 
@@ -22,19 +23,6 @@ std::uint64_t mixed(std::uint64_t state, std::uint64_t word) {
     return state ^ (state >> 29);
 }
 
-// As many bytes as there are, up to a block; negative where they cannot be read.
-ssize_t readBlock(int file, char* data) {
-    std::size_t size = 0;
-    while(size != BlockSize) {
-        const ssize_t count = read(file, data + size, BlockSize - size);
-        if(count < 0 && errno == EINTR) continue;
-        if(count < 0) return -1;
-        if(!count) break;
-        size += std::size_t(count);
-    }
-    return ssize_t(size);
-}
-
 void add(FileFingerprint& fingerprint, std::string_view block) {
     fingerprint.checksum = checksum(block, fingerprint.checksum);
     fingerprint.size += block.size();
@@ -46,7 +34,7 @@ std::optional<FileFingerprint> fingerprintOfOpen(int file) {
     const std::unique_ptr<char[]> block{new char[BlockSize]};
     FileFingerprint fingerprint;
     while(true) {
-        const ssize_t size = readBlock(file, block.get());
+        const ssize_t size = readBlock(file, block.get(), BlockSize);
         if(size < 0) return {};
         if(!size) return fingerprint;
         add(fingerprint, {block.get(), std::size_t(size)});

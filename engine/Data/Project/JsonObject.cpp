@@ -80,19 +80,20 @@ std::optional<Quaternion> rotation(const JsonValue& value) {
 
 } // namespace
 
-void JsonObject::warn(const char* problem, const char* expected) const {
-    _place.file().warnOnce(_place.description() + ": " + problem + ", expected is " + expected);
+void JsonObject::warnMissing(const char* expected) const {
+    _place.file().warnOnce(_place.description() + ": missing, expected is " + expected);
 }
 
 template<class T, class Reader>
 T JsonObject::read(const char* expected, Reader reader, const T& fallback, WhenMissing whenMissing) const {
     const JsonValue* const value = _place.value();
     if(!value) {
-        if(whenMissing == WhenMissing::Warn) warn("missing", expected);
+        if(whenMissing == WhenMissing::Warn) warnMissing(expected);
         return fallback;
     }
     if(const std::optional<T> read = reader(*value)) return *read;
-    warn("not usable", expected);
+    _place.file().warnUnusable(
+        {_place.path(), std::string{"not usable, expected is "} + expected}, _place.description());
     if(const JsonValue* const other = _place.defaultValue())
         if(const std::optional<T> read = reader(*other)) return *read;
     return fallback;

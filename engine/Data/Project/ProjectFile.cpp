@@ -1,6 +1,7 @@
 #include "Vantrel/EngineData/ProjectFile.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,6 +71,13 @@ struct ProjectFile::State {
     // Of the root itself.
     std::optional<MemberIndex> rootIndex;
     std::unordered_set<std::string> warnings;
+    // By its pointer: what was warned of, and why. Copies have an allocator without a state.
+    struct Unusable {
+        JsonValue value;
+        std::string reason;
+    };
+    std::map<std::string, Unusable> unusable;
+    std::size_t unusableRevision = 0;
     EditGuard* guard = nullptr;
 
     MemberIndex* indexOf(const Place& place) {
@@ -163,7 +171,33 @@ void ProjectFile::warnOnce(const std::string& line) const {
     if(_state->warnings.insert(line).second) Utility::Warning{} << line.c_str();
 }
 
-void ProjectFile::forgetWarnings() { _state->warnings.clear(); }
+void ProjectFile::warnUnusable(const UnusableValue& value, const std::string& place) const {
+    warnOnce(place + ": " + value.reason);
+    const JsonValue* const there = valueByPointer({value.pointer.data(), value.pointer.size()});
+    if(!there) return;
+    State::Unusable& known = _state->unusable[value.pointer];
+    if(known.value == *there && known.reason == value.reason) return;
+    known.value.CopyFrom(*there, _state->document.GetAllocator());
+    known.reason = value.reason;
+    ++_state->unusableRevision;
+}
+
+std::vector<ProjectFile::UnusableValue> ProjectFile::unusableValues() const {
+    std::vector<UnusableValue> values;
+    for(const auto& known: _state->unusable) {
+        const JsonValue* const there = valueByPointer({known.first.data(), known.first.size()});
+        if(there && *there == known.second.value) values.push_back({known.first, known.second.reason});
+    }
+    return values;
+}
+
+std::size_t ProjectFile::unusableRevision() const { return _state->unusableRevision; }
+
+void ProjectFile::forgetWarnings() {
+    _state->warnings.clear();
+    _state->unusable.clear();
+    ++_state->unusableRevision;
+}
 
 std::size_t ProjectFile::roomForObjects() const {
     const JsonValue* const objects = section("objects");

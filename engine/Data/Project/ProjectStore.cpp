@@ -7,12 +7,12 @@
 
 #include <VantrelHost/DocumentReader.h>
 #include <VantrelHost/DocumentWriter.h>
-#include <sys/stat.h>
 
 #include "Data/Project/DefaultSettings.h"
 #include "Data/Project/DocumentCheck.h"
 #include "Data/Project/EditCheck.h"
 #include "Data/Project/FileCalls.h"
+#include "Data/Project/FileStamp.h"
 #include "Data/Project/ReplaceFile.h"
 #include "Vantrel/EngineData/ProjectFile.h"
 
@@ -27,32 +27,9 @@ std::size_t countOf(const std::vector<DocumentProblem>& problems, Kind kind) {
         problems.begin(), problems.end(), [kind](const DocumentProblem& problem) { return problem.kind == kind; }));
 }
 
-// A file by what it is, not by the path that leads to it.
-using FileIdentity = std::pair<dev_t, ino_t>;
-
 std::optional<FileIdentity> identityOf(const std::string& path) {
-    struct stat status;
-    if(stat(path.data(), &status) != 0) return {};
-    return FileIdentity{status.st_dev, status.st_ino};
-}
-
-// A file that has the same one still holds the same, as far as one can tell without reading it.
-struct FileStamp {
-    FileIdentity identity;
-    off_t size;
-    time_t seconds;
-    long nanoseconds;
-
-    bool operator==(const FileStamp& other) const {
-        return identity == other.identity && size == other.size && seconds == other.seconds &&
-            nanoseconds == other.nanoseconds;
-    }
-};
-
-std::optional<FileStamp> stampOf(const std::string& path) {
-    struct stat status;
-    if(stat(path.data(), &status) != 0) return {};
-    return FileStamp{{status.st_dev, status.st_ino}, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    const std::optional<FileStamp> stamp = stampOf(path);
+    return stamp ? std::optional<FileIdentity>{stamp->identity} : std::nullopt;
 }
 
 std::string repairs(std::size_t count) {
@@ -181,9 +158,11 @@ std::string ProjectStore::write(const std::string& path, std::string& text) cons
 }
 
 std::string ProjectStore::save(const std::string& path, const std::string& text, Repaired repaired) {
+    // Before it is compared: what comes there from now on is another one.
+    const ExpectedFile expected = repaired == Repaired::Keep ? ExpectedFile{stampOf(path)} : ExpectedFile{};
     const std::string kept = _state->whyKept(path);
     if(!kept.empty() && repaired == Repaired::Keep) return path + ": " + kept + ", the file is kept as it is";
-    const std::string error = replaceFile(path, text, _state->calls);
+    const std::string error = replaceFile(path, text, expected, _state->calls);
     if(!error.empty()) return path + ": " + error;
     // A file that is replaced is another one afterwards; the backup has the old contents, and they are not needed to be
     // guarded any more.

@@ -15,7 +15,9 @@ struct DocumentProblem {
         // The document was changed.
         Repair,
         // The document cannot be opened.
-        Refusal
+        Refusal,
+        // A warning of a value of an object, a component or the settings that cannot be used.
+        Unusable
     };
 
     Kind kind;
@@ -27,6 +29,10 @@ struct DocumentProblem {
     std::string key;
     std::string reason;
 };
+
+// "objects/tree/components/0/light/color", and the JSON pointer to it.
+CORRADE_VISIBILITY_EXPORT std::string placeOf(const DocumentProblem& problem);
+CORRADE_VISIBILITY_EXPORT std::string pointerOf(const DocumentProblem& problem);
 
 // One line: "objects/tree/components/0/light/color: ...".
 CORRADE_VISIBILITY_EXPORT std::string lineOf(const DocumentProblem& problem);

@@ -1,17 +1,21 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <Corrade/Utility/VisibilityMacros.h>
 #include <Magnum/Magnum.h>
+#include <Magnum/Math/Color.h>
 #include <VantrelHost/Thumbnails.h>
 
 namespace VantrelEngine {
 
-// Small square pictures of image files anywhere on the disk, as a whole over a chequered ground.
+// Small square pictures of files anywhere on the disk; of images as a whole over a chequered ground.
 //
 // Panels ask each frame for those that they show. One file at a time is read beside the thread that calls; its picture is
 // there some frames later, and stays until as many others were asked for as there is room for. Of more that are seen at
@@ -20,8 +24,13 @@ namespace VantrelEngine {
 // With the GL context that is current at the first update(), and destroyed with it.
 class CORRADE_VISIBILITY_EXPORT FilePictures {
 public:
-    // Pixels along an edge, and the number of pictures, both at least 1.
-    explicit FilePictures(Magnum::Int edge = 96, std::size_t capacity = 256);
+    // Makes the picture of a file, as many pixels as the square of the edge, rows upwards; empty for none. Called beside the
+    // thread, and waited for: it ends soon when it is given up.
+    using Reader = std::function<std::vector<Magnum::Color4ub>(
+        const std::string& path, Magnum::Int edge, const std::atomic<bool>& isGivenUp)>;
+
+    // Pixels along an edge, and the number of pictures, both at least 1. Without a reader the files are images.
+    explicit FilePictures(Magnum::Int edge = 96, std::size_t capacity = 256, Reader reader = {});
     ~FilePictures();
     FilePictures(const FilePictures&) = delete;
     FilePictures& operator=(const FilePictures&) = delete;
@@ -33,7 +42,7 @@ public:
     std::optional<Thumbnail> ask(const std::string& path);
     // Something is asked for that is not there yet.
     bool isBusy() const;
-    // The files may be others by now: all of them are read again when they are asked for.
+    // The files may be others by now: all of them are read again when they are asked for, and shown as they were meanwhile.
     void forget();
 
 private:

@@ -78,11 +78,11 @@ TEST_F(MatchingTest, componentsWithoutATypeAreSkipped) {
     EXPECT_EQ(typesOf("a"), std::vector<std::string>{"input"});
     EXPECT_EQ(problem("a", 0), "it has no type");
     EXPECT_EQ(problem("a", 1), "it has no type");
-    EXPECT_EQ(problem("a", 2), "it has no type");
+    EXPECT_EQ(problem("a", 2), "it is no object");
     EXPECT_EQ(problem("a", 3), "");
     EXPECT_EQ(warnings,
         "objects/a/components/1/type: missing, expected is a text\n"
-        "objects/a/components/2/type: missing, expected is a text\n");
+        "objects/a/components/2: not an object, skipped\n");
 }
 
 TEST_F(MatchingTest, theLastCandidateTakesThePlaceOfTheOneThatWasUsed) {

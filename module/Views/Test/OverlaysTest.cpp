@@ -231,6 +231,74 @@ TEST_F(OverlaysTest, overdrawCanBeChosen) {
     EXPECT_GT(once.g(), once.r());
 }
 
+// The draws of them are made as before; there is nothing left to be drawn.
+TEST_F(OverlaysTest, collisionShapesGoAwayWhenTheyAreSwitchedOff) {
+    addObject("box", "[0, 0, 0]",
+        "{'type': 'collision', 'active': true, 'collision': {'collider': 'aabb', 'aabb': {'extents': [1, 1, 1]}, "
+        "'groups': 1}}");
+    host.frame();
+    const Image2D before = host.picture();
+    for(int i = 0; i != 2; ++i) {
+        choose(CollisionShapes);
+        EXPECT_GT(differences(before, host.picture()), 100) << i;
+        choose(CollisionShapes);
+        EXPECT_EQ(differences(before, host.picture()), 0) << i;
+    }
+}
+
+// What the camera sees at that moment, each time.
+TEST_F(OverlaysTest, cullingIsFrozenAnew) {
+    addCube("cube");
+    addCube("behind", "[6, 6, 6]");
+    host.frame();
+    ASSERT_EQ(host.state.statistics.visibleMeshes, 1);
+    choose(FreezeCullingFrustum);
+    const auto goBack = [this](Int pixels) {
+        hover();
+        press(MouseButton::Middle);
+        host.view().mouseMoveEvent({{0, pixels}, ModifierControl});
+        host.view().mouseMoveEvent({{0, pixels}, ModifierControl});
+        release(MouseButton::Middle);
+        host.frame();
+    };
+    goBack(2000);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    choose(FreezeCullingFrustum);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    choose(FreezeCullingFrustum);
+    goBack(-2000);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    choose(FreezeCullingFrustum);
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+}
+
+// Lights that were seen then are gone, or others stand in their place.
+TEST_F(OverlaysTest, frozenCullingOutlivesItsLights) {
+    const auto addSun = [this](const char* id) {
+        addObject(id, "[0, 3, 0]",
+            "{'type': 'light', 'active': true, 'light': {'type': 'sun', 'color': [1, 1, 1], 'intensity': 1, "
+            "'shadows': true, 'shadowRange': 20, 'shadowTexelSize': 0.1}}");
+    };
+    addCube("cube");
+    addSun("sun");
+    addSun("other");
+    host.frame();
+    host.frame();
+    choose(FreezeCullingFrustum);
+    for(const char* id: {"/objects/sun", "/objects/other"}) {
+        host.session.changes().recordChange(id, nullptr, false);
+        host.frame();
+        EXPECT_EQ(host.state.statistics.visibleMeshes, 1);
+    }
+    addCube("third", "[1, 0, 0]");
+    addPointLight("lamp", "[0, 2, 0]");
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 2);
+    host.session.startNew();
+    host.frame();
+    EXPECT_EQ(host.state.statistics.visibleMeshes, 0);
+}
+
 // As if they were not there.
 TEST_F(OverlaysTest, theMouseGoesPastTheLegend) {
     addCube("cube", "[-1, -1.4, 1]");

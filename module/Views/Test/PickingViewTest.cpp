@@ -78,6 +78,28 @@ TEST_F(PickingViewTest, tellsWhetherABoxIsArmed) {
     EXPECT_FALSE(host.state.isBoxArmed);
 }
 
+// The host shows a crosshair for what is beyond the cursors of the UI library.
+TEST_F(PickingViewTest, theCursorTellsThatABoxIsArmed) {
+    hover(Left);
+    EXPECT_NE(ImGui::GetMouseCursor(), ImGuiMouseCursor_COUNT);
+    pressKey('B');
+    host.frame();
+    EXPECT_EQ(ImGui::GetMouseCursor(), ImGuiMouseCursor_COUNT);
+    press(MouseButton::Left);
+    hover(Right);
+    EXPECT_EQ(ImGui::GetMouseCursor(), ImGuiMouseCursor_COUNT);
+    const auto edge = [] {
+        const auto& vertices = ImGui::GetForegroundDrawList()->VtxBuffer;
+        return std::count_if(vertices.begin(), vertices.end(),
+            [](const ImDrawVert& vertex) { return vertex.col == IM_COL32(255, 0, 153, 204); });
+    };
+    EXPECT_GT(edge(), 0);
+    release(MouseButton::Left);
+    host.frame();
+    EXPECT_NE(ImGui::GetMouseCursor(), ImGuiMouseCursor_COUNT);
+    EXPECT_EQ(edge(), 0);
+}
+
 TEST_F(PickingViewTest, withTwicePixels) {
     host.platform.scale = Vector2{2.0f};
     host.resize({321, 241});
@@ -115,6 +137,19 @@ TEST_F(PickingViewTest, nothingWhileFlyingOrOutside) {
     hover({-20, 138});
     press(MouseButton::Left);
     EXPECT_EQ(selected(), "");
+}
+
+// The mouse was over the picture in the last frame, and went on to a panel before it was pressed.
+TEST_F(PickingViewTest, aPressThatIsElsewhereAlready) {
+    click(Left);
+    hover(Right);
+    host.platform.cursor = {330.0, 138.0};
+    press(MouseButton::Left);
+    release(MouseButton::Left);
+    EXPECT_EQ(selected(), "left");
+    press(MouseButton::Right);
+    EXPECT_FALSE(host.platform.isCursorDisabled);
+    release(MouseButton::Right);
 }
 
 TEST_F(PickingViewTest, otherButtonsSelectNothing) {

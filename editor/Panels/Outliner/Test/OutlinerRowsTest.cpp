@@ -93,6 +93,29 @@ TEST_F(OutlinerRowsTest, WhatWasFoldedWhenItWasDeletedIsFoldedWhenItComesBack) {
     EXPECT_EQ(shown().substr(shown().size() - 14), "x House .Room ");
 }
 
+TEST_F(OutlinerRowsTest, WhatTookThePlaceOfAFoldedObjectWhileNobodyLookedIsNotFolded) {
+    const auto add = [this](Id parent, const std::string& id) {
+        const Id object = OutlinerRowsTest::add(parent, id);
+        scene.objectIds.setName(object, {id.data(), id.size()});
+        return object;
+    };
+    Id house = add(RootObject, "house");
+    add(house, "room");
+    shown();
+    rows.setFolded(scene, house, true);
+    // Few of them, and so many that all are made anew.
+    for(const int count: {2, 60}) {
+        scene.deleteObjects(house);
+        for(int i = 0; i != count; ++i) add(add(RootObject, "x" + std::to_string(i)), "y" + std::to_string(i));
+        ASSERT_TRUE(scene.isValid(house)) << "its place is another object's";
+        EXPECT_EQ(shown().find("x0 .y0 x1 .y1 "), 0u) << shown();
+        while(scene.firstChild(RootObject) != NoObject) scene.deleteObjects(scene.firstChild(RootObject));
+        house = add(RootObject, "house");
+        add(house, "room");
+        EXPECT_EQ(shown(), "house ");
+    }
+}
+
 // As while the pane is closed.
 TEST_F(OutlinerRowsTest, WhatCameAndWentBetweenTwoLooks) {
     add(RootObject, "a");

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include <Magnum/Math/Functions.h>
 #include <Magnum/Math/Vector4.h>
 
 namespace ImGuizmo::Implementation {
@@ -13,6 +14,8 @@ using namespace Magnum;
 namespace {
 
 constexpr Double LeastW = 1.0e-9, LeastCosine = 1.0e-4, FarthestHit = 100.0;
+// Squares of pixels are floats where they are drawn.
+constexpr Double LeastPicture = 1.0, FarthestPixel = 1.0e6;
 
 bool isFinite(const Matrix4d& matrix) {
     return std::all_of(matrix.data(), matrix.data() + 16, [](Double number) { return std::isfinite(number); });
@@ -24,6 +27,12 @@ Matrix4d matrixFrom(const float* data) {
     return out;
 }
 
+bool isPicture(const Rect& rect) {
+    const Double farthest = std::max(Math::abs(rect.position).max(), rect.size.max());
+    return std::isfinite(rect.position.sum() + rect.size.sum()) && rect.size.min() >= LeastPicture &&
+        farthest < FarthestPixel;
+}
+
 } // namespace
 
 bool Rect::contains(const Vector2d& pixel) const {
@@ -33,8 +42,7 @@ bool Rect::contains(const Vector2d& pixel) const {
 
 std::optional<Camera> Camera::create(const float* view, const float* projection, const Rect& rect) {
     const Matrix4d v = matrixFrom(view), p = matrixFrom(projection);
-    const bool hasSize = std::isfinite(rect.position.sum() + rect.size.sum()) && rect.size.min() > 0.0;
-    if(!hasSize || !isFinite(v) || !isFinite(p) || v.determinant() == 0.0 || p[0][0] == 0.0 || p[1][1] == 0.0)
+    if(!isPicture(rect) || !isFinite(v) || !isFinite(p) || v.determinant() == 0.0 || p[0][0] == 0.0 || p[1][1] == 0.0)
         return {};
     const Camera out{v, p, rect};
     return isFinite(out._world) ? std::optional{out} : std::nullopt;
@@ -51,7 +59,8 @@ std::optional<Vector2d> Camera::project(const Vector3d& point) const {
     const Math::Vector4<Double> clip = _toClip * Math::Vector4<Double>{point, 1.0};
     if(!(clip.w() > LeastW)) return {};
     const Vector2d device{clip.x() / clip.w(), -clip.y() / clip.w()};
-    return _rect.position + (device * 0.5 + Vector2d{0.5}) * _rect.size;
+    const Vector2d pixel = _rect.position + (device * 0.5 + Vector2d{0.5}) * _rect.size;
+    return Math::abs(pixel).max() < FarthestPixel ? std::optional{pixel} : std::nullopt;
 }
 
 // From the projection's elements instead of its inverse, which is useless for one that reaches to infinity.

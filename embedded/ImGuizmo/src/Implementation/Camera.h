@@ -20,10 +20,11 @@ struct Rect {
 // Looks at the world through a rectangle of the screen, with the conventions of OpenGL.
 class Camera {
 public:
-    // Column after column. Nothing if the matrices cannot be inverted or are not finite, or the rectangle is empty.
+    // Column after column. Nothing if the matrices cannot be inverted or are not finite, or the rectangle has less
+    // than a pixel or reaches beyond any screen: a million pixels.
     static std::optional<Camera> create(const float* view, const float* projection, const Rect& rect);
 
-    // The pixel where a point is seen; nothing for a point that is not before the camera.
+    // The pixel where a point is seen; nothing for a point that is not before the camera, or is seen that far away.
     std::optional<Magnum::Vector2d> project(const Magnum::Vector3d& point) const;
     // The point of a plane that is seen at a pixel. Nothing where the plane is not before the camera, and close to its
     // horizon, where a pixel would be a hundred times as far away as the plane's point.

@@ -71,7 +71,7 @@ TEST(DocumentCheckTest, duplicateKeysAtEachLevel) {
         ElementsAre(std::string{"R settings/a/1/b: "} + Once, std::string{"R settings/a: "} + Once,
             std::string{"R objects/x/name: "} + Once, std::string{"R objects/x/components/1/type: "} + Once,
             std::string{"R objects/x/components/1/light/color: "} + Once,
-            "W objects/x/components/0/type: missing, the component is skipped", std::string{"R objects/x: "} + Once,
+            "W objects/x/components/0/type: missing, expected is a text", std::string{"R objects/x: "} + Once,
             std::string{"R objects: "} + Once, std::string{"R z/k: "} + Once, std::string{"R z/k: "} + Once));
     EXPECT_EQ(jsonText(checked.document),
         R"({"settings":{"a":[1,{"b":1}]},"objects":{"x":{"name":"n","components":[{},{"type":"light",)"
@@ -159,8 +159,8 @@ TEST(DocumentCheckTest, componentsThatAreNone) {
                           R"("b":{"components":{}}}})"};
     EXPECT_THAT(checked.lines(),
         ElementsAre("W objects/a/components/0: not an object, skipped",
-            "W objects/a/components/1/type: missing, the component is skipped",
-            "W objects/a/components/2/type: not usable, expected is a text; the component is skipped",
+            "W objects/a/components/1/type: missing, expected is a text",
+            "W objects/a/components/2/type: not usable, expected is a text",
             "W objects/a/components/3/light: not usable, expected is an object",
             "W objects/b/components: not usable, expected is an array"));
 }

@@ -32,7 +32,7 @@ inline JsonDocument parsedValue(const std::string& text) {
 inline std::vector<std::string> linesOf(const std::vector<DocumentProblem>& problems) {
     std::vector<std::string> lines;
     for(const DocumentProblem& problem: problems)
-        lines.push_back(std::string{"WRX"[int(problem.kind)]} + " " + lineOf(problem));
+        lines.push_back(std::string{"WRXW"[int(problem.kind)]} + " " + lineOf(problem));
     return lines;
 }
 

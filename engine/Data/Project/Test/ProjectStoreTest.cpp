@@ -12,6 +12,7 @@
 #include "Data/Project/Test/DocumentTestSupport.h"
 #include "Vantrel/EngineData/ProjectFile.h"
 
+#include "Support/MeddledCalls.h"
 #include "Support/TestFolder.h"
 
 namespace {
@@ -197,6 +198,29 @@ TEST_F(ProjectStoreTest, whatSomebodyElseWroteIsNotSavedOverUnasked) {
     fs::remove(path);
     EXPECT_FALSE(store.changedOutside());
     EXPECT_EQ(store.save(path), "");
+}
+
+TEST_F(ProjectStoreTest, whatSomebodyElseWritesDuringTheSaveIsNotSavedOverUnasked) {
+    const std::string theirs = std::string{Whole} + "\n";
+    VantrelTest::MeddledCalls calls;
+    ProjectFile projectFile;
+    ProjectStore meddled{projectFile, &calls};
+    writeFile(path, Whole);
+    ASSERT_EQ(meddled.open(path).error, "");
+    calls.meddle = [&] { writeFile(path, theirs); };
+    EXPECT_THAT(meddled.save(path), HasSubstr("changed by somebody else just now"));
+    EXPECT_EQ(readFile(path), theirs);
+    EXPECT_TRUE(meddled.keeps(path));
+    calls.meddle = [&] { writeFile(path, theirs + "\n"); };
+    EXPECT_EQ(meddled.save(path, ProjectStore::Repaired::Overwrite), "");
+    EXPECT_EQ(readFile(path + ".bak"), theirs + "\n");
+    EXPECT_FALSE(meddled.changedOutside());
+    // A name that was free.
+    const std::string copy = folder / "copy.json";
+    calls.meddle = [&] { writeFile(copy, theirs); };
+    EXPECT_THAT(meddled.save(copy), HasSubstr("changed by somebody else just now"));
+    EXPECT_EQ(readFile(copy), theirs);
+    EXPECT_EQ(meddled.path(), path);
 }
 
 TEST_F(ProjectStoreTest, aFileIsKeptForAReason) {

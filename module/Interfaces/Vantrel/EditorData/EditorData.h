@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 
 #include <Corrade/Containers/Pair.h>
 #include <Corrade/Utility/VisibilityMacros.h>
@@ -90,6 +91,12 @@ public:
 
     // Another number for each project that is opened.
     Magnum::UnsignedInt projectNumber = 0;
+
+    // Drawn at random: another number for each editor.
+    const Magnum::UnsignedLong editorNumber;
+
+    // Where the project was opened or saved last; empty for none.
+    std::string projectPath;
 
     // Written by the scene view when its state is saved.
     std::optional<SceneViewRecord> sceneView;

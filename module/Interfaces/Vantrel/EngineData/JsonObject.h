@@ -57,7 +57,7 @@ public:
     static JsonValue* valueByPointer(ProjectFile& file, Corrade::Containers::StringView pointer);
 
 private:
-    void warn(const char* problem, const char* expected) const;
+    void warnMissing(const char* expected) const;
     template<class T, class Reader>
     T read(const char* expected, Reader reader, const T& fallback, WhenMissing whenMissing = WhenMissing::Warn) const;
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <Corrade/Containers/StringView.h>
 #include <Corrade/Utility/VisibilityMacros.h>
@@ -43,6 +44,16 @@ public:
     // The warning, on the warning output, the first time that it is given; what is wrong in a project would be said
     // again with each frame of a drag otherwise.
     void warnOnce(const std::string& line) const;
+    // The same of a value that cannot be used, "PLACE: REASON", which is remembered by its pointer besides.
+    struct UnusableValue {
+        std::string pointer, reason;
+    };
+    void warnUnusable(const UnusableValue& value, const std::string& place) const;
+    // Those that stand in the document still as they were when they were warned of last, by their pointers. Linear in
+    // all that were.
+    std::vector<UnusableValue> unusableValues() const;
+    // Another one whenever a value was warned of that was not remembered.
+    std::size_t unusableRevision() const;
     void forgetWarnings();
 
     // How many more objects the document takes. Who adds several in one group asks first: the one too many is refused,

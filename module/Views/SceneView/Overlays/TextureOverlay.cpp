@@ -1,5 +1,8 @@
 #include "Views/SceneView/Overlays/TextureOverlay.h"
 
+#include <cfloat>
+
+#include <Magnum/Math/Functions.h>
 #include <Vantrel/Renderer/RendererDebug.h>
 
 #include "Views/UserInterface.h"
@@ -20,12 +23,21 @@ void drawStatistics(const TileStackTextureAtlas::Statistics& statistics) {
     ImGui::Text("compact list size:\t%zu", statistics.compactListSize);
 }
 
-// At the top right of the view, the first time.
+// Of the window: a title, the level and five switches, and eight lines of text below a gap.
+Float height() {
+    const ImGuiStyle& style = ImGui::GetStyle();
+    return ImGui::GetFrameHeight() + 2.0f * style.WindowPadding.y + 6.0f * ImGui::GetFrameHeightWithSpacing() +
+        8.0f * ImGui::GetTextLineHeightWithSpacing();
+}
+
+// At the top right of the view, the first time; higher where it would reach beyond the display, but never over the menu
+// that it is switched off with. What has no room then is scrolled to.
 void placeFirst() {
     const Vector2 view = UserInterface::vector(ImGui::GetWindowPos());
-    const Float margin = ImGui::GetFrameHeight();
-    ImGui::SetNextWindowPos(
-        {view.x() + ImGui::GetWindowWidth() - margin, view.y() + 4.0f * margin}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
+    const Float margin = ImGui::GetFrameHeight(), display = ImGui::GetIO().DisplaySize.y;
+    const Float top = view.y() + Math::clamp((display - view.y() - height()) / margin, 2.0f, 4.0f) * margin;
+    ImGui::SetNextWindowPos({view.x() + ImGui::GetWindowWidth() - margin, top}, ImGuiCond_FirstUseEver, {1.0f, 0.0f});
+    ImGui::SetNextWindowSizeConstraints({0.0f, 0.0f}, {FLT_MAX, Math::max(display - top, 8.0f * margin)});
 }
 
 }

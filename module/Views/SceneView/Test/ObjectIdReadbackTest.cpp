@@ -4,6 +4,7 @@
 #include <random>
 #include <set>
 
+#include <Corrade/Containers/StridedArrayView.h>
 #include <Magnum/GL/Framebuffer.h>
 #include <Magnum/GL/Renderer.h>
 #include <Magnum/GL/Texture.h>

@@ -167,6 +167,23 @@ TEST_F(GizmoDragTest, turning) {
     for(int i = 0; i != 3; ++i) EXPECT_FLOAT_EQ(scaling[i].GetFloat(), Float(i + 1));
 }
 
+TEST_F(GizmoDragTest, stepsOfTurning) {
+    addObject("a");
+    select({"a"});
+    GizmoSettings settings;
+    settings.gizmoOperation = GizmoOperation::Rotate;
+    settings.snapRotationEnabled = true;
+    settings.snapRotation = 90.0f;
+    setGizmo(settings);
+    turn({}, 70.0_degf);
+    expectNear(worldOf("a"), Matrix4::rotationZ(90.0_degf));
+    // Ctrl does not switch it off.
+    ImGui::GetIO().KeyCtrl = true;
+    turn({}, 70.0_degf);
+    ImGui::GetIO().KeyCtrl = false;
+    expectNear(worldOf("a"), Matrix4::rotationZ(180.0_degf));
+}
+
 TEST_F(GizmoDragTest, whatIsMirroredTurnsWithTheMouse) {
     addObject("a", "", "[0, 0, 0]", "[0, 0, 0.3826834, 0.9238795]", "[-1, 2, 1]");
     select({"a"});
@@ -207,6 +224,14 @@ TEST_F(GizmoDragTest, stepsOfScaling) {
     setGizmo(settings);
     dragMiddle("a", {130.0f, 0.0f});
     expectNear(scalingOf("a"), Vector3{2.5f});
+    settings.snapScaleEnabled = false;
+    setGizmo(settings);
+    dragMiddle("a", {20.0f, 0.0f});
+    expectNear(scalingOf("a"), Vector3{3.0f});
+    ImGui::GetIO().KeyCtrl = true;
+    dragMiddle("a", {30.0f, 0.0f});
+    ImGui::GetIO().KeyCtrl = false;
+    expectNear(scalingOf("a"), Vector3{4.5f});
 }
 
 // The child follows by itself, and stands in the document as it did.
@@ -222,6 +247,20 @@ TEST_F(GizmoDragTest, aParentTakesItsChildAlong) {
     expectNear(positionOf("child"), {3.0f, 1.0f, 0.0f});
     expectNear(positionOf("other"), {5.0f, 0.0f, 0.0f});
     EXPECT_EQ(documentOf("child", "translation"), child);
+}
+
+// Whatever those of the objects are; one alone has its own.
+TEST_F(GizmoDragTest, severalHaveTheAxesOfTheWorld) {
+    for(const char* id: {"a", "b"}) addObject(id, "", "[0, 0, 0]", "[0, 0, 0.3826834, 0.9238795]");
+    setOperation(GizmoOperation::Translate, GizmoSpace::Local);
+    const Vector2 onAxis{axisLength() * 0.75f, 0.0f}, way{24.0f, 0.0f};
+    select({"a", "b"});
+    drag(pointOf({}) + onAxis, way + Vector2{0.0f, -40.0f});
+    for(const char* id: {"a", "b"}) expectNear(positionOf(id), {1.0f, 0.0f, 0.0f});
+    select({"a"});
+    const Vector2 alongIts = (onAxis + Vector2{0.0f, -onAxis.x()}) * 0.7071f;
+    drag(pointOf(positionOf("a")) + alongIts, {48.0f, 0.0f});
+    expectNear(positionOf("a"), {2.0f, 1.0f, 0.0f}, 0.02f);
 }
 
 TEST_F(GizmoDragTest, severalTurnAboutTheirMean) {

@@ -2,6 +2,7 @@
 
 #include <Magnum/GL/Framebuffer.h>
 #include <gmock/gmock.h>
+#include <imgui_internal.h>
 
 #include "GizmoFixture.h"
 
@@ -150,6 +151,27 @@ TEST_F(GizmoEdgeTest, aViewOfOnePoint) {
         EXPECT_EQ(document(), before);
     }
     EXPECT_GE(host.state.sceneViewFramebuffer->viewport().size().min(), 1);
+}
+
+// Neither drawn nor dragged; what is below the handle is selected by the box.
+TEST_F(GizmoEdgeTest, noGizmoWhileABoxIsArmed) {
+    addCube("cube", "[0, 0, 0]");
+    addObject("a");
+    select({"a"});
+    const auto vertices = [] { return ImGui::FindWindowByName("Scene View")->DrawList->VtxBuffer.Size; };
+    moveTo(pointOf({}));
+    const int with = vertices();
+    pressKey('B');
+    host.frame();
+    const int without = vertices();
+    EXPECT_LT(without, with - 100);
+    const std::string before = document();
+    drag(pointOf({}) - Vector2{4.0f}, {30.0f, 30.0f});
+    EXPECT_EQ(document(), before);
+    EXPECT_TRUE(data().isSelected(objectOf("cube")));
+    // With the box it is over.
+    host.frame();
+    EXPECT_GT(vertices(), without + 100);
 }
 
 // A child of a selected object is passed over also where nothing else is selected.

@@ -140,6 +140,37 @@ TEST_F(GizmoEndTest, anotherSelection) {
     EXPECT_EQ(documentOf("b", "translation"), "[4,-2,0]");
 }
 
+// Chosen by a key, or the same one with other axes.
+TEST_F(GizmoEndTest, anotherOperation) {
+    int before = steps();
+    for(const char key: {'R', 'G', 'G', 'S'}) {
+        setOperation(key == 'R' || key == 'S' ? GizmoOperation::Translate : GizmoOperation::Scale,
+            key == 'R' || key == 'S' ? GizmoSpace::World : GizmoSpace::Local);
+        grab(pointOf(positionOf("a")));
+        moveTo(mouse() + Vector2{10.0f, 5.0f});
+        ASSERT_TRUE(isOnTrial());
+        pressKey(key);
+        EXPECT_FALSE(isOnTrial());
+        EXPECT_EQ(steps(), ++before) << key;
+        expectOver();
+    }
+    setOperation(GizmoOperation::Translate);
+    dragHalf();
+    pressKey('G');
+    EXPECT_EQ(steps(), ++before);
+    expectOver();
+}
+
+TEST_F(GizmoEndTest, aBoxIsArmed) {
+    const int before = steps();
+    dragHalf();
+    pressKey('B');
+    host.frame();
+    EXPECT_FALSE(isOnTrial());
+    EXPECT_EQ(steps(), before + 1);
+    expectOver();
+}
+
 TEST_F(GizmoEndTest, nothingSelected) {
     dragHalf();
     data().selection().clear();

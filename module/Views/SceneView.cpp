@@ -374,14 +374,16 @@ void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
-// While a handle is held the other buttons are the gizmo's.
+// While a handle is held the other buttons are the gizmo's. What was hovered in the last frame the mouse may have left.
 void SceneView::mousePressEvent(const MouseEvent& event) {
     if(_gizmo.isHeld()) {
         if(event.button == MouseButton::Right) cancelDrag();
         return;
     }
-    apply(_navigation.mousePress(event, _frame.isHovered));
-    if(event.button == MouseButton::Left) _isPressTaken = _picking.mousePress(event, pressState(), pickTarget());
+    const bool isHovered = _frame.isHovered && picture().contains(event.position);
+    apply(_navigation.mousePress(event, isHovered));
+    if(event.button == MouseButton::Left)
+        _isPressTaken = _picking.mousePress(event, pressState(isHovered), pickTarget());
 }
 
 void SceneView::cancelDrag() {
@@ -446,13 +448,15 @@ void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(
 
 void SceneView::focusLost() { letGo(); }
 
-PressState SceneView::pressState() const {
+PressState SceneView::pressState(bool isHovered) const {
     PressState state;
-    state.isHovered = _frame.isHovered;
+    state.isHovered = isHovered;
     state.isFlying = _navigation.mode() == NavigationMode::Fly;
     state.isOverHandle = _data->firstSelectedObject() && _gizmo.isOver();
     return state;
 }
+
+Range2Di SceneView::picture() const { return Range2Di::fromSize(_frame.origin, _frame.size); }
 
 PickTarget SceneView::pickTarget() {
     return {*_data, _editor->state(), _frameRenderer.framebuffers().resolved(), _frame};

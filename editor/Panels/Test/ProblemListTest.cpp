@@ -49,6 +49,16 @@ TEST_F(ProblemListTest, FollowsTheProject) {
     EXPECT_EQ(told(), "");
 }
 
+TEST_F(ProblemListTest, ResourcesFollowTheProjectToo) {
+    record("/images/wall", "{'name': 'Wall', 'file': 'missing.png'}");
+    const std::string missing = told();
+    EXPECT_EQ(missing.find("wall, images: "), 0u) << missing;
+    record("/images/wall/file", "'other.png'");
+    EXPECT_NE(told(), missing);
+    remove("/images/wall");
+    EXPECT_EQ(told(), "");
+}
+
 TEST_F(ProblemListTest, RepairsStandUntilTheyAreSaved) {
     const VantrelTest::TestFolder folder;
     const std::string path = folder.path("project.json");

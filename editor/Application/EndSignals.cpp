@@ -26,6 +26,7 @@ EndSignals::EndSignals(std::function<void()> wake): _wake{std::move(wake)} {
     // By which the thread is told to end.
     sigaddset(&_signals, SIGUSR1);
     pthread_sigmask(SIG_BLOCK, &_signals, &_before);
+    _pipeBefore = signal(SIGPIPE, SIG_IGN);
     _thread = std::thread{[this] { listen(); }};
 }
 
@@ -35,6 +36,7 @@ EndSignals::~EndSignals() {
     _thread.join();
     if(_received) endBy(_received, _signals);
     pthread_sigmask(SIG_SETMASK, &_before, nullptr);
+    signal(SIGPIPE, _pipeBefore);
 }
 
 void EndSignals::listen() {

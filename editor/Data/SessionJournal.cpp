@@ -45,12 +45,13 @@ std::string putAside(JournalFile& file) {
     return {};
 }
 
-// What is not brought back of it is not lost.
-void warnOfRest(const std::string& path, const std::string& reason) {
+// What is not brought back of it is not lost. Whether it is kept.
+bool warnOfRest(const std::string& path, const std::string& reason) {
     const std::string aside = asideOf(path);
     std::error_code error;
     fs::copy_file(path, aside, error);
     warn(path, reason + (error ? std::string{} : "; all of it is kept as " + aside));
+    return !error;
 }
 
 } // namespace
@@ -116,11 +117,14 @@ void ProjectSession::applySteps(FoundJournal& found) {
     }
     update();
     selectAsAfterSteps(*this);
+    bool isKept = false;
     if(!fits)
-        warnOfRest(found.file->path(),
+        isKept = warnOfRest(found.file->path(),
             "what it has behind step " + std::to_string(recovery.steps().size()) + " does not fit the project");
     else if(recovery.isDamaged())
-        warnOfRest(found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
+        isKept = warnOfRest(
+            found.file->path(), "the journal is damaged, and what stands before the damage was brought back");
+    if(isKept && _workingFolder) _workingFolder->leave();
 }
 
 void ProjectSession::bringBack(FoundJournal found) {

@@ -48,13 +48,16 @@ bool isRecent(const fs::path& folder) {
     return !error && fs::file_time_type::clock::now() - time < KeptFor;
 }
 
-// A journal, of whatever age and by whatever clock: only the user gives up its steps. Or a folder of what was imported.
+// A journal, of whatever age and by whatever clock: only the user gives up its steps. Or for a while a folder of what was
+// imported, and what of a damaged journal could not be brought back.
 bool hasWork(const fs::path& folder) {
     std::error_code error;
     for(fs::directory_iterator entry{folder, error}; !error && entry != fs::directory_iterator{};
         entry.increment(error)) {
         std::error_code ignored;
         if(entry->path().extension() == ".journal") return true;
+        const bool isKeptJournal = entry->path().stem().extension() == ".journal";
+        if(isKeptJournal && isRecent(entry->path())) return true;
         if(entry->is_directory(ignored) && isRecent(entry->path())) return true;
     }
     return false;

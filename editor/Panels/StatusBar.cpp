@@ -68,8 +68,7 @@ void drawTrouble(const std::string& trouble) {
     ImGui::TextColored(colorOf(Severity::Error), "%s", NoJournal);
     if(ImGui::IsItemHovered())
         ImGui::SetTooltip(
-            "What is not saved is lost if the editor ends unexpectedly: the journal cannot be written.\n%s",
-            trouble.data());
+            "What is not saved is lost if the editor ends unexpectedly: no journal is kept.\n%s", trouble.data());
     ImGui::SameLine(0.0f, ImGui::GetStyle().ItemSpacing.x * 2.0f);
 }
 

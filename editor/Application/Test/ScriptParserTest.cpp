@@ -63,7 +63,7 @@ TEST(ScriptParserTest, BadLines) {
     const struct {
         const char *line, *reason;
     } cases[]{{"wiat 5", "there is no such command"}, {"Wait 5", "there is no such command"},
-        {"wait", "expected: wait FRAMES|import"}, {"wait 1 2", "expected: wait FRAMES|import"},
+        {"wait", "expected: wait FRAMES|import|pictures"}, {"wait 1 2", "expected: wait FRAMES|import|pictures"},
         {"wait x", "\"x\" is no number"}, {"wait 0", "\"0\" is not between 1 and 1000000"},
         {"wait 1.5", "\"1.5\" is no whole number"}, {"wait 1e9", "\"1e9\" is not between 1 and 1000000"},
         {"wait nan", "\"nan\" is no number"}, {"mouse 1", "expected: mouse X Y"}, {"mouse 1 2x", "\"2x\" is no number"},

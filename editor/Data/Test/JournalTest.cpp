@@ -492,6 +492,31 @@ TEST_F(JournalTest, itIsTriedAgainToBeginOne) {
     old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
 }
 
+// It was said to be kept, whatever becomes of the project.
+TEST_F(JournalTest, whatAProjectWithoutAFileDoesNotBringBackIsKept) {
+    const char* const old = std::getenv("XDG_DATA_HOME");
+    const std::string before = old ? old : "";
+    setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
+    const std::string working = folder.path("data/vantrel/untitled-abcdef");
+    {
+        Editing crashed{{}};
+        crashed.step("/objects/x", objectJson("X"));
+        fs::create_directories(working);
+        fs::copy(fs::path{crashed.session.journal()->path()}.parent_path(), working);
+    }
+    const std::string text = readFile(working + "/.project.json.journal") + "damage\n";
+    writeFile(working + "/.project.json.journal", text);
+    {
+        Editing editing{{}};
+        EXPECT_THAT(printed([&] { EXPECT_EQ(editing.session.recoverUntitled(working), ""); }), HasSubstr("is kept as"));
+        EXPECT_THAT(editing.document(), HasSubstr("\"x\""));
+        EXPECT_EQ(editing.session.save(folder.path("saved.json")), "");
+    }
+    EXPECT_EQ(readFile(working + "/.project.json.journal.1"), text);
+    EXPECT_FALSE(fs::exists(working + "/.project.json.journal"));
+    old ? setenv("XDG_DATA_HOME", before.data(), 1) : unsetenv("XDG_DATA_HOME");
+}
+
 TEST_F(JournalTest, thatOfAnotherUserMayBeInUse) {
     struct: FileCalls {
         int open(const char* path, int flags, mode_t mode) override {

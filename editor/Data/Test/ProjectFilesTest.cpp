@@ -278,6 +278,10 @@ TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
     other.write("vantrel/untitled-journal/.project.json.journal", "");
     fs::last_write_time(other.path("vantrel/untitled-journal/.project.json.journal"),
         fs::file_time_type::clock::now() - std::chrono::hours{400 * 24});
+    for(const char* const name: {"untitled-rest", "untitled-old-rest"})
+        other.write("vantrel/" + std::string{name} + "/.project.json.journal.1", ""), leave(name, false, false);
+    fs::last_write_time(other.path("vantrel/untitled-old-rest/.project.json.journal.1"),
+        fs::file_time_type::clock::now() - std::chrono::hours{31 * 24});
     leave("other", false, false);
     other.write("vantrel/untitled-unknown/file", "");
     WorkingFolder::removeAbandoned();
@@ -289,6 +293,8 @@ TEST_F(WorkingFolderTest, WhatAProcessLeftBehindGoes) {
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-files/imported/a.png")));
     EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-old")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-journal/imported/a.png")));
+    EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-rest/.project.json.journal.1")));
+    EXPECT_FALSE(fs::exists(other.path("vantrel/untitled-old-rest")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/other")));
     EXPECT_TRUE(fs::exists(other.path("vantrel/untitled-unknown")));
 }

@@ -34,6 +34,9 @@ constexpr Float NormalLength = 0.02f;
 
 constexpr Vector2i PreviewSize{128, 128};
 
+// A frame of a scene with hundreds of lights that throw shadows, see WebGL2Renderer::setShadowWork().
+constexpr UnsignedLong ShadowWork = 4'000'000;
+
 // The shadows of one light follow each other.
 ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
     ShadowsData data;
@@ -283,9 +286,12 @@ void SceneView::prepareFrame() {
 
 void SceneView::renderScene() {
     SharedState& state = _editor->state();
+    _renderer->setShadowWork(state.wantsWholePicture ? ~UnsignedLong{} : ShadowWork);
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
+    state.isPictureIncomplete = _renderer->areShadowsWaiting();
+    if(state.isPictureIncomplete) state.wantsFrame = true;
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 #include <imgui.h>
@@ -89,6 +90,13 @@ void drawAxis(int part) {
     ImGui::GetWindowDrawList()->AddRectFilled(min, {min.x + thickness, max.y}, colors[part], 2.0f);
 }
 
+// All digits of a number that has no room for them.
+void tellDigits(double value, const char* format) {
+    char shown[64];
+    std::snprintf(shown, sizeof shown, format, value);
+    if(std::abs(std::strtod(shown, nullptr) - value) > 1.0e-5 * std::abs(value)) ImGui::SetTooltip("%.10g", value);
+}
+
 struct Part {
     int number;
     double value;
@@ -108,6 +116,7 @@ std::optional<FieldInput> drawPart(FieldMemory& memory, const SchemaKey& key, co
     ImGui::SetNextItemWidth(width);
     const bool isChanged = ImGui::DragScalar("##number", ImGuiDataType_Double, &value, float(isWhole(key) ? 0.1 : step),
         &min, &max, part.isMixed && !isDragged ? MixedText : format.text);
+    if(!isActive && !part.isMixed && ImGui::IsItemHovered()) tellDigits(value, format.text);
     if(!part.isAlone) drawAxis(part.number);
     const bool isTyping = ImGui::TempInputIsActive(item);
     ImGui::PopID();

@@ -557,7 +557,7 @@ void Editor::drawFrame(GL::AbstractFramebuffer& framebuffer, const Vector2& wind
     _thumbnails.beginFrame();
     _pictures.update(_isReplayed);
     if(!_isReplayed && _models.update(false)) requestFrames();
-    _session->editor().state().wantsFrame = false;
+    _session->editor().state().wantsFrame = _session->editor().state().isPictureIncomplete = false;
     _session->editor().state().isLocked = isBlocked();
     if(_settlingFrames) --_settlingFrames;
 

@@ -110,6 +110,9 @@ public:
     bool wantsFrame() const;
     // Whether something goes on that is looked at now and then, in a frame: several times a second will do.
     bool isWaiting() const { return _imports.isBusy() || (!_isReplayed && _models.isBusy()); }
+    // Whether the last frame lacks something, and whether the next one may not.
+    bool isPictureIncomplete() { return _session->editor().state().isPictureIncomplete; }
+    void wantWholePicture(bool wants) { _session->editor().state().wantsWholePicture = wants; }
     // Something happened: what it leads to takes a few frames to be seen.
     void requestFrames() { _settlingFrames = SettlingFrames; }
     bool wantsQuit() const { return _wantsQuit; }

@@ -61,7 +61,7 @@ void EditorPanels::drawPanel(Panel panel, const PanelContext& context) {
     case Panel::Resources: return _resources.draw(context.session, context.thumbnails, _inspected);
     case Panel::History: _step = _history.draw(context.session.steps()); return;
     case Panel::Log: return _log.draw(context.log);
-    case Panel::Problems: return _problems.draw(context.session);
+    case Panel::Problems: return _problems.draw(context.session, _inspected);
     case Panel::Statistics: return drawStatistics(context);
     }
 }

@@ -71,13 +71,13 @@ public:
         // Windows find their order and their places.
         for(int i = 0; i != FramesBeforeScript; ++i) drawFrame();
         ScriptRunner::Stage stage{[this] { drawFrame(); }, [this] { return fitTarget(); },
-            [this](const std::string& file) { return writePng(file, _target->read()); }};
+            [this](const std::string& file) { return writePicture(file); }};
         return ScriptRunner{_editor, _platform, std::move(stage)}.run(commands);
     }
 
     std::string finish() {
         for(int i = 0; i != _line.frameCount; ++i) drawFrame();
-        return _line.screenshot.empty() ? std::string{} : writePng(_line.screenshot, _target->read());
+        return _line.screenshot.empty() ? std::string{} : writePicture(_line.screenshot);
     }
 
 private:
@@ -98,6 +98,14 @@ private:
         _editor.drawFrame(_target->framebuffer(), Vector2{_platform.size()});
         // The window system would tell that the cursor is elsewhere now.
         if(const std::optional<Vector2d> warp = _platform.takeWarp()) _editor.input().warpTo(Vector2{*warp});
+    }
+
+    // Of a frame that lacks nothing.
+    std::string writePicture(const std::string& file) {
+        _editor.wantWholePicture(true);
+        if(_editor.isPictureIncomplete()) drawFrame();
+        _editor.wantWholePicture(false);
+        return writePng(file, _target->read());
     }
 
     // Null: they end the process.

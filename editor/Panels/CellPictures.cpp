@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <type_traits>
+#include <vector>
 
 namespace VantrelEngine {
 
@@ -31,6 +32,15 @@ private:
     float _size;
     ImVec2 _min;
 };
+
+// Where the letters of a text begin, and where it ends: none of several bytes is cut.
+std::vector<std::size_t> letterStarts(const std::string& text) {
+    std::vector<std::size_t> starts;
+    for(std::size_t i = 0; i != text.size(); ++i)
+        if((static_cast<unsigned char>(text[i]) & 0xc0) != 0x80) starts.push_back(i);
+    starts.push_back(text.size());
+    return starts;
+}
 
 void drawFolder(ImDrawList& list, const Square& square) {
     const ImU32 back = IM_COL32(196, 152, 66, 255), front = IM_COL32(228, 186, 96, 255);
@@ -88,10 +98,11 @@ void drawIcon(CellIcon icon, const ImVec2& min, const ImVec2& max) {
 
 std::string elided(const std::string& text, float width) {
     if(ImGui::CalcTextSize(text.data(), text.data() + text.size()).x <= width) return text;
-    // No letter of several bytes is cut.
-    for(std::size_t size = text.size(); size--;) {
-        if((static_cast<unsigned char>(text[size]) & 0xc0) == 0x80) continue;
-        const std::string part = text.substr(0, size) + "...";
+    std::vector<std::size_t> letters = letterStarts(text);
+    // Of an odd number the begin has one more.
+    for(std::size_t kept = letters.size() - 1; kept--;) {
+        const std::size_t front = kept - kept / 2, back = letters.size() - 1 - kept / 2;
+        const std::string part = text.substr(0, letters[front]) + "..." + text.substr(letters[back]);
         if(ImGui::CalcTextSize(part.data()).x <= width) return part;
     }
     return {};

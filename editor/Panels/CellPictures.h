@@ -16,7 +16,8 @@ enum class CellIcon : std::uint8_t { Folder, Model, Image, Document };
 void drawThumbnail(const Thumbnail& thumbnail, const ImVec2& min, const ImVec2& max);
 void drawIcon(CellIcon icon, const ImVec2& min, const ImVec2& max);
 
-// The text, or as much of its begin as fits into the width, with "..." behind.
+// The text, or as much of its begin and its end as fits into the width, with "..." in between: the ends of the names of
+// files tell what they are.
 std::string elided(const std::string& text, float width);
 
 // What is seen at the mouse while something is dragged: between BeginDragDropSource() and EndDragDropSource(). The

@@ -8,6 +8,8 @@
 #include <Corrade/Containers/StringStl.h>
 #include <Vantrel/EngineData/JsonObject.h>
 
+#include <VantrelHost/ResourceCompiler.h>
+
 #include "ChangeManager.h"
 #include "Data/ProjectSession.h"
 
@@ -31,7 +33,7 @@ std::string takeToken(std::string_view& pointer) {
 
 // Where the value stands, see Problem; with its key in front of the reason.
 Problem problemOf(const ProjectFile::UnusableValue& value) {
-    Problem problem{{}, -1, {}, false};
+    Problem problem{{}, -1, {}, false, {}};
     std::string_view rest{value.pointer};
     std::string_view behind = rest;
     if(takeToken(behind) == "objects") {
@@ -76,24 +78,30 @@ bool ProblemList::findValues(ProjectSession& session) {
     return true;
 }
 
-void ProblemList::update(ProjectSession& session) {
+bool ProblemList::update(ProjectSession& session) {
     if(findValues(session)) ++_valuesRevision;
-    const State state{session.compiler().problemsFingerprint(), session.repairs().size(), _valuesRevision,
-        session.data().projectNumber};
-    if(_state && *_state == state) return;
+    const State state{session.compiler().problemsFingerprint(), session.resourceCompiler().problemsRevision(),
+        session.repairs().size(), _valuesRevision, session.data().projectNumber};
+    if(_state && *_state == state) return false;
     _state = state;
     _problems = _values;
     for(const DocumentProblem& repair: session.repairs())
         _problems.push_back({repair.object, repair.component,
-            repair.key.empty() ? repair.reason : repair.key + ": " + repair.reason, true});
+            repair.key.empty() ? repair.reason : repair.key + ": " + repair.reason, true, {}});
     for(const auto& problem: session.compiler().problems())
-        _problems.push_back({problem.first.first, problem.first.second, problem.second, false});
+        _problems.push_back({problem.first.first, problem.first.second, problem.second, false, {}});
+    for(const ResourceProblem& problem: session.resourceCompiler().problems()) {
+        const Containers::StringView section = resourceSection(problem.kind);
+        _problems.push_back({problem.id, -1, problem.reason, false, {section.data(), section.size()}});
+    }
     std::stable_sort(_problems.begin(), _problems.end(), [](const Problem& a, const Problem& b) {
-        return std::tie(a.object, a.component) < std::tie(b.object, b.component);
+        return std::tie(a.section, a.object, a.component) < std::tie(b.section, b.object, b.component);
     });
+    return true;
 }
 
 std::string componentName(ProjectSession& session, const Problem& problem) {
+    if(!problem.section.empty()) return problem.section;
     if(problem.object.empty()) return "project";
     if(problem.component < 0) return "object";
     const Containers::StringView type = ValueAccess{session.data().project()}["objects"][{

@@ -12,36 +12,39 @@ class ProjectSession;
 
 // Something in the project that does not work as it stands there.
 struct Problem {
-    // Of the document.
+    // Of the document: an object's id; or of a resource, whose section follows.
     std::string object;
     // Position among its components, -1 for the object itself.
     int component;
     std::string reason;
     // Whether it was changed when the project was opened.
     bool isRepair;
+    // Empty for an object.
+    std::string section;
 
     bool operator==(const Problem& other) const {
         return object == other.object && component == other.component && reason == other.reason &&
-            isRepair == other.isRepair;
+            isRepair == other.isRepair && section == other.section;
     }
 };
 
-// What the compiler could not make of the objects, the values that nobody could use, and what was repaired when the project
+// What the compilers could not make of the objects and the resources, the values that nobody could use, and what was repaired when the project
 // was opened, by object. Made anew only where there are others; of values that are dragged when the drag is over.
 class ProblemList {
 public:
-    void update(ProjectSession& session);
+    // Whether it was made anew.
+    bool update(ProjectSession& session);
     const std::vector<Problem>& problems() const { return _problems; }
 
 private:
     // What the problems were made of.
     struct State {
-        std::size_t compiled, repairs, values;
+        std::size_t compiled, resources, repairs, values;
         unsigned project;
 
         bool operator==(const State& other) const {
-            return compiled == other.compiled && repairs == other.repairs && values == other.values &&
-                project == other.project;
+            return compiled == other.compiled && resources == other.resources && repairs == other.repairs &&
+                values == other.values && project == other.project;
         }
     };
 
@@ -56,7 +59,7 @@ private:
     bool _areValuesFound = false;
 };
 
-// The component's type in the document; "object" for the object itself.
+// The component's type in the document; "object" for the object itself, the section for a resource.
 std::string componentName(ProjectSession& session, const Problem& problem);
 
 } // namespace VantrelEngine

@@ -2,9 +2,11 @@
 
 #include <string>
 
+#include <Corrade/Containers/StringStl.h>
 #include <imgui.h>
 
 #include "Data/ProjectSession.h"
+#include "Panels/Inspector/ReferenceField.h"
 #include "Panels/Outliner/OutlinerRows.h"
 
 namespace VantrelEngine {
@@ -16,7 +18,18 @@ std::string ProblemsPanel::badge() const {
     return count ? "(" + std::to_string(count) + ")" : std::string{};
 }
 
-void ProblemsPanel::draw(ProjectSession& session) {
+namespace {
+
+// That is shown; the id of what is not there.
+std::string nameOf(EditorData& data, const Problem& problem, Id object) {
+    if(!problem.section.empty()) return displayName(data.project(), problem.section.data(), problem.object);
+    if(object == RootObject) return problem.object;
+    return shownName(data.scene().main(), object);
+}
+
+} // namespace
+
+void ProblemsPanel::draw(ProjectSession& session, InspectedResource& resource) {
     const std::vector<Problem>& problems = _list.problems();
     if(problems.empty()) return ImGui::TextDisabled("No problems");
     const ImGuiTableFlags flags = ImGuiTableFlags_ScrollY | ImGuiTableFlags_Resizable | ImGuiTableFlags_RowBg |
@@ -32,29 +45,35 @@ void ProblemsPanel::draw(ProjectSession& session) {
     while(clipper.Step())
         for(int i = clipper.DisplayStart; i != clipper.DisplayEnd; ++i) {
             ImGui::PushID(i);
-            drawRow(session, problems[std::size_t(i)]);
+            drawRow(session, problems[std::size_t(i)], resource);
             ImGui::PopID();
         }
     ImGui::EndTable();
 }
 
-void ProblemsPanel::drawRow(ProjectSession& session, const Problem& problem) {
+void ProblemsPanel::drawRow(ProjectSession& session, const Problem& problem, InspectedResource& resource) {
     EditorData& data = session.data();
-    const Id object = session.compiler().objectOf({problem.object.data(), problem.object.size()});
-    const Containers::StringView name = object == RootObject
-        ? Containers::StringView{problem.object.data(), problem.object.size()}
-        : shownName(data.scene().main(), object);
+    const bool isResource = !problem.section.empty() && !problem.object.empty();
+    const Id object = problem.section.empty()
+        ? session.compiler().objectOf({problem.object.data(), problem.object.size()})
+        : RootObject;
+    const std::string name = nameOf(data, problem, object);
     ImGui::TableNextRow();
     ImGui::TableNextColumn();
-    const bool isSelected = object != RootObject && data.isSelected(object);
-    if(ImGui::Selectable("##row", isSelected, ImGuiSelectableFlags_SpanAllColumns) && object != RootObject)
-        data.selectObject(object, false);
+    const bool isSelected = isResource ? resource.kind == problem.section && resource.id == problem.object
+                                       : object != RootObject && data.isSelected(object);
+    if(ImGui::Selectable("##row", isSelected, ImGuiSelectableFlags_SpanAllColumns)) {
+        if(object != RootObject) data.selectObject(object, false);
+        if(isResource) resource = {problem.section, problem.object};
+    }
     const std::string component = componentName(session, problem);
     const std::string reason = (problem.isRepair ? "repaired: " : "") + problem.reason;
     // Whole, however narrow the columns are.
     if(ImGui::IsItemHovered())
-        ImGui::SetTooltip("%.*s, %s\n%s%s", int(name.size()), name.data(), component.data(), reason.data(),
-            object != RootObject ? "\n\nClick: select the object" : "");
+        ImGui::SetTooltip("%s, %s\n%s%s", name.data(), component.data(), reason.data(),
+            object != RootObject ? "\n\nClick: select the object"
+                : isResource     ? "\n\nClick: show it in the inspector"
+                                 : "");
     ImGui::SameLine(0.0f, 0.0f);
     ImGui::TextUnformatted(name.data(), name.data() + name.size());
     ImGui::TableNextColumn();

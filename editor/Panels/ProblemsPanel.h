@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Data/Inspected.h"
 #include "Panels/ProblemList.h"
 
 namespace VantrelEngine {
@@ -14,11 +15,11 @@ public:
     void update(ProjectSession& session) { _list.update(session); }
     // How many there are, for the title; empty for none.
     std::string badge() const;
-    // Draws into the window that is current.
-    void draw(ProjectSession& session);
+    // Draws into the window that is current. A click on the problem of a resource asks for that to be shown.
+    void draw(ProjectSession& session, InspectedResource& resource);
 
 private:
-    void drawRow(ProjectSession& session, const Problem& problem);
+    void drawRow(ProjectSession& session, const Problem& problem, InspectedResource& resource);
 
     ProblemList _list;
 };

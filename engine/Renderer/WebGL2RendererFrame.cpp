@@ -80,10 +80,8 @@ void WebGL2Renderer::State::bindBuffers() {
     shadows.bind();
 }
 
-// Those with shadows are few, and come first.
 void WebGL2Renderer::State::updateLightTiles(const ViewUniforms& view) {
-    const std::size_t first = pipelines.hasShadows() ? lights.withShadows() : 0;
-    lightBytes += lightTiles.update(lights.lights(), first, view.viewProjection, Vector2i{view.viewportSize});
+    lightBytes += lightTiles.update(lights.lights(), view.viewProjection, Vector2i{view.viewportSize});
 }
 
 void WebGL2Renderer::State::drawDepth(const ViewUniforms& view) {

@@ -47,7 +47,8 @@ void WebGL2Renderer::State::sortCasters() {
 }
 
 // From the light: what the pipelines' depth programs draw, or where there is none those that make the same holes.
-void WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager& manager) {
+std::uint64_t WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager& manager) {
+    const std::uint64_t before = casterDrawing.triangles();
     findInside(FrustumPlanes{matrix}, objects.spheres(), inMap);
     casters.build(inMap, manager, objects);
     drawnCasters += casters.slots().size();
@@ -65,23 +66,31 @@ void WebGL2Renderer::State::drawCasters(const Matrix4& matrix, const MeshManager
         casterDrawing.draw(program->setView(uniforms), casters, run, objects, meshes);
     }
     state.end();
+    return casterDrawing.triangles() - before + objects.size();
 }
+
+void WebGL2Renderer::setShadowWork(std::uint64_t workOfFrame) { _state->shadowWork = workOfFrame; }
+
+bool WebGL2Renderer::areShadowsWaiting() const { return _state->shadows.areWaiting(); }
 
 void WebGL2Renderer::updateShadows(Scene& scene, ViewManager& views) {
     State& state = *_state;
     state.drawnShadowMaps = state.drawnCasters = 0;
     state.casterDrawing.resetStatistics();
     if(!views.numActiveComponents()) return;
-    scene.lights.setupShadows(scene, views, state.matricesOf(views, views.components()[0]));
+    const Id view = state.matricesOf(views, views.components()[0]);
+    scene.lights.setupShadows(scene, views, view);
     state.shadows.update(scene);
     if(state.pipelines.setShadows(isAnyMeantToThrowShadows(scene.lights))) state.areProgramsBuilt = false;
     state.buildPrograms();
-    if(state.shadows.isEmpty()) return;
-    state.sortCasters();
-    state.drawnShadowMaps = state.shadows.redraw([&](const ShadowMaps::Map& map) {
+    if(!state.shadows.isEmpty()) state.sortCasters();
+    const ShadowViewer viewer{
+        views.cullingMatrix(view), views.viewTransform(view).quaternionConjugated().translation()};
+    state.drawnShadowMaps = state.shadows.redraw(scene, viewer, state.shadowWork, [&](const ShadowMaps::Map& map) {
         state.bindBuffers();
-        state.drawCasters(map.fit.matrix, scene.meshes);
+        return state.drawCasters(map.fit.matrix, scene.meshes);
     });
+    state.shadows.describe(scene);
 }
 
 std::size_t WebGL2Renderer::drawnShadowMaps() const { return _state->drawnShadowMaps; }

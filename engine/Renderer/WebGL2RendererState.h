@@ -78,8 +78,9 @@ struct WebGL2Renderer::State {
     std::size_t drawPlainly(const ViewUniforms& view, const DrawList& list,
         std::shared_ptr<MeshProgram> Pipeline::*program, const Magnum::Color4& color);
 
-    // What throws shadows and is inside, into the bound framebuffer, as the matrix sees it.
-    void drawCasters(const Magnum::Matrix4& matrix, const MeshManager& manager);
+    // What throws shadows and is inside, into the bound framebuffer, as the matrix sees it. Returns what that took, see
+    // setShadowWork().
+    std::uint64_t drawCasters(const Magnum::Matrix4& matrix, const MeshManager& manager);
 
     std::uint64_t uploadedBytes() const;
 
@@ -132,6 +133,7 @@ struct WebGL2Renderer::State {
 
     // Shadows.
     ShadowMaps shadows;
+    std::uint64_t shadowWork = ~std::uint64_t{};
     bool areCastersSorted = false;
     std::vector<Id> inMap;
     DrawList casters;

@@ -34,6 +34,9 @@ constexpr Float NormalLength = 0.02f;
 
 constexpr Vector2i PreviewSize{128, 128};
 
+// A frame of a scene with hundreds of lights that throw shadows, see WebGL2Renderer::setShadowWork().
+constexpr UnsignedLong ShadowWork = 4'000'000;
+
 // The shadows of one light follow each other.
 ShadowsData copyOf(Containers::ArrayView<const LightShadow> shadows) {
     ShadowsData data;
@@ -283,9 +286,12 @@ void SceneView::prepareFrame() {
 
 void SceneView::renderScene() {
     SharedState& state = _editor->state();
+    _renderer->setShadowWork(state.wantsWholePicture ? ~UnsignedLong{} : ShadowWork);
     _frameRenderer.draw({*_data, state, *_renderer, _camera, _materials, _frozen, _renderMode,
         state.platform->framebufferScale(), NormalLength * _navigation.state().orbitDistance});
     state.sceneViewFramebuffer = &_frameRenderer.framebuffers().resolved();
+    state.isPictureIncomplete = _renderer->areShadowsWaiting();
+    if(state.isPictureIncomplete) state.wantsFrame = true;
     if(_navigation.mode() == NavigationMode::Fly) lookAroundWhileFlying();
 }
 
@@ -374,14 +380,16 @@ void SceneView::mouseMoveEvent(const MouseMoveEvent& event) {
     _navigation.mouseMove(event, _frame.isHovered, mouseFactors(), *_data, _camera);
 }
 
-// While a handle is held the other buttons are the gizmo's.
+// While a handle is held the other buttons are the gizmo's. What was hovered in the last frame the mouse may have left.
 void SceneView::mousePressEvent(const MouseEvent& event) {
     if(_gizmo.isHeld()) {
         if(event.button == MouseButton::Right) cancelDrag();
         return;
     }
-    apply(_navigation.mousePress(event, _frame.isHovered));
-    if(event.button == MouseButton::Left) _isPressTaken = _picking.mousePress(event, pressState(), pickTarget());
+    const bool isHovered = _frame.isHovered && picture().contains(event.position);
+    apply(_navigation.mousePress(event, isHovered));
+    if(event.button == MouseButton::Left)
+        _isPressTaken = _picking.mousePress(event, pressState(isHovered), pickTarget());
 }
 
 void SceneView::cancelDrag() {
@@ -446,13 +454,15 @@ void SceneView::keyReleaseEvent(const KeyEvent& event) { _navigation.keyRelease(
 
 void SceneView::focusLost() { letGo(); }
 
-PressState SceneView::pressState() const {
+PressState SceneView::pressState(bool isHovered) const {
     PressState state;
-    state.isHovered = _frame.isHovered;
+    state.isHovered = isHovered;
     state.isFlying = _navigation.mode() == NavigationMode::Fly;
     state.isOverHandle = _data->firstSelectedObject() && _gizmo.isOver();
     return state;
 }
+
+Range2Di SceneView::picture() const { return Range2Di::fromSize(_frame.origin, _frame.size); }
 
 PickTarget SceneView::pickTarget() {
     return {*_data, _editor->state(), _frameRenderer.framebuffers().resolved(), _frame};

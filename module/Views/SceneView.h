@@ -80,7 +80,9 @@ private:
     // Where the cursor is pinned to while flying; the window is there.
     Magnum::Vector2i windowCenter(const ImGuiWindow& window) const;
     MouseFactors mouseFactors() const;
-    PressState pressState() const;
+    PressState pressState(bool isHovered) const;
+    // Window points.
+    Magnum::Range2Di picture() const;
     PickTarget pickTarget();
 
     Magnum::GL::Framebuffer _previewFramebuffer{Magnum::NoCreate};

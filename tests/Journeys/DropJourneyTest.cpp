@@ -19,6 +19,8 @@ using testing::Not;
 
 // Runtime objects of the courtyard, in its order.
 constexpr unsigned Ground = 1, Rim = 22, Ball = 28;
+// Beside the toolbar.
+constexpr const char* Sky = "mouse 460 120\n";
 
 struct Point {
     int x = 0, y = 0;
@@ -176,6 +178,17 @@ dump document {}/redone
     EXPECT_EQ(loads, 3u);
 }
 
+TEST_F(DropJourneyTest, AnImageOverNothingIsImportedAlone) {
+    const std::string output = playDrop(std::string{"drag file {}/project/wood.png\n"} + Sky +
+        "dump document {}/hovered\nrelease left\nwait import\nwait 2\ndump document {}/dropped\nundo\n"
+        "dump document {}/undone\n");
+    EXPECT_EQ(read("hovered"), read("before"));
+    EXPECT_THAT(
+        read("dropped"), AllOf(HasSubstr("\"wood-png\": {"), Not(HasSubstr("\"baseColorTexture\": \"wood-png\""))));
+    EXPECT_THAT(output, HasSubstr("Dropped file " + folder.path("project/wood.png") + '\n'));
+    EXPECT_EQ(read("undone"), read("before"));
+}
+
 TEST_F(DropJourneyTest, ATextureAndNothingThatIsNotThere) {
     const std::string output = playDrop("import {}/project/wood.png\nwait import\ndump document {}/loaded\n"
                                         "drag textures wood-png\n" +
@@ -199,13 +212,15 @@ TEST_F(DropJourneyTest, ATextureAndNothingThatIsNotThere) {
 
 TEST_F(DropJourneyTest, AModelComesToStandWhereItWasShown) {
     const Point ground = placeOf(Ground);
-    playDrop("mouse " + ground.text() + "\nscreenshot {}/empty.png\ndrag file {}/project/barrel.obj\nwait 2\n" +
-        "screenshot {}/ghost.png\nrelease left\nwait import\nwait 2\nidimage {}/dropped.png\ndump document "
-        "{}/dropped\n" +
-        "dump selection {}/selection\ndump undo {}/log\nundo\ndump document {}/undone\n");
+    const std::string output =
+        playDrop("mouse " + ground.text() + "\nscreenshot {}/empty.png\ndrag file {}/project/barrel.obj\nwait 2\n" +
+            "screenshot {}/ghost.png\nrelease left\nwait import\nwait 2\nidimage {}/dropped.png\ndump document "
+            "{}/dropped\n" +
+            "dump selection {}/selection\ndump undo {}/log\nundo\ndump document {}/undone\n");
     EXPECT_NE(picture("ghost.png").pixels, picture("empty.png").pixels);
     EXPECT_EQ(read("undone"), read("before"));
     EXPECT_EQ(read("selection"), "barrel\n");
+    EXPECT_THAT(output, HasSubstr("Dropped file " + folder.path("project/barrel.obj") + '\n'));
     // It is seen where it stands, upwards from the pixel.
     const JourneyPicture dropped = picture("dropped.png");
     EXPECT_GT(dropped.pixel(ground.x - Origin.x, ground.y - Origin.y - 8) >> 16, Ball);

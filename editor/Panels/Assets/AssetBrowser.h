@@ -23,6 +23,8 @@ class AssetBrowser {
 public:
     // Waiting, files are read at once, so that a run is the same each time.
     void draw(ProjectSession& session, const AssetPictures& pictures, bool waits);
+    // Of the file or the folder that is selected; empty for none.
+    std::string selectedName() const { return selected() ? selected()->name : std::string{}; }
     // Something is read still.
     bool isReading() const { return _folder.isReading(); }
 

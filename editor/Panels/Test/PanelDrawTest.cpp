@@ -1,16 +1,20 @@
 #include <cstring>
+#include <filesystem>
 #include <string>
 
 #include <Vantrel/EditorData/VantrelEditor.h>
+#include <VantrelHost/FilePictures.h>
 #include <imgui.h>
 #include <imgui_internal.h>
 
 #include "Data/StepLog.h"
 #include "Data/Test/SessionFixture.h"
+#include "Panels/Assets/AssetBrowser.h"
 #include "Panels/HistoryPanel.h"
 #include "Panels/Panes.h"
 #include "Panels/ProblemsPanel.h"
 #include "Panels/StatisticsPanel.h"
+#include "Support/TestFolder.h"
 
 namespace VantrelEngine {
 
@@ -93,9 +97,10 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     ProblemsPanel panel;
     panel.update(session);
     ASSERT_EQ(panel.badge(), "(3)");
+    InspectedResource resource;
     const auto draw = [&] {
         panel.update(session);
-        panel.draw(session);
+        panel.draw(session, resource);
     };
     drawFrames(3, draw);
     const ImGuiWindow& rows = child("##problems");
@@ -104,6 +109,12 @@ TEST_F(PanelDrawTest, AProblemIsALineAndAClickOnAnyOfItSelectsTheObject) {
     clickAt(700.0f, rows.Pos.y + row * 2.5f, draw);
     EXPECT_TRUE(session.data().isSelected(objectOf("b")));
     EXPECT_FALSE(session.data().isSelected(objectOf("a")));
+    EXPECT_EQ(resource.kind, "");
+    record("/images/i", "{'name': 'I', 'file': 'missing.png'}");
+    drawFrames(2, draw);
+    ASSERT_EQ(panel.badge(), "(4)");
+    clickAt(700.0f, rows.Pos.y + row * 4.5f, draw);
+    EXPECT_EQ(resource.kind + "/" + resource.id, "images/i") << "a resource is shown";
 }
 
 TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShrinks) {
@@ -133,6 +144,46 @@ TEST_F(PanelDrawTest, TheHistoryKeepsTheStepInSightWhenTheTextGrowsOrThePaneShri
     size.y = 90.0f;
     drawFrames(4, draw);
     EXPECT_TRUE(isLastSeen());
+}
+
+TEST_F(PanelDrawTest, TheAssetThatIsSelectedStaysSoWhenOthersComeAndGo) {
+    const VantrelTest::TestFolder folder;
+    for(int i = 10; i != 90; ++i) folder.write("f" + std::to_string(i) + ".png", "none");
+    ASSERT_EQ(session.save(folder.path("project.json")), "");
+    FilePictures images, models;
+    AssetBrowser browser;
+    const auto draw = [&] { browser.draw(session, {images, models}, true); };
+    const auto drawChanged = [&] {
+        // It looks once a second.
+        ImGui::GetIO().DeltaTime = 2.0f;
+        drawFrames(3, draw);
+        ImGui::GetIO().DeltaTime = 1.0f / 60.0f;
+    };
+    drawFrames(3, draw);
+    ImGui::GetIO().MousePos = {100.0f, 120.0f};
+    ImGui::GetIO().MouseWheel = -3.0f;
+    drawFrame(draw);
+    ImGui::GetIO().MouseWheel = 0.0f;
+    drawFrames(10, draw);
+    const float scroll = child("##assets").Scroll.y;
+    ASSERT_GT(scroll, 0.0f);
+    clickAt(100.0f, 120.0f, draw);
+    const std::string name = browser.selectedName();
+    ASSERT_NE(name, "");
+    folder.write("a.png", "none");
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name);
+    EXPECT_EQ(child("##assets").Scroll.y, scroll);
+    std::filesystem::remove(folder.path("a.png"));
+    std::filesystem::remove(folder.path("f10.png"));
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name);
+    std::filesystem::remove(folder.path(name.data()));
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), "");
+    folder.write(name.data(), "none");
+    drawChanged();
+    EXPECT_EQ(browser.selectedName(), name) << "as when a program writes it anew";
 }
 
 #ifndef IMGUI_HAS_DOCK

@@ -30,4 +30,6 @@ const std::vector<ResourceUser*>& ResourceCompiler::objectsToCompile() const { r
 
 std::vector<ResourceProblem> ResourceCompiler::problems() const { return _updates->problems(); }
 
+std::size_t ResourceCompiler::problemsRevision() const { return _updates->problemsRevision(); }
+
 } // namespace VantrelEngine

@@ -11,6 +11,7 @@ using namespace Corrade;
 
 void ResourceProblems::set(ResourceKind kind, const std::string& id, std::vector<std::string> reasons) {
     const auto known = _reasons.find({kind, id});
+    if(known == _reasons.end() ? !reasons.empty() : known->second != reasons) ++_revision;
     std::set<std::string> told;
     if(known != _reasons.end()) told.insert(known->second.begin(), known->second.end());
     for(const std::string& reason: reasons) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>
@@ -16,11 +17,19 @@ public:
     // it is the whole section that is wrong.
     void set(ResourceKind kind, const std::string& id, std::vector<std::string> reasons);
 
+    // Nothing is known of any.
+    void clear() {
+        _reasons.clear();
+        ++_revision;
+    }
+    // Another one whenever something else is wrong.
+    std::size_t revision() const { return _revision; }
     // By kind and id.
     std::vector<ResourceProblem> all() const;
 
 private:
     std::map<std::pair<ResourceKind, std::string>, std::vector<std::string>> _reasons;
+    std::size_t _revision = 0;
 };
 
 } // namespace VantrelEngine

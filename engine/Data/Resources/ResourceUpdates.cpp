@@ -75,7 +75,7 @@ void ResourceUpdates::compileAll() {
 
 void ResourceUpdates::beginCompileAll() {
     _isCompilingAll = true;
-    _problems = {};
+    _problems.clear();
     _context.sources.setReadingAgain(true);
     for(std::size_t i = 0; i != ResourceKindCount; ++i) markSection(ResourceKind(i));
     begin();

@@ -30,6 +30,7 @@ public:
     void beginUpdate() { begin(); }
     const std::vector<ResourceUser*>& objectsToCompile() const { return _objects; }
     std::vector<ResourceProblem> problems() const { return _problems.all(); }
+    std::size_t problemsRevision() const { return _problems.revision(); }
 
 private:
     struct Kind {

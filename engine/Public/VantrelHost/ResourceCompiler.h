@@ -65,6 +65,8 @@ public:
 
     // What is wrong with the document's resources now. Linear in what is wrong.
     std::vector<ResourceProblem> problems() const;
+    // Another one whenever they are others.
+    std::size_t problemsRevision() const;
 
 private:
     std::unique_ptr<ResourceUpdates> _updates;

@@ -175,9 +175,10 @@ vec3 lit(Surface surface) {
 #endif
     vec3 sum = vec3(0.0);
 #ifdef SHADOWS
-    // Apart: a rasteriser in software goes through all of a loop for each light.
-    for(int i = 0; i != lightsWithShadows(); ++i)
-        if(lightAt(i, worldPosition, surface.side, direction, incoming)) sum += reflected(surface, direction)*incoming;
+    for(int word = 0; word != wordsWithShadows(); ++word)
+        for(uint bits = lightsWithShadowsHere(word); bits != 0u; bits &= bits - 1u)
+            if(lightAt(word*32 + lowestBit(bits), worldPosition, surface.side, direction, incoming))
+                sum += reflected(surface, direction)*incoming;
 #endif
     for(int word = 0; word != lightWords(); ++word)
         for(uint bits = lightsHere(word); bits != 0u; bits &= bits - 1u)

@@ -11,8 +11,8 @@ namespace VantrelEngine {
 using namespace Magnum;
 
 std::size_t LightTileBuffer::update(
-    const std::vector<LightRecord>& lights, std::size_t first, const Matrix4& toClip, const Vector2i& size) {
-    markLights(lights, first, toClip, size, _next);
+    const std::vector<LightRecord>& lights, const Matrix4& toClip, const Vector2i& size) {
+    markLights(lights, toClip, size, _next);
     if(_next == _words) return 0;
     std::swap(_words, _next);
     _buffer.reserve(_words.size() * sizeof(UnsignedInt));

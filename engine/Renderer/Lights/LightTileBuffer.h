@@ -17,8 +17,8 @@ struct LightRecord;
 class LightTileBuffer {
 public:
     // An upload only where something is other than before; returns the bytes of that.
-    std::size_t update(const std::vector<LightRecord>& lights, std::size_t first, const Magnum::Matrix4& toClip,
-        const Magnum::Vector2i& size);
+    std::size_t update(
+        const std::vector<LightRecord>& lights, const Magnum::Matrix4& toClip, const Magnum::Vector2i& size);
     // To its unit.
     void bind();
 

@@ -61,12 +61,12 @@ private:
 
 } // namespace
 
-void markLights(const std::vector<LightRecord>& lights, std::size_t first, const Matrix4& toClip, const Vector2i& size,
+void markLights(const std::vector<LightRecord>& lights, const Matrix4& toClip, const Vector2i& size,
     std::vector<UnsignedInt>& words) {
     const std::size_t wordsPerTile = (lights.size() + BitsPerWord - 1) / BitsPerWord;
     const auto columns = std::size_t(tileCount(size.x())), rows = std::size_t(tileCount(size.y()));
     words.assign((columns + rows) * wordsPerTile, 0);
-    for(std::size_t i = first; i < lights.size(); ++i) {
+    for(std::size_t i = 0; i != lights.size(); ++i) {
         const TileMarker marker{lights[i], i, wordsPerTile};
         if(marker.isBehindCamera(toClip)) continue;
         marker.mark(toClip, 0, size.x(), words.data());

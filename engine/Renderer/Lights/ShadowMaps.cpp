@@ -53,18 +53,41 @@ void readNothingFrom(GL::Framebuffer& framebuffer) {
 
 void ShadowMaps::update(Scene& scene) {
     const Containers::ArrayView<const LightShadow> fits = scene.lights.shadows();
-    if(fits.isEmpty() && _maps.empty()) return describe(scene);
+    if(fits.isEmpty() && _maps.empty()) return;
     place(fits);
     _maps.resize(fits.size());
     for(std::size_t i = 0; i != fits.size(); ++i) {
         Map& map = _maps[i];
-        map.isCurrent = map.isCurrent && map.fit.light == fits[i].light && isSame(map.fit.matrix, fits[i].matrix) &&
-            isSame(map.tile, _tiles[i]);
+        map.isShown = map.isShown && map.fit.light == fits[i].light && isSame(map.tile, _tiles[i]);
+        map.isCurrent = map.isCurrent && map.isShown && isSame(map.shown, fits[i].matrix);
         map.fit = fits[i];
         map.tile = _tiles[i];
     }
-    describe(scene);
 }
+
+void ShadowMaps::findWaiting(Scene& scene, const ShadowViewer& viewer) {
+    _waiting.clear();
+    for(std::size_t first = 0, end = 0; first != _maps.size(); first = end) {
+        const Id light = _maps[first].fit.light;
+        const Map* waiting = nullptr;
+        for(; end != _maps.size() && _maps[end].fit.light == light; ++end)
+            if(isWaiting(_maps[end])) waiting = &_maps[end];
+        if(!waiting) continue;
+        const bool isSun = scene.lights.lightType(light) == LightType::Sun;
+        const Vector3 place = scene.absoluteTransformation(scene.lights.object(light)).translation();
+        const Float part = isSun ? 1.0f : seenPart(place, scene.lights.shadowRange(light), viewer);
+        _waiting.push_back({first, end, part, waiting->waited});
+    }
+    sortByWeight(_waiting);
+}
+
+void ShadowMaps::noteDrawn(Map& map) {
+    map.isCurrent = map.isShown = true;
+    map.shown = map.fit.matrix;
+    map.waited = 0;
+}
+
+bool ShadowMaps::areWaiting() const { return std::any_of(_maps.begin(), _maps.end(), isWaiting); }
 
 void ShadowMaps::place(Containers::ArrayView<const LightShadow> fits) {
     _nextSizes.clear();
@@ -85,7 +108,7 @@ void ShadowMaps::allocate(Int edge) {
     _edge = edge;
     _texture = GL::Texture2D{NoCreate};
     _framebuffer = GL::Framebuffer{NoCreate};
-    touchAll();
+    for(Map& map: _maps) map.isCurrent = map.isShown = false;
     if(!edge) return;
     _texture = GL::Texture2D{};
     _texture.setLabel("Renderer shadow maps")
@@ -138,12 +161,14 @@ void ShadowMaps::describe(Scene& scene) {
 }
 
 void ShadowMaps::describe(const Map& map) {
-    const Float texel = 1.0f / Float(_edge), half = 0.5f * Float(map.tile.size) * texel;
+    // What was not drawn yet is as if it lay nowhere.
+    const Int size = map.isShown ? map.tile.size : 0;
+    const Float texel = 1.0f / Float(_edge), half = 0.5f * Float(size) * texel;
     const Vector2 middle = Vector2{map.tile.offset} * texel + Vector2{half};
-    const Matrix4 matrix = Matrix4::translation({middle, 0.5f}) * Matrix4::scaling({half, half, 0.5f}) * map.fit.matrix;
+    const Matrix4 matrix = Matrix4::translation({middle, 0.5f}) * Matrix4::scaling({half, half, 0.5f}) * map.shown;
     for(std::size_t row = 0; row != 4; ++row) _nextTexels.push_back(matrix.row(row));
     const Float inside = half - FilterReach * texel;
-    const Float texelSize = 2.0f / (map.fit.matrix.row(0).xyz().length() * Float(std::max(map.tile.size, 1)));
+    const Float texelSize = 2.0f / (map.shown.row(0).xyz().length() * Float(std::max(size, 1)));
     _nextTexels.push_back({middle.x(), middle.y(), inside, texelSize});
 }
 

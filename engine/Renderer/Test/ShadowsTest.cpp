@@ -344,6 +344,44 @@ TEST_F(ShadowsTest, mapsStayAsLongAsNothingInThemMoves) {
     EXPECT_EQ(frameDraws(), 8u) << "materials changed";
 }
 
+// One light a frame, those first that are seen most, and in the end the same picture as at once.
+TEST_F(ShadowsTest, whatIsTooMuchForAFrameComesLater) {
+    add(mesh, material, {0.0f, 0.0f, 2.0f});
+    addLight(LightType::Point, DualQuaternion::translation({0.0f, 0.0f, -200.0f}), 1.0f);
+    const Id near = addLight(LightType::Point, DualQuaternion::translation({-2.0f, 0.0f, 5.0f}), 12.0f);
+    scene.lights.color(near).w() = 10.0f;
+    scene.lights.color(addSun(0.5f)).w() = 0.3f;
+    tell();
+    const auto expectDrawn = [&](std::size_t maps, bool areWaiting) {
+        EXPECT_EQ(renderer.drawnShadowMaps(), maps);
+        EXPECT_EQ(renderer.areShadowsWaiting(), areWaiting);
+    };
+    renderer.setShadowWork(1);
+    const std::vector<std::uint32_t> first = shadowFrame();
+    expectDrawn(1, true);
+    shadowFrame();
+    expectDrawn(6, true);
+    const std::vector<std::uint32_t> last = shadowFrame();
+    expectDrawn(6, false);
+    EXPECT_TRUE(first != last);
+
+    renderer.setShadowWork(1000);
+    tellDraws();
+    EXPECT_TRUE(shadowFrame() == last);
+    expectDrawn(13, false);
+    // Until it is drawn again, what was there is shown.
+    renderer.setShadowWork(1);
+    tellDraws();
+    for(int i = 0; i != 3; ++i) EXPECT_TRUE(shadowFrame() == last) << i;
+    expectDrawn(6, false);
+    // Everyone has their turn, also where the first one always has something to be drawn.
+    for(const std::size_t maps: {1u, 6u}) {
+        tellDraws();
+        shadowFrame();
+        expectDrawn(maps, true);
+    }
+}
+
 // While the camera moves and turns, the picture from where another one stays keeps each pixel.
 TEST_F(ShadowsTest, edgesStandStillWhileTheCameraMoves) {
     const Id sun = addSun(0.7f);

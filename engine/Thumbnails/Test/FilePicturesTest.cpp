@@ -1,3 +1,4 @@
+#include <atomic>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -112,16 +113,47 @@ TEST_F(FilePicturesTest, ofMoreThanThereIsRoomForTheFirstStay) {
     EXPECT_FALSE(pictures.isBusy());
 }
 
-TEST_F(FilePicturesTest, areReadAgainWhereTheyMayBeOthers) {
+TEST_F(FilePicturesTest, areShownAsTheyWereUntilTheyAreReadAgain) {
     folder.write("a.tga", tga({"\0\0\xff", 3}));
+    const std::string path = folder.path("a.tga");
     FilePictures pictures{16, 4};
-    ASSERT_TRUE(wait(pictures, folder.path("a.tga")));
+    ASSERT_TRUE(wait(pictures, path));
     folder.write("a.tga", tga({"\xff\0\0", 3}));
     pictures.update(true);
-    EXPECT_EQ(colorOf(*pictures.ask(folder.path("a.tga"))), (Color4ub{255, 0, 0, 255}));
+    EXPECT_EQ(colorOf(*pictures.ask(path)), (Color4ub{255, 0, 0, 255}));
     pictures.forget();
-    ASSERT_TRUE(wait(pictures, folder.path("a.tga")));
-    EXPECT_EQ(colorOf(*pictures.ask(folder.path("a.tga"))), (Color4ub{0, 0, 255, 255}));
+    ASSERT_TRUE(pictures.ask(path));
+    EXPECT_EQ(colorOf(*pictures.ask(path)).r(), 255);
+    EXPECT_TRUE(pictures.isBusy());
+    EXPECT_TRUE(pictures.update(true));
+    EXPECT_EQ(colorOf(*pictures.ask(path)).b(), 255);
+    // One that is no picture any more has none.
+    folder.write("a.tga", "damaged");
+    pictures.forget();
+    ASSERT_TRUE(pictures.ask(path));
+    EXPECT_TRUE(pictures.update(true));
+    EXPECT_FALSE(pictures.ask(path));
+    EXPECT_FALSE(pictures.isBusy());
+}
+
+TEST_F(FilePicturesTest, aReaderOfOthersIsGivenUpWithThem) {
+    const auto begin = std::chrono::steady_clock::now();
+    std::atomic<int> count{0};
+    {
+        FilePictures pictures{4, 4, [&](const std::string& path, Int edge, const std::atomic<bool>& isGivenUp) {
+                                  EXPECT_EQ(path, "model");
+                                  EXPECT_EQ(edge, 4);
+                                  ++count;
+                                  while(
+                                      !isGivenUp && std::chrono::steady_clock::now() - begin < std::chrono::seconds{20})
+                                      std::this_thread::sleep_for(std::chrono::milliseconds{1});
+                                  return std::vector<Color4ub>{};
+                              }};
+        pictures.ask("model");
+        EXPECT_FALSE(pictures.update(false));
+        while(!count) std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{10});
 }
 
 }

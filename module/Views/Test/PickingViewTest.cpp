@@ -139,6 +139,19 @@ TEST_F(PickingViewTest, nothingWhileFlyingOrOutside) {
     EXPECT_EQ(selected(), "");
 }
 
+// The mouse was over the picture in the last frame, and went on to a panel before it was pressed.
+TEST_F(PickingViewTest, aPressThatIsElsewhereAlready) {
+    click(Left);
+    hover(Right);
+    host.platform.cursor = {330.0, 138.0};
+    press(MouseButton::Left);
+    release(MouseButton::Left);
+    EXPECT_EQ(selected(), "left");
+    press(MouseButton::Right);
+    EXPECT_FALSE(host.platform.isCursorDisabled);
+    release(MouseButton::Right);
+}
+
 TEST_F(PickingViewTest, otherButtonsSelectNothing) {
     hover(Left);
     press(MouseButton::Middle);

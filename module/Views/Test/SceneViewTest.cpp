@@ -628,4 +628,29 @@ TEST_F(SceneViewTest, tellsWhatTheFrameTook) {
     EXPECT_GE(host.state.statistics.drawCalls, 1);
 }
 
+// More maps than a frame is meant to take: 600, and thousands of objects that may be in them.
+TEST_F(SceneViewTest, shadowsOfManyLightsComeOneAfterTheOther) {
+    for(int i = 0; i != 7000; ++i) addCube("cube" + std::to_string(i), "[0, -500, 0]");
+    for(int i = 0; i != 100; ++i)
+        addObject("lamp" + std::to_string(i), "[" + std::to_string(i) + ", 0, 0]",
+            "{'type': 'light', 'active': true, 'light': {'type': 'point', 'shadows': true, 'shadowRange': 1, "
+            "'shadowTexelSize': 1}}");
+    host.frame();
+    EXPECT_TRUE(host.state.isPictureIncomplete);
+    EXPECT_TRUE(host.state.wantsFrame);
+    const unsigned first = host.state.statistics.shadowMaps;
+    EXPECT_GT(first, 6u);
+    EXPECT_LT(first, 600u);
+    host.frame();
+    EXPECT_EQ(first + host.state.statistics.shadowMaps, 600u);
+    EXPECT_FALSE(host.state.isPictureIncomplete);
+
+    for(int i = 0; i != 100; ++i)
+        record(("/objects/lamp" + std::to_string(i) + "/components/0/light/shadowRange").c_str(), "2");
+    host.state.wantsWholePicture = true;
+    host.frame();
+    EXPECT_EQ(host.state.statistics.shadowMaps, 600u);
+    EXPECT_FALSE(host.state.isPictureIncomplete);
+}
+
 } // namespace

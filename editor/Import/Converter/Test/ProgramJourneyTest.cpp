@@ -68,6 +68,27 @@ TEST_F(ProgramJourneyTest, FilesOfFourKindsAreUndoneRedoneSavedAndReopened) {
             HasSubstr("\"sky.hdr\"")));
 }
 
+// In the cells of the assets, whose folders come first.
+TEST_F(ProgramJourneyTest, ModelsHavePicturesAndADamagedOneKeepsItsIcon) {
+    folder.write("broken.glb", "damaged");
+    folder.write("scene.json", "{}");
+    // The converter's results go there.
+    std::filesystem::create_directory(folder.path("data"));
+    const JourneyResult result = play("open {}/scene.json\nwait 3\nscreenshot {}/icons.png\nwait pictures\n"
+                                      "screenshot {}/pictures.png\n",
+        "--module " + Recorder + " --converter " REAL_CONVERTER " --size 1440x900 --frames 1");
+    ASSERT_EQ(result.status, 0) << result.output;
+    const JourneyPicture icons = picture("icons.png"), pictures = picture("pictures.png");
+    const auto isOther = [&](int cell) {
+        for(int y = 770; y != 835; ++y)
+            for(int x = 310 + 97 * cell; x != 365 + 97 * cell; ++x)
+                if(icons.pixel(x, y) != pictures.pixel(x, y)) return true;
+        return false;
+    };
+    const char* const names[]{"data", "project", "broken.glb", "checker.png", "motif.png", "roof.obj", "sign.glb"};
+    for(int cell = 0; cell != 7; ++cell) EXPECT_EQ(isOther(cell), cell > 4) << names[cell];
+}
+
 }
 
 }

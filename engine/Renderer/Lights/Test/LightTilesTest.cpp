@@ -16,9 +16,9 @@ using namespace Math::Literals;
 LightRecord light(const Vector3& place, Float reach) { return {{Vector3{1.0f}, reach}, {place, 0.0f}, {}}; }
 
 struct LightTilesTest: testing::Test {
-    void mark(const std::vector<LightRecord>& lights, std::size_t first = 0) {
+    void mark(const std::vector<LightRecord>& lights) {
         count = lights.size();
-        markLights(lights, first, toClip, size, words);
+        markLights(lights, toClip, size, words);
     }
     bool reaches(std::size_t light, const Vector2i& pixel) const {
         const std::size_t perTile = (count + 31) / 32, columns = std::size_t((size.x() + 31) / 32);
@@ -47,12 +47,6 @@ TEST_F(LightTilesTest, lightsReachTheTilesThatTheyAreSeenIn) {
         EXPECT_TRUE(reaches(3, pixel)) << "all around the camera";
         EXPECT_TRUE(reaches(4, pixel)) << "a sun";
     }
-}
-
-TEST_F(LightTilesTest, lightsBeforeTheFirstHaveNone) {
-    std::vector<LightRecord> lights(40, light({}, -1.0f));
-    mark(lights, 33);
-    for(std::size_t i = 0; i != 40; ++i) EXPECT_EQ(reaches(i, {0, 0}), i >= 33) << i;
 }
 
 TEST_F(LightTilesTest, noPlaceMissesALightThatReachesIt) {

@@ -96,6 +96,11 @@ struct SharedState {
     // Set by a view that wants to be drawn again although nothing happens: while it flies, simulates or previews. The
     // editor clears it before each frame.
     bool wantsFrame = false;
+    // Set by a view whose picture lacks something that the frames to come will bring: shadows of many lights. The editor
+    // clears it before each frame.
+    bool isPictureIncomplete = false;
+    // Set by the editor for a frame that has to lack nothing, however long that takes.
+    bool wantsWholePicture = false;
 
     // Set by a view while the user holds a handle of its gizmo, moved or not: nothing is undone meanwhile.
     bool isHandleHeld = false;

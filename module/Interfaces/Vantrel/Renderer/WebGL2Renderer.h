@@ -150,6 +150,12 @@ public:
     // went in them since, by updateMeshVisibility(), or resources or draws changed. Lights with shadows where there were
     // none before build programs anew. Leaves another framebuffer bound.
     void updateShadows(Scene& scene, ViewManager& views);
+    // How much of that is done in a frame, at first all: each triangle in a map counts one, and for each map each object.
+    // At least one light is drawn, those that are seen most first; maps that have to wait show what they showed before, or
+    // let all light through. By count and not by time, so that two runs are the same.
+    void setShadowWork(std::uint64_t workOfFrame);
+    // Whether some had to wait in the last frame: those to come look different, also where nothing else changes.
+    bool areShadowsWaiting() const;
     // Until the end, render() counts in the stencil of the target how often each pixel is drawn, up to 255, instead of
     // drawing it: but for that, depth and the sky there is nothing of it in the target. One without stencil is not drawn,
     // with a line.

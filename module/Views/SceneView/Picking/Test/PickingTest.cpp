@@ -265,6 +265,11 @@ TEST_F(PickingTest, whoAsksIsAnsweredAndNothingIsSelected) {
     box({0, 0}, {4, 2});
     EXPECT_EQ(request.name, "c");
     EXPECT_EQ(selected(), "d");
+    click(OnA, ModifierShift);
+    EXPECT_EQ(request.name, "a");
+    box({0, 0}, {4, 2}, ModifierShift);
+    EXPECT_EQ(request.name, "c");
+    EXPECT_EQ(selected(), "d");
     for(const Vector2i& nobody: {OnNothing, OnRoot}) {
         click(nobody);
         EXPECT_EQ(request.name, "c");

@@ -276,12 +276,20 @@ TEST_F(InspectorJourneyTest, TheValuesOfAComponentAreCopiedToOthersOfItsType) {
 
 TEST_F(InspectorJourneyTest, WhatIsInTheClipboardOfOthersIsNotPastedIntoAComponent) {
     std::string script = "select lamp\nwait 2\n";
+    const auto paste = [&script](const std::string& text) {
+        script +=
+            "clipboard " + text + "\nfield light\n" + OpenMenu + SecondItem + "key Escape\nkeyup Escape\nwait 2\n";
+    };
     for(const char* const text: {"{", "[1]", R"({"mark": "vantrel-component", "type": "light"})",
-            R"({"mark": "vantrel-component", "type": 5, "values": {}})", R"({"type": "light", "values": {}})"})
-        script += std::string{"clipboard "} + text + "\nfield light\n" + OpenMenu + SecondItem +
-            "key Escape\nkeyup Escape\nwait 2\n";
-    play(script + "dump undo {}/undo.txt");
+            R"({"mark": "vantrel-component", "type": 5, "values": {"intensity": 2}})",
+            R"({"type": "light", "values": {"intensity": 2}})",
+            R"({"mark": "other", "type": "light", "values": {"intensity": 2}})"})
+        paste(text);
+    script += "dump undo {}/undo.txt\n";
+    paste(R"({"mark": "vantrel-component", "type": "light", "values": {"intensity": 2}})");
+    play(script);
     EXPECT_EQ(read("undo.txt"), "");
+    EXPECT_EQ(at("lamp/components/0/light"), R"({"intensity":2})") << "one that is good is taken";
 }
 
 TEST_F(InspectorJourneyTest, ADragInTheColourWheelIsOneStepThatEscapeTakesBack) {

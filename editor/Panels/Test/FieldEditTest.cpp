@@ -269,8 +269,7 @@ TEST_F(FieldEditTest, KeysThatNobodyKnowsAreThoseOfAllThatAreSelected) {
     EXPECT_TRUE(common(shown[0], "own").isMixed);
     EXPECT_TRUE(common(shown[0], "own").isSomewhereMissing);
     EXPECT_EQ(edit(shown[0], "own", whole("7")), "");
-    for(const char* const id: {"/objects/a/own", "/objects/b/own", "/objects/c/own"})
-        EXPECT_EQ(jsonText(*file().valueByPointer(id)), "7") << id;
+    for(const char* const id: {"/objects/a/own", "/objects/b/own", "/objects/c/own"}) EXPECT_EQ(at(id), "7") << id;
 }
 
 TEST_F(FieldEditTest, ComponentsThatNotAllHaveAreCountedOverAllThatAreSelected) {

@@ -123,11 +123,12 @@ TEST_F(ModelPictureTest, ShowsTheModelInItsColour) {
 }
 
 TEST_F(ModelPictureTest, ObjectsStandWhereTheirParentsPutThem) {
-    // The same square: at once, and below parents that undo each other's places.
-    const std::vector<Color4ub> plain = draw(sections(R"("a": )" + object("")));
+    // Two squares beside each other; and one of them below a parent, from which it is as far and as large.
+    const std::string other = R"(, "c": )" + object(R"("translation": [3, 0, 0],)");
+    const std::vector<Color4ub> plain = draw(sections(R"("a": )" + object("") + other));
     EXPECT_EQ(
         draw(sections(R"("a": )" + object(R"("parent": "b", "translation": [-2, 0, 0], "scaling": [0.5, 0.5, 0.5],)") +
-            R"(, "b": {"translation": [4, 0, 0], "scaling": [2, 2, 2]})")),
+            R"(, "b": {"translation": [4, 0, 0], "scaling": [2, 2, 2]})" + other)),
         plain);
     EXPECT_NE(draw(sections(R"("a": )" + object(R"("rotation": [0, 0.7, 0, 0.7],)"))), plain);
     EXPECT_NE(draw(sections(R"("a": )" + object("") + R"(, "b": )" + object(R"("translation": [9, 0, 0],)"))), plain)

@@ -182,6 +182,8 @@ TEST_F(DropViewTest, theNextFrameShowsIt) {
 }
 
 TEST_F(DropViewTest, withoutAMeshNothingHappens) {
+    // Where the toolbar is not.
+    record("/objects/lamp/translation", "[1.4, -0.6, 1.4]");
     hover(Nothing);
     // Where the lamp's marker is.
     Vector2i lamp{-1};
@@ -193,9 +195,15 @@ TEST_F(DropViewTest, withoutAMeshNothingHappens) {
     ASSERT_GE(lamp.x(), 0);
     const Vector2i offset{Vector2{host.state.viewPointer.rectangle.min()}};
     const std::size_t before = state();
-    take("DND_MATERIAL", "blue");
     hover(lamp + offset);
-    drop();
+    press(MouseButton::Left);
+    ASSERT_TRUE(data().isSelected(objectOf("lamp"))) << "the mouse is over it";
+    EXPECT_EQ(errors([&] {
+        take("DND_MATERIAL", "blue");
+        hover(lamp + offset);
+        drop();
+    }),
+        "");
     EXPECT_EQ(state(), before);
 }
 

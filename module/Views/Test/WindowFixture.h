@@ -84,7 +84,8 @@ private:
             if(letter == '\n') {
                 while(!line.empty() && line.back() == ' ') line.pop_back();
                 if(!line.empty()) lines.emplace_back();
-            } else if(letter != '{' && letter != '}' && (letter != ' ' || (!line.empty() && line.back() != ' ')))
+            } else if(std::string{"{}[]"}.find(letter) == std::string::npos &&
+                (letter != ' ' || (!line.empty() && line.back() != ' ')))
                 line += letter;
         }
         if(lines.back().empty()) lines.pop_back();

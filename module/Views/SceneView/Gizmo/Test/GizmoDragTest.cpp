@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "GizmoFixture.h"
+#include "Views/Test/HoldControl.h"
 
 namespace {
 
@@ -134,17 +135,17 @@ TEST_F(GizmoDragTest, stepsOfTranslation) {
         return positionOf("a").x() - before.x();
     };
     EXPECT_NEAR(dragged(), 31.0f / PixelsPerUnit, 1.0e-3f);
-    ImGui::GetIO().KeyCtrl = true;
+    holdControl(true);
     EXPECT_NEAR(dragged(), 1.5f, 1.0e-4f);
-    ImGui::GetIO().KeyCtrl = false;
+    holdControl(false);
     GizmoSettings settings;
     settings.snapTranslationEnabled = true;
     setGizmo(settings);
     EXPECT_NEAR(dragged(), 1.5f, 1.0e-4f);
     // Ctrl does not switch it off.
-    ImGui::GetIO().KeyCtrl = true;
+    holdControl(true);
     EXPECT_NEAR(dragged(), 1.5f, 1.0e-4f);
-    ImGui::GetIO().KeyCtrl = false;
+    holdControl(false);
     settings.snapTranslation = Vector3{1.0f};
     setGizmo(settings);
     EXPECT_NEAR(dragged(), 1.0f, 1.0e-4f);
@@ -158,9 +159,9 @@ TEST_F(GizmoDragTest, turning) {
     const Rad angle = turn({1.0f, 0.0f, 0.0f}, 90.0_degf);
     EXPECT_NEAR(Float(angle), Float(Rad{90.0_degf}), 0.02f);
     expectNear(worldOf("a"), place * Matrix4::rotationZ(angle) * rest);
-    ImGui::GetIO().KeyCtrl = true;
+    holdControl(true);
     turn({1.0f, 0.0f, 0.0f}, 50.0_degf);
-    ImGui::GetIO().KeyCtrl = false;
+    holdControl(false);
     expectNear(worldOf("a"), place * Matrix4::rotationZ(angle) * Matrix4::rotationZ(60.0_degf) * rest);
     // What is turned in the document is what is seen, and keeps its size to the last digits of a float.
     const JsonValue& scaling = *data().project().valueByPointer("/objects/a/scaling");
@@ -178,9 +179,9 @@ TEST_F(GizmoDragTest, stepsOfTurning) {
     turn({}, 70.0_degf);
     expectNear(worldOf("a"), Matrix4::rotationZ(90.0_degf));
     // Ctrl does not switch it off.
-    ImGui::GetIO().KeyCtrl = true;
+    holdControl(true);
     turn({}, 70.0_degf);
-    ImGui::GetIO().KeyCtrl = false;
+    holdControl(false);
     expectNear(worldOf("a"), Matrix4::rotationZ(180.0_degf));
 }
 
@@ -228,9 +229,9 @@ TEST_F(GizmoDragTest, stepsOfScaling) {
     setGizmo(settings);
     dragMiddle("a", {20.0f, 0.0f});
     expectNear(scalingOf("a"), Vector3{3.0f});
-    ImGui::GetIO().KeyCtrl = true;
+    holdControl(true);
     dragMiddle("a", {30.0f, 0.0f});
-    ImGui::GetIO().KeyCtrl = false;
+    holdControl(false);
     expectNear(scalingOf("a"), Vector3{4.5f});
 }
 

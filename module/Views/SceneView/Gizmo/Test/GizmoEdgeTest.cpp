@@ -55,18 +55,18 @@ TEST_F(GizmoEdgeTest, anObjectWithoutSize) {
 
 // What no float can hold is not taken, and nothing is missing when the mouse comes back.
 TEST_F(GizmoEdgeTest, tooLargeAndBack) {
-    addObject("huge", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 1e38, 1]");
+    addObject("huge", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 2e38, 1]");
     addObject("small", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[2, 2, 2]");
     setOperation(GizmoOperation::Scale, GizmoSpace::Local);
     select({"huge", "small"});
-    // A hundredth for each pixel.
+    // A hundredth for each pixel. Outside of the view not every library follows the mouse.
     grab(pointOf({}));
-    for(const float way: {100.0f, 500.0f, 900.0f}) moveTo(pointOf({}) + Vector2{way, 0.0f});
-    expectNear(scalingOf("huge"), {2.0f, 2.0e38f, 2.0f});
-    expectNear(scalingOf("small"), Vector3{20.0f});
+    for(const float way: {60.0f, 150.0f, 200.0f}) moveTo(pointOf({}) + Vector2{way, 0.0f});
+    expectNear(scalingOf("huge"), {1.6f, 3.2e38f, 1.6f});
+    expectNear(scalingOf("small"), Vector3{6.0f});
     moveTo(pointOf({}) + Vector2{50.0f, 0.0f});
     release();
-    expectNear(scalingOf("huge"), {1.5f, 1.5e38f, 1.5f});
+    expectNear(scalingOf("huge"), {1.5f, 3.0e38f, 1.5f});
     expectNear(scalingOf("small"), Vector3{3.0f});
 }
 
@@ -164,14 +164,14 @@ TEST_F(GizmoEdgeTest, noGizmoWhileABoxIsArmed) {
     pressKey('B');
     host.frame();
     const int without = vertices();
-    EXPECT_LT(without, with - 100);
+    EXPECT_LT(without, with - 50);
     const std::string before = document();
     drag(pointOf({}) - Vector2{4.0f}, {30.0f, 30.0f});
     EXPECT_EQ(document(), before);
     EXPECT_TRUE(data().isSelected(objectOf("cube")));
     // With the box it is over.
     host.frame();
-    EXPECT_GT(vertices(), without + 100);
+    EXPECT_GT(vertices(), without + 50);
 }
 
 // A child of a selected object is passed over also where nothing else is selected.

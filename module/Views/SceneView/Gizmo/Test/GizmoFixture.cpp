@@ -216,7 +216,7 @@ Rad GizmoTest::turn(const Vector3& position, Deg angle, int frames) {
 }
 
 void expectNear(const Vector3& actual, const Vector3& expected, float tolerance) {
-    const float largest = std::max(1.0f, expected.length());
+    const float largest = std::max(1.0f, Math::abs(expected).max());
     for(std::size_t i = 0; i != 3; ++i) EXPECT_NEAR(actual[i], expected[i], tolerance * largest) << "component " << i;
 }
 

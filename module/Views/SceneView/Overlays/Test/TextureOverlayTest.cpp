@@ -3,6 +3,7 @@
 #include <Vantrel/Renderer/RendererDebug.h>
 #include <gmock/gmock.h>
 
+#include "Views/Test/HoldControl.h"
 #include "Views/Test/WindowFixture.h"
 
 namespace {
@@ -58,10 +59,10 @@ TEST_F(TextureOverlayTest, whatItSays) {
     frame();
     debug.mipLevel = 7;
     EXPECT_THAT(written(),
-        ElementsAre("Texture Overlay", "7 [ - ] [ + ] mip", "[ ] texture atlas", "[ ] virtual atlas",
-            "[ ] tile feedback", "[ ] streaming cache", "[ ] shadow atlas", "Statistics", "tiles to add:\t\t\t1",
-            "tiles active:\t\t\t22", "tiles locked:\t\t\t333", "tiles to remove:\t\t4", "tiles to upload:\t\t5",
-            "cache capacity:\t\t6", "compact list size:\t1234567890123"));
+        ElementsAre("Texture Overlay", "7 - + mip", "texture atlas", "virtual atlas", "tile feedback",
+            "streaming cache", "shadow atlas", "Statistics", "tiles to add:\t\t\t1", "tiles active:\t\t\t22",
+            "tiles locked:\t\t\t333", "tiles to remove:\t\t4", "tiles to upload:\t\t5", "cache capacity:\t\t6",
+            "compact list size:\t1234567890123"));
 }
 
 TEST_F(TextureOverlayTest, eachToggleIsTheSwitchOfItsName) {
@@ -89,9 +90,9 @@ TEST_F(TextureOverlayTest, levels) {
     click(plus);
     click(plus);
     EXPECT_EQ(debug.mipLevel, 2);
-    ImGui::GetIO().KeyCtrl = true;
+    VantrelTest::holdControl(true);
     click(plus);
-    ImGui::GetIO().KeyCtrl = false;
+    VantrelTest::holdControl(false);
     EXPECT_EQ(debug.mipLevel, 102);
     click(minus);
     EXPECT_EQ(debug.mipLevel, 101);

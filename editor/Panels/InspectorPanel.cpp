@@ -78,7 +78,7 @@ void InspectorPanel::gather(EditorData& data, const ChangeManager& changes, Insp
         _groups = selectionGroups(data);
     }
     if(isOther || resource.kind != _state.kind || resource.id != _state.id) _fields.memory().angles.clear();
-    _others = resource.kind.empty() ? componentsOfSome(data) : std::vector<std::string>{};
+    _others = resource.kind.empty() ? componentsOfSome(_groups) : std::vector<std::string>{};
     _facts = resource.kind.empty() ? decltype(_facts){} : resourceFacts(data, resource);
     _state = std::move(state);
     _state.kind = resource.kind;

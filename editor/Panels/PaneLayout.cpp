@@ -8,29 +8,39 @@ using namespace Magnum;
 
 namespace {
 
+// Of text of single size: what a pane gets of a length that it shares with the view, no less than its minimum if that fits.
+Float share(Float wish, Float minimum, Float length) {
+    const Float most = Math::max(length - SplitterSize - MinViewSize, Math::min(minimum, length * 0.5f));
+    return Math::max(Math::min(Math::max(wish, minimum), most), 0.0f);
+}
+
 Float viewShare(Float length, Float scale) {
     return scale > 1.0f ? Math::max(MinViewSize, length * MinViewPart) : MinViewSize;
 }
 
-// What panes get of a length that they share with the view and their splitters: no less than their minima if these fit,
-// and in proportion to what they wish for where that is too much.
-Vector2 shares(const Vector2& sizes, const Vector2& minima, Float scale, Float splitters, Float length) {
-    const Vector2 wanted = Math::max(sizes, minima) * scale;
+// What larger text makes of panes beside the view that have these sizes now, and their splitters: more of each in
+// proportion, as far as there is room.
+Vector2 grown(const Vector2& sizes, const Vector2& minima, Float scale, Float splitters, Float length) {
+    if(!(scale > 1.0f)) return sizes;
+    const Vector2 wanted = sizes * scale;
     const Float least = Math::min(minima.sum() * scale, length * 0.5f);
     const Float most = Math::max(length - splitters - viewShare(length, scale), least);
-    const Float factor = wanted.sum() > most && wanted.sum() > 0.0f ? Math::max(most, 0.0f) / wanted.sum() : 1.0f;
-    return wanted * factor;
+    return wanted.sum() > most ? wanted * Math::max(most, 0.0f) / wanted.sum() : wanted;
 }
 
 // Of the left, of the right.
 Vector2 sideWidths(const PaneSizes& sizes, Float scale, Float length) {
     const Vector2 isThere{Float(sizes.has(Pane::Left)), Float(sizes.has(Pane::Right))};
-    return shares(Vector2{sizes.leftWidth, sizes.rightWidth} * isThere, MinPaneWidth * isThere, scale,
-        SplitterSize * isThere.sum(), length);
+    Vector2 widths;
+    if(isThere[0] > 0.0f) widths[0] = share(sizes.leftWidth, MinPaneWidth, length);
+    const Float rest = Math::max(length - widths[0] - SplitterSize * isThere[0], 0.0f);
+    if(isThere[1] > 0.0f) widths[1] = share(sizes.rightWidth, MinPaneWidth, rest);
+    return grown(widths, MinPaneWidth * isThere, scale, SplitterSize * isThere.sum(), length);
 }
 
 Float bottomHeight(const PaneSizes& sizes, Float scale, Float length) {
-    return shares({sizes.bottomHeight, 0.0f}, {MinPaneHeight, 0.0f}, scale, SplitterSize, length).x();
+    const Vector2 height{share(sizes.bottomHeight, MinPaneHeight, length), 0.0f};
+    return grown(height, {MinPaneHeight, 0.0f}, scale, SplitterSize, length).x();
 }
 
 } // namespace

@@ -41,8 +41,8 @@ constexpr Magnum::Float MinPaneHeight = 60.0f;
 constexpr Magnum::Float MinViewSize = 200.0f;
 constexpr Magnum::Float MinViewPart = 0.4f;
 
-// Fills the area; the scale is that of the text. Where there is not enough room for all, the panes at the sides get less
-// in proportion, and their sizes back when the area grows. Nothing comes out with a negative size, however small the area
+// Fills the area; the scale is that of the text, at least 1. What does not fit is given less, and gets it back when the
+// area grows; larger text makes panes larger in proportion. Nothing comes out with a negative size, however small the area
 // is.
 PanePlaces placePanes(const Magnum::Range2D& area, const PaneSizes& sizes, Magnum::Float scale = 1.0f);
 

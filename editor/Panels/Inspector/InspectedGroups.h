@@ -16,8 +16,9 @@ class ProjectFile;
 
 // The selected objects, and the components that all of them have. Empty where nothing is selected.
 std::vector<InspectedGroup> selectionGroups(const EditorData& data);
-// Components that some of them have and others lack, each with their number: "Light: 3 of 5 objects".
-std::vector<std::string> componentsOfSome(const EditorData& data);
+// Components that some of them have and others lack, each with their number: "Light: 3 of 5 objects". Of the objects that
+// the groups are about.
+std::vector<std::string> componentsOfSome(const std::vector<InspectedGroup>& groups);
 
 // Empty where there is no such resource.
 std::vector<InspectedGroup> resourceGroups(const ProjectFile& file, const InspectedResource& resource);

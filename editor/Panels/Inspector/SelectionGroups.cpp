@@ -32,10 +32,12 @@ std::vector<Object> selectedObjects(const EditorData& data) {
     return objects;
 }
 
-const JsonValue* componentsOf(const Object& object) {
-    const JsonValue* const components = valueBelow(object.value, "components");
+const JsonValue* componentsOf(const JsonValue* object) {
+    const JsonValue* const components = valueBelow(object, "components");
     return components && components->IsArray() ? components : nullptr;
 }
+
+const JsonValue* componentsOf(const Object& object) { return componentsOf(object.value); }
 
 std::string_view typeOf(const JsonValue& component) {
     const JsonValue* const type = valueBelow(&component, "type");
@@ -104,7 +106,7 @@ void addComponents(const std::vector<Object>& objects, std::vector<InspectedGrou
 }
 
 // The types of an object's components, in their order.
-std::string typesOf(const Object& object) {
+std::string typesOf(const JsonValue* object) {
     std::string types;
     const JsonValue* const components = componentsOf(object);
     for(rapidjson::SizeType i = 0; components && i != components->Size(); ++i)
@@ -114,18 +116,18 @@ std::string typesOf(const Object& object) {
 
 // The titles of all components, in the order in which they come first, with how many objects have them. Those without a
 // type do not count.
-std::vector<std::pair<std::string, std::size_t>> countedTitles(const std::vector<Object>& objects) {
+std::vector<std::pair<std::string, std::size_t>> countedTitles(const std::vector<const JsonValue*>& objects) {
     // Most objects have the same components as others: one of them stands for all.
-    std::vector<std::pair<const Object*, std::size_t>> kinds;
+    std::vector<std::pair<const JsonValue*, std::size_t>> kinds;
     std::unordered_map<std::string, std::size_t> kindOf;
-    for(const Object& object: objects) {
+    for(const JsonValue* const object: objects) {
         const auto found = kindOf.try_emplace(typesOf(object), kinds.size());
-        if(found.second) kinds.push_back({&object, 0});
+        if(found.second) kinds.push_back({object, 0});
         ++kinds[found.first->second].second;
     }
     std::vector<std::pair<std::string, std::size_t>> titles;
     for(const auto& [object, count]: kinds) {
-        const JsonValue* const components = componentsOf(*object);
+        const JsonValue* const components = componentsOf(object);
         for(rapidjson::SizeType i = 0; components && i != components->Size(); ++i) {
             const std::string_view type = typeOf((*components)[i]);
             if(type.empty()) continue;
@@ -162,10 +164,10 @@ std::vector<InspectedGroup> selectionGroups(const EditorData& data) {
     return groups;
 }
 
-std::vector<std::string> componentsOfSome(const EditorData& data) {
+std::vector<std::string> componentsOfSome(const std::vector<InspectedGroup>& groups) {
     std::vector<std::string> titles;
-    const std::vector<Object> objects = selectedObjects(data);
-    if(objects.size() < 2) return titles;
+    if(groups.empty() || groups.front().values.size() < 2) return titles;
+    const std::vector<const JsonValue*>& objects = groups.front().values;
     for(const auto& [title, count]: countedTitles(objects))
         if(count != objects.size())
             titles.push_back(

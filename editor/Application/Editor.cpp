@@ -484,10 +484,12 @@ void Editor::setFocus(bool hasFocus) {
 }
 
 void Editor::end(Ending ending) {
+    const bool isSomethingUnderWay = ImGui::IsAnyItemActive() || isGestureUnderWay();
     _input.letGo();
     _ending = ending;
-    _endingFrames = EndingFrames;
+    _endingFrames = isSomethingUnderWay ? EndingFrames : 0;
     requestFrames();
+    if(!isSomethingUnderWay) goOnEnding();
 }
 
 void Editor::goOnEnding() {

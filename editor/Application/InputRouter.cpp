@@ -89,7 +89,7 @@ void InputRouter::setWindowFocus(bool isFocused) {
 
 void InputRouter::letGo() {
     for(int button = 0; button != InterfaceInput::ButtonCount; ++button) _interface.setButton(button, false);
-    _delivery.loseFocus(wholePoints(_position));
+    _delivery.releaseAll(wholePoints(_position));
 }
 
 void InputRouter::holdForInterface(bool isDown) { _interface.hold(isDown); }

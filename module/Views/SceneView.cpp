@@ -310,7 +310,8 @@ void SceneView::showToolbar() {
     _gizmo.setSettings(chosen);
     if(result.togglesSimulation) toggleSimulation();
     if(result.isChoiceHovered) _frame.isHovered = false;
-    if(result.isNew && _isFocused) ImGui::SetWindowFocus(Name);
+    // Keys are the view's, also while the mouse is still over a button that was clicked.
+    if((result.isNew && _isFocused) || result.isLeft) ImGui::SetWindowFocus(Name);
 }
 
 void SceneView::moveWithGizmo() {

@@ -359,7 +359,7 @@ TEST_F(WindowJourneyTest, ClosingReleasesWhatIsHeld) {
     const JourneyResult result = close();
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_THAT(heard(result.output),
-        HasSubstr("press 1 500 300 0\nkey 87 0 false\nkeyup 87 0 false\nrelease 1 500 300 0\ndeleted\n"));
+        HasSubstr("press 1 500 300 0\nkey 87 0 false\nfocus lost\nkeyup 87 0 false\nrelease 1 500 300 0\ndeleted\n"));
 }
 
 TEST_F(WindowJourneyTest, ClosingWhileFlyingEndsWell) {

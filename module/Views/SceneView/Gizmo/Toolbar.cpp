@@ -213,7 +213,8 @@ ToolbarResult drawToolbar(const ToolbarState& state, const Range2D& view) {
         ImGuiWindowFlags_NoTitleBar | ImGuiWindowFlags_NoResize | ImGuiWindowFlags_NoMove |
             ImGuiWindowFlags_NoScrollbar | ImGuiWindowFlags_AlwaysAutoResize);
     ImGui::PushStyleVar(ImGuiStyleVar_Alpha, OnAlpha);
-    const ToolbarResult result = ToolbarDrawing{state, room}.draw();
+    ToolbarResult result = ToolbarDrawing{state, room}.draw();
+    result.isLeft = ImGui::IsWindowFocused() && !ImGui::IsAnyItemActive();
     ImGui::PopStyleVar();
     ImGui::End();
     ImGui::PopStyleVar();

@@ -27,6 +27,8 @@ struct ToolbarResult {
     bool isChoiceHovered = false;
     // The window is new, and the UI library has given it the focus.
     bool isNew = false;
+    // It has the focus, and nothing of it is used any more.
+    bool isLeft = false;
 };
 
 // A window that floats over the top left of the view's window, below its title and its menu bar: what the gizmo does,

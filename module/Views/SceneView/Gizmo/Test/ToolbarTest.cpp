@@ -77,6 +77,15 @@ TEST_F(ToolbarTest, operations) {
     expectChosen(GizmoOperation::Translate, GizmoSpace::Local);
 }
 
+// The mouse is still over the button.
+TEST_F(ToolbarTest, keysAfterAClick) {
+    click(operation(2));
+    EXPECT_EQ(saved().gizmoOperation, UnsignedInt(GizmoOperation::Scale));
+    host.frame();
+    pressKey('R');
+    EXPECT_EQ(saved().gizmoOperation, UnsignedInt(GizmoOperation::Rotate));
+}
+
 TEST_F(ToolbarTest, stepsStayAfterAReload) {
     click(snapButton(0));
     click(snapButton(2));

@@ -46,7 +46,7 @@ TEST_F(SceneViewJourneyTest, TheSelectionIsSeen) {
 }
 
 TEST_F(SceneViewJourneyTest, FlyingWithAStillMouseDoesNotTurn) {
-    playView("mouse 450 250\nscreenshot {}/before.png\npress right\nwait 120\nrelease right\nwait 1\n"
+    playView("mouse 350 200\nscreenshot {}/before.png\npress right\nwait 120\nrelease right\nwait 1\n"
              "screenshot {}/after.png\npress right\nmove 30 0\nwait 1\nrelease right\nwait 1\n"
              "screenshot {}/turned.png\n");
     EXPECT_EQ(picture("after.png").pixels, picture("before.png").pixels);
@@ -54,7 +54,7 @@ TEST_F(SceneViewJourneyTest, FlyingWithAStillMouseDoesNotTurn) {
 }
 
 TEST_F(SceneViewJourneyTest, FlyingEndsWithARelease) {
-    playView("mouse 450 250\npress right\nkey W\nwait 10\nkeyup W\nrelease right\nwait 1\nscreenshot {}/after.png\n"
+    playView("mouse 350 200\npress right\nkey W\nwait 10\nkeyup W\nrelease right\nwait 1\nscreenshot {}/after.png\n"
              "wait 30\nscreenshot {}/later.png\nfocus on\npress right\nkey W\nfocus off\nwait 1\n"
              "screenshot {}/lost.png\nwait 30\nscreenshot {}/still.png\n");
     EXPECT_EQ(picture("later.png").pixels, picture("after.png").pixels);
@@ -64,7 +64,7 @@ TEST_F(SceneViewJourneyTest, FlyingEndsWithARelease) {
 
 TEST_F(SceneViewJourneyTest, AfterAFlightTheCursorIsOverTheViewAgain) {
     // A second flight begins only over the view.
-    playView("mouse 450 250\npress right\nmove 5000 0\nrelease right\nwait 2\nidimage {}/before.png\n"
+    playView("mouse 350 200\npress right\nmove 5000 0\nrelease right\nwait 2\nidimage {}/before.png\n"
              "press right\nkey W\nwait 10\nkeyup W\nrelease right\nidimage {}/after.png\n");
     EXPECT_NE(picture("after.png").pixels, picture("before.png").pixels);
 }
@@ -83,9 +83,9 @@ TEST_F(SceneViewJourneyTest, ThumbnailsAreMadeBesideTheView) {
 }
 
 TEST_F(SceneViewJourneyTest, NoThumbnailIsMadeWhileSomethingMoves) {
-    const std::string options = "--size 320x240 --frames 1 " + Courtyard;
+    const std::string options = "--size 640x480 --frames 1 " + Courtyard;
     const JourneyResult moving =
-        play("mouse 160 100\npress right\nkey W\nthumbnail mesh sphere {}/mesh.png\n", options);
+        play("mouse 350 200\npress right\nkey W\nthumbnail mesh sphere {}/mesh.png\n", options);
     EXPECT_EQ(moving.status, 2);
     EXPECT_THAT(moving.output, HasSubstr("thumbnail mesh sphere"));
     EXPECT_THAT(moving.output, HasSubstr("something else is going on"));
@@ -95,7 +95,7 @@ TEST_F(SceneViewJourneyTest, NoThumbnailIsMadeWhileSomethingMoves) {
 }
 
 TEST_F(SceneViewJourneyTest, FiftyReloadsShowTheSame) {
-    std::string script = "select ball\nmouse 450 250\nscroll 3\nwait 2\nkey F\nkeyup F\nwait 2\n"
+    std::string script = "select ball\nmouse 350 200\nscroll 3\nwait 2\nkey F\nkeyup F\nwait 2\n"
                          "mouse 5 300\nwait 1\n";
     // Without the log, which says what was loaded.
     script += "mouse 300 346\npress left\nmouse 300 479\nrelease left\nmouse 5 300\nwait 1\nidimage {}/before.png\n";

@@ -261,12 +261,12 @@ TEST_F(WindowJourneyTest, PanesStayWhereTheyWereDragged) {
     const int atFirst = viewLeft();
     move(282, 300);
     button(LeftButton, true);
-    move(350, 300);
-    move(382, 300);
+    move(320, 300);
+    move(342, 300);
     button(LeftButton, false);
     move(500, 300);
     const int dragged = viewLeft();
-    EXPECT_NEAR(dragged, atFirst + 100, 3);
+    EXPECT_NEAR(dragged, atFirst + 60, 3);
     EXPECT_EQ(close().status, 0);
     start("--module " + Recorder);
     EXPECT_EQ(viewLeft(), dragged);

@@ -47,6 +47,8 @@ protected:
     WindowJourneyTest(): display{XOpenDisplay(nullptr)} {
         // The window may be gone at any time.
         XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
+        // Where an answer to a ping goes.
+        if(display) XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
         setenv("XDG_CONFIG_HOME", folder.path("config").data(), 1);
         setenv("XDG_CACHE_HOME", folder.path("cache").data(), 1);
         setenv("XDG_DATA_HOME", folder.path("data").data(), 1);
@@ -85,14 +87,19 @@ protected:
         return editor.get();
     }
 
-    void sendClose() {
+    void sendClose() { sendProtocol("WM_DELETE_WINDOW"); }
+
+    // What a window manager says to the window.
+    void sendProtocol(const char* protocol) {
         XEvent event{};
         event.xclient.type = ClientMessage;
+        event.xclient.display = display;
         event.xclient.window = window;
         event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
         event.xclient.format = 32;
-        event.xclient.data.l[0] = long(XInternAtom(display, "WM_DELETE_WINDOW", False));
-        send(event, NoEventMask);
+        event.xclient.data.l[0] = long(XInternAtom(display, protocol, False));
+        XSendEvent(display, window, False, NoEventMask, &event);
+        XSync(display, False);
     }
 
     // The server's own cursor: the editor asks for it with each event.
@@ -154,7 +161,7 @@ protected:
     }
 
     // What the middle of the view shows, when it does not change any more; empty where it never does.
-    std::vector<unsigned long> settledView() const {
+    std::vector<unsigned long> settledView() {
         std::vector<unsigned long> last, now;
         const bool isSettled = waitFor([&] {
             wait();
@@ -179,16 +186,35 @@ protected:
         wait();
     }
 
-    void wait() const {
+    // A frame is drawn between two events, as between those of a person, however long the editor takes: it answers the
+    // second ping after the frame that what came before the first has led to.
+    void wait() {
         XSync(display, False);
-        // A frame is drawn between two events, as between those of a person.
-        std::this_thread::sleep_for(std::chrono::milliseconds{100});
+        ping();
+        ping();
+        std::this_thread::sleep_for(std::chrono::milliseconds{50});
+    }
+
+    // Until the editor has taken all that was sent, or ends.
+    void ping() {
+        sendProtocol("_NET_WM_PING");
+        waitFor([this] {
+            return editor.wait_for(std::chrono::seconds{0}) == std::future_status::ready || isPingAnswered();
+        });
+    }
+
+    bool isPingAnswered() const {
+        XEvent event;
+        const Atom ping = XInternAtom(display, "_NET_WM_PING", False);
+        bool isAnswered = false;
+        while(XCheckTypedEvent(display, ClientMessage, &event)) isAnswered |= Atom(event.xclient.data.l[0]) == ping;
+        return isAnswered;
     }
 
     static bool waitFor(const std::function<bool()>& condition) {
-        for(int i = 0; i != 200; ++i) {
+        for(int i = 0; i != 2000; ++i) {
             if(condition()) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds{50});
+            std::this_thread::sleep_for(std::chrono::milliseconds{10});
         }
         return false;
     }

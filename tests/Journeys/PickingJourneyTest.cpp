@@ -58,10 +58,10 @@ TEST_F(PickingJourneyTest, AClickSelectsWhatIsSeen) {
 
 TEST_F(PickingJourneyTest, ShiftAndAClickAddOrTakeOut) {
     playView(clickAt(Ball) + clickAt(Ground, "shift") + "dump selection {}/both\n" + clickAt(Sky, "shift") +
-        "dump selection {}/kept\n" + clickAt(Ball, "shift") + "dump selection {}/ground\n");
+        "dump selection {}/kept\n" + clickAt(Ground, "shift") + "dump selection {}/ball\n");
     EXPECT_EQ(read("both"), "ground\nball\n");
     EXPECT_EQ(read("kept"), "ground\nball\n");
-    EXPECT_EQ(read("ground"), "ground\n");
+    EXPECT_EQ(read("ball"), "ball\n");
 }
 
 // In the frame of the click already: "release" is the next one.

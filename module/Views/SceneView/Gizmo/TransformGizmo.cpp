@@ -53,7 +53,8 @@ void TransformGizmo::setOperation(GizmoOperation operation, GizmoSpace space, Sh
 
 void TransformGizmo::beginFrame() { ImGuizmo::BeginFrame(); }
 
-bool TransformGizmo::isOver() const { return ImGuizmo::IsOver(); }
+// Of any operation the library may answer as of two frames before.
+bool TransformGizmo::isOver() const { return ImGuizmo::IsOver(libraryOperation(_settings.gizmoOperation)); }
 
 bool TransformGizmo::draw(const GizmoScene& scene) {
     const std::optional<Grip> grip = this->grip(scene.data);

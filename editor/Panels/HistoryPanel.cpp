@@ -7,6 +7,7 @@
 
 #include "Data/StepLog.h"
 #include "Panels/Keys.h"
+#include "Panels/OverlappedRow.h"
 
 namespace VantrelEngine {
 
@@ -45,7 +46,7 @@ bool drawRow(const Row& row, const Step* step) {
     ImGui::TableNextRow();
     ImGui::TableNextColumn();
     ImGui::PushID(int(row.position));
-    const ImGuiSelectableFlags flags = ImGuiSelectableFlags_SpanAllColumns | ImGuiSelectableFlags_AllowItemOverlap;
+    const ImGuiSelectableFlags flags = ImGuiSelectableFlags_SpanAllColumns | OverlappedRow;
     const bool isClicked = ImGui::Selectable("##row", row.isCurrent, flags);
     ImGui::PopID();
     if(step) explain(*step);

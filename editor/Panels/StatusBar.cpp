@@ -7,6 +7,8 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Panels/CutText.h"
+
 namespace VantrelEngine {
 
 namespace {
@@ -49,8 +51,7 @@ void drawMessage(const LogLine& message, float end) {
     const char* const begin = message.text.data();
     const ImVec2 size = ImGui::CalcTextSize(begin);
     ImGui::PushStyleColor(ImGuiCol_Text, colorOf(message.severity));
-    ImGui::RenderTextEllipsis(ImGui::GetWindowDrawList(), text, {end, place.y + ImGui::GetFrameHeight()}, end, end,
-        begin, begin + message.text.size(), &size);
+    drawCutText(text, end, place.y + ImGui::GetFrameHeight(), message.text);
     ImGui::PopStyleColor();
     const bool isHovered =
         ImGui::IsWindowHovered() && ImGui::IsMouseHoveringRect(place, {end, place.y + ImGui::GetFrameHeight()});

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 #include <vector>
 
@@ -44,6 +45,19 @@ TEST_F(ModelPictureReaderTest, WhatTheConverterCannotReadHasNoPicture) {
         EXPECT_TRUE(read(source).empty()) << source;
     EXPECT_TRUE((ModelPictureReader{"/missing", ""}(folder.path("model.glb"), Edge, isGivenUp).empty()));
     EXPECT_TRUE((ModelPictureReader{FAKE_CONVERTER, ""}(folder.path("missing.glb"), Edge, isGivenUp).empty()));
+}
+
+// There is nothing to be imported in it.
+TEST_F(ModelPictureReaderTest, AMeshOfAProjectIsDrawnAsItIs) {
+    std::filesystem::copy_file(PROJECTS "/Showcase/basin.glb", folder.path("basin.glb"));
+    const auto picture = [&](const char* name) {
+        return ModelPictureReader{CONVERTER, ""}(folder.path(name), Edge, isGivenUp);
+    };
+    const std::vector<Color4ub> basin = picture("basin.glb");
+    ASSERT_EQ(basin.size(), std::size_t(Edge * Edge));
+    EXPECT_GT(basin[Edge * Edge / 2 + Edge / 2].a(), 0);
+    std::filesystem::resize_file(folder.path("basin.glb"), 200);
+    EXPECT_TRUE(picture("basin.glb").empty());
 }
 
 TEST_F(ModelPictureReaderTest, OneThatHangsIsGivenUp) {

@@ -6,6 +6,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Panels/CutText.h"
 #include "Panels/Inspector/ChoiceFields.h"
 #include "Panels/Inspector/ColorField.h"
 #include "Panels/Inspector/JsonPlace.h"
@@ -103,8 +104,7 @@ void drawLabel(const SchemaKey& key, const CommonValue& common, float width) {
     const float end = place.x + size.x - ImGui::GetStyle().ItemInnerSpacing.x;
     ImGui::PushStyleColor(ImGuiCol_Text,
         ImGui::GetStyleColorVec4(common.isMissing && key.kind != KeyKind::Raw ? ImGuiCol_TextDisabled : ImGuiCol_Text));
-    ImGui::RenderTextEllipsis(ImGui::GetWindowDrawList(), text, {end, place.y + size.y}, end, end, label.data(),
-        label.data() + label.size(), nullptr);
+    drawCutText(text, end, place.y + size.y, label);
     ImGui::PopStyleColor();
 }
 

@@ -6,6 +6,7 @@
 #include <imgui.h>
 #include <imgui_internal.h>
 
+#include "Panels/CutText.h"
 #include "Panels/Outliner/OutlinerIcons.h"
 #include "Panels/Outliner/OutlinerRows.h"
 #include "Panels/TextField.h"
@@ -88,8 +89,7 @@ void drawName(
     const ImVec2 place{places.name, y + (rowHeight() - ImGui::GetFontSize()) * 0.5f};
     const ImVec2 size = ImGui::CalcTextSize(name.data(), name.data() + name.size());
     ImGui::PushStyleColor(ImGuiCol_Text, color);
-    ImGui::RenderTextEllipsis(ImGui::GetWindowDrawList(), place, {end, y + rowHeight()}, end, end, name.data(),
-        name.data() + name.size(), &size);
+    drawCutText(place, end, y + rowHeight(), {name.data(), name.size()});
     ImGui::PopStyleColor();
     if(isHovered && places.name + size.x > end) ImGui::SetTooltip("%.*s", int(name.size()), name.data());
 }

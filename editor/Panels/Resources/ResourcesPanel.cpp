@@ -13,6 +13,7 @@
 #include "Panels/CellPictures.h"
 #include "Panels/DragSource.h"
 #include "Panels/Keys.h"
+#include "Panels/OverlappedRow.h"
 #include "Utilities/ResourceEdits.h"
 
 namespace VantrelEngine {
@@ -53,13 +54,6 @@ CellIcon iconOf(const std::string& section) {
 
 // There is no room for all columns.
 bool isNarrow() { return ImGui::GetWindowWidth() < ImGui::GetFontSize() * 24.0f; }
-
-// What is drawn over an item may be used.
-#if IMGUI_VERSION_NUM >= 18967
-constexpr ImGuiSelectableFlags Overlapped = ImGuiSelectableFlags_AllowOverlap;
-#else
-constexpr ImGuiSelectableFlags Overlapped = ImGuiSelectableFlags_AllowItemOverlap;
-#endif
 
 float rowHeight() { return ImGui::GetFontSize() * 2.0f; }
 
@@ -155,7 +149,7 @@ void ResourcesPanel::drawName(const ResourceRow& row, const Frame& frame) {
     const float size = rowHeight();
     const ImVec2 place = ImGui::GetCursorScreenPos();
     const bool isInspected = frame.inspected.kind == section() && frame.inspected.id == row.id;
-    if(ImGui::Selectable("##row", isInspected, ImGuiSelectableFlags_SpanAllColumns | Overlapped, {0.0f, size}))
+    if(ImGui::Selectable("##row", isInspected, ImGuiSelectableFlags_SpanAllColumns | OverlappedRow, {0.0f, size}))
         frame.inspected = {section(), row.id};
     if(isInspected && ImGui::IsItemHovered() && ImGui::IsMouseDoubleClicked(ImGuiMouseButton_Left)) beginRename(row);
     drawDragSource(row, frame);

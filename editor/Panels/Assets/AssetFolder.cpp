@@ -15,6 +15,8 @@ namespace {
 
 // Seconds between two looks at a folder's time.
 constexpr double LookInterval = 1.0;
+// A folder that changed so shortly before it was read may have changed again in the same tick of its clock.
+constexpr std::chrono::seconds DoubtfulAge{2};
 
 bool isSameLetter(char a, char b) {
     return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
@@ -71,6 +73,7 @@ void AssetFolder::refresh() {
     }
     _isStale = false;
     _time = timeOf(_path);
+    _isInDoubt = fs::file_time_type::clock::now() - _time < DoubtfulAge;
     _work = std::async(std::launch::async, [path = _path] { return listFolder(path, importedSuffixes()); });
 }
 
@@ -78,7 +81,7 @@ bool AssetFolder::update(double now, bool waits) {
     if(_path.empty()) return false;
     if(now >= _nextLook) {
         _nextLook = now + LookInterval;
-        if(!_work.valid() && timeOf(_path) != _time) refresh();
+        if(!_work.valid() && (_isInDoubt || timeOf(_path) != _time)) refresh();
     }
     if(!_work.valid()) return false;
     if(!waits && _work.wait_for(std::chrono::seconds{0}) != std::future_status::ready) return false;

@@ -65,6 +65,7 @@ private:
     std::filesystem::file_time_type _time;
     double _nextLook = 0.0;
     bool _isStale = false;
+    bool _isInDoubt = false;
 };
 
 } // namespace VantrelEngine

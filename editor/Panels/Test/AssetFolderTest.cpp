@@ -65,7 +65,21 @@ TEST_F(AssetFolderTest, changesAreSeenWithinASecond) {
     EXPECT_FALSE(assets.update(10.5, true));
     EXPECT_TRUE(assets.update(11.0, true));
     EXPECT_THAT(names(), ElementsAre("a.png", "b.png"));
-    EXPECT_FALSE(assets.update(20.0, true));
+    fs::last_write_time(path(), fs::file_time_type::clock::now() - std::chrono::hours{1});
+    EXPECT_TRUE(assets.update(20.0, true));
+    EXPECT_FALSE(assets.update(30.0, true)) << "nothing changed for long";
+}
+
+TEST_F(AssetFolderTest, aChangeInTheTickOfTheOneBeforeIsSeen) {
+    folder.write("a.png", "x");
+    const fs::file_time_type now = fs::file_time_type::clock::now();
+    fs::last_write_time(path(), now);
+    assets.enter(path());
+    EXPECT_TRUE(assets.update(10.0, true));
+    folder.write("b.png", "x");
+    fs::last_write_time(path(), now);
+    EXPECT_TRUE(assets.update(11.0, true));
+    EXPECT_THAT(names(), ElementsAre("a.png", "b.png"));
 }
 
 TEST_F(AssetFolderTest, anotherFolderIsReadInsteadOfTheFirst) {

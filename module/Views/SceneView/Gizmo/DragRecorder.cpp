@@ -128,6 +128,7 @@ void DragRecorder::recordTransform(Id object, const ValueAccess& entry) {
 
 void DragRecorder::leaveOut(Id object) {
     leftOut().set(object);
+    ++_leftOutCount;
     _newlyLeftOut.push_back(object);
 }
 

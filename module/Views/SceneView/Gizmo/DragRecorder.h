@@ -34,6 +34,9 @@ public:
     // float stays as it is, and comes back with factors that it can have.
     void scale(const Magnum::Vector3& factors, Objects objects);
 
+    // Whether any of the objects takes part still.
+    bool isAnyoneLeft(Objects objects) const { return _leftOutCount < objects.size(); }
+
     // After the commit: what was written last is in its place and need not be compiled.
     void committed();
 
@@ -57,6 +60,7 @@ private:
     bool _isFlatKnown = false;
     // By id.
     std::array<Magnum::UnsignedLong, BitSetView::wordCount(MaxObjects + 1)> _leftOutWords{};
+    std::size_t _leftOutCount = 0;
     std::vector<Id> _newlyLeftOut, _written;
     // Of those that were scaled.
     std::unordered_map<Id, Magnum::Vector3> _scalingBefore;

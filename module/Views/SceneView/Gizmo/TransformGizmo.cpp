@@ -86,6 +86,8 @@ bool TransformGizmo::draw(const GizmoScene& scene) {
         _heldPosition = matrix.translation();
     }
     if(isChanged) record(scene, *grip, delta);
+    // Nobody goes along: the handle would go alone.
+    if(_recorder && !_recorder->isAnyoneLeft({_objects.data(), _objects.size()})) endDrag(scene.state);
     // The library may not see the button go up where another window is under the mouse.
     if(!ImGuizmo::IsUsing() || !ImGui::GetIO().MouseDown[0]) endDrag(scene.state);
     return isChanged;

@@ -92,6 +92,28 @@ TEST_F(GizmoEdgeTest, belowAParentWithoutSize) {
     expectNear(scalingOf("a"), Vector3{2.0f});
 }
 
+// The handle would move, and jump back where the mouse rests.
+TEST_F(GizmoEdgeTest, whereNobodyGoesAlongTheHandleIsLetGo) {
+    addObject("flat", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[1, 0, 1]");
+    addObject("a", "flat");
+    select({"a"});
+    testing::internal::CaptureStderr();
+    grab(pointOf({}));
+    EXPECT_TRUE(host.state.isHandleHeld);
+    moveTo(pointOf({}) + Vector2{24.0f, 0.0f});
+    EXPECT_FALSE(host.state.isHandleHeld);
+    moveTo(pointOf({}) + Vector2{48.0f, 0.0f});
+    EXPECT_FALSE(host.state.isHandleHeld);
+    release();
+    EXPECT_EQ(count(testing::internal::GetCapturedStderr(), "cannot be moved"), 1);
+    EXPECT_EQ(positionOf("a"), Vector3{});
+    // The next one is another drag.
+    addObject("free");
+    select({"free"});
+    dragMiddle("free", {24.0f, 0.0f});
+    expectNear(positionOf("free"), {1.0f, 0.0f, 0.0f});
+}
+
 // The smallest scaling that the scene computes with is not zero where the document says so.
 TEST_F(GizmoEdgeTest, aSmallParentIsNoFlatOne) {
     addObject("small", "", "[0, 0, 0]", "[0, 0, 0, 1]", "[0.0001, 0.0001, 0.0001]");

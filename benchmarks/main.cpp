@@ -29,7 +29,7 @@ struct Arguments {
     std::size_t fewer = 1000;
     std::string topology = "all";
     std::size_t changes = 200000, dragged = 10000, undone = 1000, deleted = 10000, duplicated = 10000,
-                reparented = 10000, frames = 10;
+                reparented = 10000, frames = 10, framesOfASecond = 60;
     std::size_t selected = 100, resizes = 1000, reloads = 100, lights = 0, cascades = 3;
     int width = 640, height = 480, kernelSize = 9, passes = 8;
     double outside = 0.0, outlineWidth = 300.0;
@@ -101,9 +101,10 @@ void addProjectVerbs(CLI::App& app, Arguments& arguments) {
     CLI::App& journal =
         addProjectVerb(app, arguments, "journal", "Dragging objects with a journal, and bringing steps back");
     addCount(journal, "K", arguments.undone, 2, "Objects that are dragged");
-    addCount(journal, "FRAMES", arguments.frames, 3, "Frames of a gesture");
-    journal.callback(
-        [&] { VantrelBench::journal(arguments.count, arguments.undone, arguments.frames, arguments.budget()); });
+    addCount(journal, "FRAMES", arguments.framesOfASecond, 3, "Frames of a gesture");
+    journal.callback([&] {
+        VantrelBench::journal(arguments.count, arguments.undone, arguments.framesOfASecond, arguments.budget());
+    });
     CLI::App& deletion = addProjectVerb(app, arguments, "delete", "Deleting objects");
     addCount(deletion, "K", arguments.deleted, 2, "Objects that are deleted");
     deletion.callback([&] { VantrelBench::deleteObjects(arguments.count, arguments.deleted, arguments.budget()); });

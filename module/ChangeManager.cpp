@@ -19,6 +19,7 @@
 #include "JsonEdit.h"
 #include "Utils/Assert.h"
 #include "Utils/CheckedMath.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 

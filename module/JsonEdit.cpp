@@ -59,15 +59,6 @@ SplitPath splitLast(Containers::StringView path) {
     return {path.prefix(std::size_t(slash.begin() - path.begin())), path.suffix(slash.end())};
 }
 
-std::string unescaped(Containers::StringView token) {
-    std::string text;
-    for(std::size_t i = 0; i != token.size(); ++i) {
-        const bool isEscape = token[i] == '~' && i + 1 != token.size();
-        text += !isEscape ? token[i] : token[++i] == '1' ? '/' : '~';
-    }
-    return text;
-}
-
 bool isIndexToken(Containers::StringView token) {
     if(token.hasPrefix('-')) token = token.exceptPrefix(1);
     return !token.isEmpty() && std::all_of(token.begin(), token.end(), [](char c) { return c >= '0' && c <= '9'; });

@@ -43,9 +43,6 @@ struct SplitPath {
 };
 CORRADE_VISIBILITY_EXPORT SplitPath splitLast(Corrade::Containers::StringView path);
 
-// What a token of a pointer stands for, with "~1" and "~0" resolved.
-CORRADE_VISIBILITY_EXPORT std::string unescaped(Corrade::Containers::StringView token);
-
 // Whether a token is one optional "-" and then decimal digits, at least one.
 CORRADE_VISIBILITY_EXPORT bool isIndexToken(Corrade::Containers::StringView token);
 

@@ -69,8 +69,8 @@ public:
 
     // As the menu does it: asks where something could be lost.
     void perform(Command command);
-    // Of the window: what is dragged stays as far as it came, what is typed counts, and then the user is asked where something
-    // could be lost.
+    // Of the window: what is dragged stays as far as it came, what is typed counts, and then the user is asked where
+    // something could be lost.
     void close() { end(Ending::Asked); }
     // The process ends, and nobody can be asked: the same, but what is not saved is left to the journal.
     void leave() { end(Ending::Left); }

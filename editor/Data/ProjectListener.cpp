@@ -8,6 +8,7 @@
 
 #include "AssetCompiler.h"
 #include "JsonEdit.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 

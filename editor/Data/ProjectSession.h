@@ -62,8 +62,8 @@ public:
     bool compileNextResource();
 
     // Writes the project to a file, which becomes its file, and marks it as saved; into another folder its own files are
-    // copied first. Returns an empty text, or one line: the files and the mark are as they were then. A project that was repaired when it was opened is not written over
-    // its file unless that is wished for.
+    // copied first. Returns an empty text, or one line: the files and the mark are as they were then. A project that was
+    // repaired when it was opened is not written over its file unless that is wished for.
     std::string save(const std::string& path, ProjectStore::Repaired repaired = ProjectStore::Repaired::Keep);
     // Whether that is so of the file at a path.
     bool keepsFile(const std::string& path);
@@ -117,8 +117,8 @@ public:
     void update();
     // The resources alone: what uses them is compiled by update(), unless somebody does so before.
     void updateResources();
-    // The same as update(), a resource at a time: false when there is none left, and all is compiled. Nobody edits the project, or
-    // updates the session in another way, meanwhile.
+    // The same as update(), a resource at a time: false when there is none left, and all is compiled. Nobody edits the
+    // project, or updates the session in another way, meanwhile.
     void beginUpdate();
     bool updateNext();
 

@@ -12,6 +12,7 @@
 
 #include "ChangeManager.h"
 #include "Data/ProjectSession.h"
+#include "Utils/PointerToken.h"
 
 namespace VantrelEngine {
 
@@ -19,16 +20,12 @@ using namespace Corrade;
 
 namespace {
 
-// Of a pointer, with "~" and "/" as they are; takes it off.
-std::string takeToken(std::string_view& pointer) {
-    if(!pointer.empty()) pointer.remove_prefix(1);
-    std::string token;
-    for(; !pointer.empty() && pointer.front() != '/'; pointer.remove_prefix(1)) {
-        const bool isEscaped = pointer.front() == '~' && pointer.size() > 1;
-        if(isEscaped) pointer.remove_prefix(1);
-        token += !isEscaped ? pointer.front() : pointer.front() == '1' ? '/' : '~';
-    }
-    return token;
+// The first key of a pointer, which is taken off.
+std::string takeKey(std::string_view& pointer) {
+    const std::size_t end = std::min(pointer.find('/', 1), pointer.size());
+    const std::string_view token = pointer.substr(0, end);
+    pointer.remove_prefix(end);
+    return token.empty() ? std::string{} : unescaped({token.data() + 1, token.size() - 1});
 }
 
 // Where the value stands, see Problem; with its key in front of the reason.
@@ -36,11 +33,11 @@ Problem problemOf(const ProjectFile::UnusableValue& value) {
     Problem problem{{}, -1, {}, false, {}};
     std::string_view rest{value.pointer};
     std::string_view behind = rest;
-    if(takeToken(behind) == "objects") {
-        problem.object = takeToken(behind);
+    if(takeKey(behind) == "objects") {
+        problem.object = takeKey(behind);
         rest = behind;
-        if(takeToken(behind) == "components" && !behind.empty()) {
-            problem.component = std::atoi(takeToken(behind).data());
+        if(takeKey(behind) == "components" && !behind.empty()) {
+            problem.component = std::atoi(takeKey(behind).data());
             rest = behind;
         }
     }
@@ -52,10 +49,10 @@ Problem problemOf(const ProjectFile::UnusableValue& value) {
 // Where it stands tells whether the compiler tells of it, too.
 bool isToldByTheCompiler(const ProjectFile::UnusableValue& value) {
     std::string_view rest{value.pointer};
-    if(takeToken(rest) != "objects") return false;
-    takeToken(rest);
-    if(takeToken(rest) != "components") return false;
-    takeToken(rest);
+    if(takeKey(rest) != "objects") return false;
+    takeKey(rest);
+    if(takeKey(rest) != "components") return false;
+    takeKey(rest);
     return rest.empty() || rest == "/type";
 }
 

@@ -28,8 +28,9 @@ struct Problem {
     }
 };
 
-// What the compilers could not make of the objects and the resources, the values that nobody could use, and what was repaired when the project
-// was opened, by object. Made anew only where there are others; of values that are dragged when the drag is over.
+// What the compilers could not make of the objects and the resources, the values that nobody could use, and what was
+// repaired when the project was opened, by object. Made anew only where there are others; of values that are dragged when
+// the drag is over.
 class ProblemList {
 public:
     // Whether it was made anew.

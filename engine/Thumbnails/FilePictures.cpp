@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <fstream>
 #include <future>
 #include <iterator>
 #include <unordered_map>
@@ -15,6 +14,7 @@
 #include <Magnum/PixelFormat.h>
 
 #include "Data/Resources/ImageFile.h"
+#include "Thumbnails/FileBytes.h"
 #include "Thumbnails/ImageThumbnail.h"
 
 namespace VantrelEngine {
@@ -24,16 +24,12 @@ using namespace Magnum;
 namespace {
 
 // As images of a project.
-constexpr std::streamoff MaxBytes = 256 * 1024 * 1024;
+constexpr std::size_t MaxBytes = std::size_t{256} << 20;
 
 // Empty where there is none.
 ThumbnailPixels readPicture(const std::string& path, Int edge, const std::atomic<bool>&) {
-    std::ifstream file{path, std::ios::binary | std::ios::ate};
-    const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
-    if(size <= 0 || size > MaxBytes) return {};
-    std::vector<char> bytes(std::size_t(size), '\0');
-    file.seekg(0);
-    if(!file.read(bytes.data(), size)) return {};
+    const std::vector<char> bytes = fileBytes(path, MaxBytes);
+    if(bytes.empty()) return {};
     std::string reason;
     SceneImage image;
     image.pixels = readImage({bytes.data(), bytes.size()}, reason);

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <optional>
 #include <type_traits>
@@ -19,6 +18,7 @@
 #include "Data/Resources/ImageFile.h"
 #include "Data/Resources/MeshFile.h"
 #include "Thumbnails/ContentHash.h"
+#include "Thumbnails/FileBytes.h"
 #include "Thumbnails/ImageThumbnail.h"
 #include "Thumbnails/PictureRaster.h"
 #include "Thumbnails/ThumbnailFiles.h"
@@ -32,7 +32,7 @@ namespace fs = std::filesystem;
 namespace {
 
 // Of the files of a project.
-constexpr std::streamoff MaxBytes = std::streamoff{1} << 30;
+constexpr std::size_t MaxBytes = std::size_t{1} << 30;
 // Texels: a picture of a hundred pixels shows no more.
 constexpr Int LongestImageEdge = 256;
 // Triangles of all objects together; of what is behind that the picture shows nothing.
@@ -43,15 +43,7 @@ constexpr std::uint64_t MaxSamples = 1000000000;
 constexpr std::size_t MaxNeighbours = 1000;
 constexpr Float MaskCutoff = 0.5f, BlendCutoff = 0.1f;
 
-std::vector<char> bytesOf(const std::string& path) {
-    std::ifstream file{path, std::ios::binary | std::ios::ate};
-    const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
-    if(size <= 0 || size > MaxBytes) return {};
-    std::vector<char> bytes(std::size_t(size), '\0');
-    file.seekg(0);
-    if(!file.read(bytes.data(), size)) return {};
-    return bytes;
-}
+std::vector<char> bytesOf(const std::string& path) { return fileBytes(path, MaxBytes); }
 
 const JsonValue* memberOf(const JsonValue* object, const char* key) {
     if(!object || !object->IsObject()) return nullptr;

@@ -24,12 +24,6 @@ constexpr Float Background = 0.19f;
 // Of light from everywhere, and from the sun.
 constexpr Float Ambient = 0.28f, Direct = 0.95f;
 
-Float linear(Float screen) { return screen <= 0.04045f ? screen / 12.92f : std::pow((screen + 0.055f) / 1.055f, 2.4f); }
-
-Float screen(Float linear) {
-    return linear <= 0.0031308f ? linear * 12.92f : 1.055f * std::pow(linear, 1.0f / 2.4f) - 0.055f;
-}
-
 UnsignedByte byteOf(Float value) { return UnsignedByte(Math::clamp(value, 0.0f, 1.0f) * 255.0f + 0.5f); }
 
 Matrix4 cameraMatrix() { return Matrix4::rotationY(35.0_degf) * Matrix4::rotationX(-25.0_degf); }
@@ -51,15 +45,12 @@ Color4 RasterTexture::at(const Vector2& textureCoordinates) const {
     const Vector2 place = isFinite ? textureCoordinates : Vector2{};
     const Int x = wrapped(place.x(), size.x()), y = wrapped(place.y(), size.y());
     const Color4ub& texel = texels[std::size_t(y) * std::size_t(size.x()) + std::size_t(x)];
-    Color4 color{Float(texel.r()), Float(texel.g()), Float(texel.b()), Float(texel.a())};
-    color /= 255.0f;
-    if(isSrgb)
-        for(Int i = 0; i != 3; ++i) color[i] = linear(color[i]);
-    return color;
+    const Vector4 color = Vector4{Float(texel.r()), Float(texel.g()), Float(texel.b()), Float(texel.a())} / 255.0f;
+    return {isSrgb ? Color3::fromSrgb(color.xyz()) : Color3{color.xyz()}, color.w()};
 }
 
 PictureRaster::PictureRaster(Int edge, const Vector3& center, Float radius):
-    _edge{edge}, _colors(std::size_t(edge * edge * Samples * Samples), Color3{linear(Background)}),
+    _edge{edge}, _colors(std::size_t(edge * edge * Samples * Samples), Color3::fromSrgb(Vector3{Background})),
     _nearest(_colors.size(), 0.0f) {
     const Float size = radius > 0.0f ? radius * Margin : 1.0f;
     const Float distance = size / Math::sin(FieldOfView * 0.5f);
@@ -143,8 +134,8 @@ ThumbnailPixels PictureRaster::pixels() const {
                 const Int row = y * Samples + i / Samples, column = x * Samples + i % Samples;
                 sum += _colors[std::size_t(row) * std::size_t(_edge * Samples) + std::size_t(column)];
             }
-            sum /= Float(Samples * Samples);
-            result.push_back({byteOf(screen(sum.r())), byteOf(screen(sum.g())), byteOf(screen(sum.b())), 255});
+            const Vector3 shown = (sum / Float(Samples * Samples)).toSrgb();
+            result.push_back({byteOf(shown.x()), byteOf(shown.y()), byteOf(shown.z()), 255});
         }
     return result;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include <Corrade/Containers/StringView.h>
@@ -19,6 +20,16 @@ inline std::string pointerToken(Corrade::Containers::StringView key) {
             token += c;
     }
     return token;
+}
+
+// The key that a token stands for.
+inline std::string unescaped(Corrade::Containers::StringView token) {
+    std::string key;
+    for(std::size_t i = 0; i != token.size(); ++i) {
+        const bool isEscape = token[i] == '~' && i + 1 != token.size();
+        key += !isEscape ? token[i] : token[++i] == '1' ? '/' : '~';
+    }
+    return key;
 }
 
 } // namespace VantrelEngine

@@ -168,7 +168,8 @@ TEST_F(JournalJourneyTest, ANewProjectIsBroughtBackWithoutAName) {
     EXPECT_TRUE(fs::is_empty(folder.path("data/vantrel"))) << "nothing is left behind";
 }
 
-// Opening another project keeps nothing secret: it is said, and the menu has all of them, also those that the user has put off.
+// Opening another project keeps nothing secret: it is said, and the menu has all of them, also those that the user has put
+// off.
 TEST_F(JournalJourneyTest, ProjectsThatWereNeverSavedAreOfferedBesideAnother) {
     const auto leave = [this](const std::string& name) {
         runUntilReady("record /objects/" + name +

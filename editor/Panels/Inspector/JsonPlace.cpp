@@ -24,14 +24,7 @@ std::string_view takeToken(std::string_view& tail) {
     return token;
 }
 
-std::string nameOf(std::string_view token) {
-    std::string name;
-    for(std::size_t i = 0; i != token.size(); ++i) {
-        const bool isEscape = token[i] == '~' && i + 1 != token.size();
-        name += isEscape ? (token[++i] == '1' ? '/' : '~') : token[i];
-    }
-    return name;
-}
+std::string nameOf(std::string_view token) { return unescaped({token.data(), token.size()}); }
 
 bool isIndex(std::string_view token) {
     return !token.empty() && token.size() < 10 &&

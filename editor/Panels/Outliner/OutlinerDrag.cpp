@@ -2,7 +2,6 @@
 #include <string>
 
 #include <imgui.h>
-#include <imgui_internal.h>
 
 #include "Data/ProjectSession.h"
 #include "Panels/DragSource.h"

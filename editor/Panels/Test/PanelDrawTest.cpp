@@ -188,16 +188,18 @@ TEST_F(PanelDrawTest, TheAssetThatIsSelectedStaysSoWhenOthersComeAndGo) {
 
 #ifndef IMGUI_HAS_DOCK
 
+void drawAllPanes(Panes& panes, PaneSizes& sizes) {
+    panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
+    for(const PanelInfo& info: Panels) {
+        panes.begin(info.panel, sizes);
+        panes.end(info.panel);
+    }
+}
+
 TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
     Panes panes;
     PaneSizes sizes;
-    const auto draw = [&] {
-        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
-        for(const PanelInfo& info: Panels) {
-            panes.begin(info.panel, sizes);
-            panes.end(info.panel);
-        }
-    };
+    const auto draw = [&] { drawAllPanes(panes, sizes); };
     panes.bringToFront(Panel::Statistics);
     drawFrames(4, draw);
     ImGui::GetIO().DisplaySize.x = 1000.0f;
@@ -220,13 +222,7 @@ TEST_F(PanelDrawTest, TheTabThatIsShownStaysInSightWhenThePaneBecomesNarrow) {
 TEST_F(PanelDrawTest, TabsThatHaveNoRoomAreReachedByAList) {
     Panes panes;
     PaneSizes sizes;
-    const auto draw = [&] {
-        panes.layOut(sizes, ImGui::GetIO().FontGlobalScale);
-        for(const PanelInfo& info: Panels) {
-            panes.begin(info.panel, sizes);
-            panes.end(info.panel);
-        }
-    };
+    const auto draw = [&] { drawAllPanes(panes, sizes); };
     const auto barOf = [](int tabs) -> const ImGuiTabBar& {
         ImPool<ImGuiTabBar>& bars = ImGui::GetCurrentContext()->TabBars;
         for(int i = 0; i != bars.GetMapSize(); ++i) {

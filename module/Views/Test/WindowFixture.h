@@ -40,7 +40,8 @@ protected:
         ImGui::End();
         ImGui::Render();
     }
-    // What is written in a frame, up to the end of the first window within; without the marks of fields and what only makes room.
+    // What is written in a frame, up to the end of the first window within; without the marks of fields and what only makes
+    // room.
     std::vector<std::string> written() {
         ImGui::SetClipboardText("");
         _isWriting = true;

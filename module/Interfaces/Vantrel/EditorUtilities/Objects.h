@@ -9,8 +9,9 @@ namespace VantrelEngine {
 class VantrelEditor;
 
 // Removes the selected objects from the document, with all that is below them, as one step of the undo log, which brings
-// them back to their places; that locked ones were among those below is told in a line. What names them elsewhere (joints of skins, targets of animations) still does. Nothing is
-// done while the log has a group or a trial open. Costs what is removed; the scene follows when it is compiled next.
+// them back to their places; that locked ones were among those below is told in a line. What names them elsewhere (joints
+// of skins, targets of animations) still does. Nothing is done while the log has a group or a trial open. Costs what is
+// removed; the scene follows when it is compiled next.
 CORRADE_VISIBILITY_EXPORT void deleteSelectedObjects(VantrelEditor& editor);
 
 // Selects the objects of these ids of the document; with additive set, besides those that are selected. An id that no
